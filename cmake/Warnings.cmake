@@ -1,0 +1,25 @@
+# Shared compile flags for every project target.
+add_library(zw_flags INTERFACE)
+target_compile_options(zw_flags INTERFACE
+  -Wall -Wextra -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow=local
+  $<$<BOOL:${ZETTELWERK_WERROR}>:-Werror>)
+target_include_directories(zw_flags INTERFACE ${PROJECT_SOURCE_DIR})
+if(ZETTELWERK_SANITIZE)
+  target_compile_options(zw_flags INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  target_link_options(zw_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# zw_library(NAME SOURCES... ) creates the static library of one folder.
+function(zw_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_link_libraries(${name} PUBLIC zw_flags)
+endfunction()
+
+# zw_test(NAME SOURCES... LIBS ...) adds a GoogleTest program registered with CTest.
+function(zw_test name)
+  cmake_parse_arguments(T "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${T_SOURCES})
+  target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gtest GTest::gmock GTest::gtest_main zw_flags)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;ZETTELWERK_DIST=${ZETTELWERK_DIST_DIR}")
+endfunction()
