@@ -1,0 +1,9 @@
+#include "core/AmountEntry.h"
+
+#include "core/ReceiptForm.h"
+
+namespace zw {
+
+void grossChanged(ReceiptForm& /*form*/) {}
+
+} // namespace zw
