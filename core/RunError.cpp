@@ -20,5 +20,6 @@ RunError RunError::inputPastEnd() { return {62, "Eingabe nach Dateiende"}; }
 RunError RunError::permissionDenied() { return {70, "Zugriff verweigert"}; }
 RunError RunError::pathFileAccess() { return {75, "Fehler beim Zugriff auf Pfad/Datei"}; }
 RunError RunError::pathNotFound() { return {76, "Pfad nicht gefunden"}; }
+RunError RunError::invalidPicture() { return {481, "Ungültiges Bild"}; }
 
 } // namespace zw

@@ -25,6 +25,7 @@ public:
     static RunError permissionDenied();  // 70
     static RunError diskFull();          // 61
     static RunError pathFileAccess();    // 75
+    static RunError invalidPicture();    // 481
 
 private:
     int m_number;
