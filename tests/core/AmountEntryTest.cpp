@@ -1,0 +1,430 @@
+#include "core/AmountEntry.h"
+
+#include <random>
+#include <regex>
+
+#include <gtest/gtest.h>
+
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+using E = FormElement;
+
+class AmountEntryTest : public ::testing::Test
+{
+protected:
+    AmountEntryTest() { form.attach(&settings, &host); }
+
+    // Types text into Text12 as the form does: every change runs the automatic calculation.
+    void typeGross(std::string_view text)
+    {
+        form.setText(E::Text12, "");
+        for (std::size_t i = 1; i <= text.size(); ++i)
+            form.setText(E::Text12, std::string(text.substr(0, i)));
+    }
+
+    bool showedNoRateMessage() const
+    {
+        return host.messages.size() == 1 && host.messages[0].title == kNoRateTitle &&
+               host.messages[0].text == kNoRateText && host.messages[0].style == MessageStyle::Error &&
+               host.openedWindows == std::vector<std::string>{"optionen"};
+    }
+
+    test::FakeHost host;
+    test::MemorySettings settings;
+    ReceiptForm form;
+};
+
+struct GrossRow
+{
+    const char* name;
+    const char* gross;
+    const char* rate;
+    int betragCheck;
+    const char* net;
+    const char* share;
+    const char* grossAfter;
+    const char* words;
+    bool beeps;
+};
+
+TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
+{
+    const GrossRow rows[] = {
+        {"nineteen percent", "119", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn", false},
+        {"share is gross minus rounded net", "100,00", "19", 0, "84,03", "15,97", "100,00", "einhundert", false},
+        {"truncated cents", "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
+        {"rounded cents", "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
+        {"half to the even neighbour down", "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
+        {"half to the even neighbour up", "3,50", "19", 1, "2,94", "0,56", "3,50", "vier", false},
+        {"rounded to nothing", "0,40", "19", 1, "0,34", "0,06", "0,40", "", false},
+        {"truncated to null", "0,40", "19", 0, "0,34", "0,06", "0,40", "null", false},
+        {"one milliard rounded", "1000000000", "19", 1, "840336134,45", "159663865,55", "1000000000,00",
+         "<Zahl ist zu groß>", false},
+        {"one milliard truncated", "1000000000", "19", 0, "840336134,45", "159663865,55", "1000000000,00",
+         "einemilliarde", false},
+        {"at the 32-bit limit", "2147483647", "19", 1, "1804608106,72", "342875540,28", "2147483647,00",
+         kTooLargeForWords.data(), true},
+        {"beyond the 32-bit limit", "3000000000", "19", 1, "2521008403,36", "478991596,64", "3000000000,00",
+         kTooLargeForWords.data(), true},
+        {"thousands mark", "1.234", "19", 0, "1036,97", "197,03", "1234,00", "eintausendzweihundertvierunddreißig", false},
+        {"points anywhere before the comma", "1.2.3", "19", 0, "103,36", "19,64", "123,00",
+         "einhundertdreiundzwanzig", false},
+        {"seven percent", "107", "7", 0, "100,00", "7,00", "107,00", "einhundertsieben", false},
+        {"zero rate", "5,55", "0", 0, "5,55", "0,00", "5,55", "fünf", false},
+        {"rate with comma", "110,70", "10,7", 0, "100,00", "10,70", "110,70", "einhundertzehn", false},
+        {"negative amount rounded", "-119", "19", 1, "-100,00", "-19,00", "-119,00", "", false},
+        // The sign lands in the thousands group of the twelve characters, which then reads "tausend".
+        {"negative amount truncated", "-119", "19", 0, "-100,00", "-19,00", "-119,00", "tausendeinhundertneunzehn", false},
+        {"zero", "0", "19", 0, "0,00", "0,00", "0,00", "null", false},
+    };
+    for (const GrossRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        host = {};
+        form.setBetragCheck(row.betragCheck);
+        form.setText(E::Text3, row.rate);
+        form.setText(E::Text4, "");
+        typeGross(row.gross);
+        EXPECT_EQ(keyPress(form, E::Text12, kKeyReturn), kKeyReturn);
+        EXPECT_EQ(form.text(E::Text10), row.net);
+        EXPECT_EQ(form.text(E::Text11), row.share);
+        EXPECT_EQ(form.text(E::Text12), row.grossAfter);
+        EXPECT_EQ(form.text(E::Text4), row.words);
+        EXPECT_TRUE(host.messages.empty());
+        // Typing beeps for every too-large prefix as well; a second RETURN on the formatted amount beeps once.
+        host.beeps = 0;
+        returnInGross(form);
+        EXPECT_EQ(host.beeps, row.beeps ? 1 : 0);
+    }
+}
+
+TEST_F(AmountEntryTest, ReturnInGrossFailuresEndInTheNoRateMessageAndTheSettingsWindow)
+{
+    struct Row
+    {
+        const char* name;
+        const char* gross;
+        const char* rate;
+        int betragCheck;
+        const char* netAfter;
+    };
+    const Row rows[] = {
+        {"empty rate", "119", "", 0, "7,77"},
+        {"letters as rate", "119", "neunzehn", 0, "7,77"},
+        {"rate of minus one hundred", "119", "-100", 0, "7,77"},
+        {"zero gross at minus one hundred", "0", "-100", 0, "7,77"},
+        {"two commas", "12,3,4", "19", 0, "7,77"},
+        {"a lone minus", "-", "19", 0, "7,77"},
+        {"a lone comma", ",", "19", 0, "7,77"},
+        {"pasted letters", "12abc", "19", 0, "7,77"},
+        // Fifteen digits fill the amounts but are too long for the truncated words.
+        {"fifteen digits", "999999999999999", "19", 0, "840336134453781,00"},
+        {"below the 32-bit range rounded", "-3000000000", "19", 1, "-2521008403,36"},
+    };
+    settings.set("Options", "Berechnung", "0");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        host = {};
+        form.setBetragCheck(row.betragCheck);
+        form.setText(E::Text10, "7,77");
+        form.setText(E::Text3, row.rate);
+        form.setText(E::Text12, row.gross);
+        returnInGross(form);
+        EXPECT_TRUE(showedNoRateMessage());
+        EXPECT_EQ(form.text(E::Text10), row.netAfter);
+    }
+}
+
+TEST_F(AmountEntryTest, ReturnInAnEmptyAmountFieldDoesNothing)
+{
+    form.setText(E::Text12, "");
+    form.setText(E::Text10, "");
+    form.setText(E::Text3, "");
+    form.setText(E::Text4, "vorher");
+    returnInGross(form);
+    returnInNet(form);
+    EXPECT_TRUE(host.messages.empty());
+    EXPECT_TRUE(host.openedWindows.empty());
+    EXPECT_EQ(form.text(E::Text4), "vorher");
+}
+
+TEST_F(AmountEntryTest, ReturnInNetAddsTheRoundedShareAndAlwaysTruncatesTheWords)
+{
+    struct Row
+    {
+        const char* name;
+        const char* net;
+        const char* rate;
+        int betragCheck;
+        const char* netAfter;
+        const char* share;
+        const char* gross;
+        const char* words;
+    };
+    const Row rows[] = {
+        {"seven percent", "100,00", "7", 0, "100,00", "7,00", "107,00", "einhundertsieben"},
+        {"nineteen percent", "100", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn"},
+        {"cents cut despite betrag_check", "1,26", "19", 1, "1,26", "0,24", "1,50", "eins"},
+        {"share rounded before adding", "0,03", "19", 0, "0,03", "0,01", "0,04", "null"},
+        {"thousands mark", "1.000", "19", 0, "1000,00", "190,00", "1190,00", "eintausendeinhundertneunzig"},
+        {"minus one hundred percent", "100", "-100", 0, "100,00", "-100,00", "0,00", "null"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        host = {};
+        form.setBetragCheck(row.betragCheck);
+        form.setText(E::Text3, row.rate);
+        form.setText(E::Text10, row.net);
+        EXPECT_EQ(keyPress(form, E::Text10, kKeyReturn), kKeyReturn);
+        EXPECT_EQ(form.text(E::Text10), row.netAfter);
+        EXPECT_EQ(form.text(E::Text11), row.share);
+        EXPECT_EQ(form.text(E::Text12), row.gross);
+        EXPECT_EQ(form.text(E::Text4), row.words);
+        EXPECT_TRUE(host.messages.empty());
+    }
+}
+
+TEST_F(AmountEntryTest, ReturnInNetFailuresKeepWhatWasWritten)
+{
+    form.setText(E::Text12, "5,00");
+    form.setText(E::Text3, "");
+    form.setText(E::Text10, "100");
+    returnInNet(form);
+    EXPECT_TRUE(showedNoRateMessage());
+    EXPECT_EQ(form.text(E::Text10), "100");
+    EXPECT_EQ(form.text(E::Text12), "5,00");
+
+    // Too long for the words: the amounts are written, then the message comes.
+    host = {};
+    form.setText(E::Text3, "0");
+    form.setText(E::Text10, "999999999999999");
+    returnInNet(form);
+    EXPECT_TRUE(showedNoRateMessage());
+    EXPECT_EQ(form.text(E::Text12), "999999999999999,00");
+}
+
+TEST_F(AmountEntryTest, RechnenAlwaysGivesTheRoundedWordsAndPassesFaultsOn)
+{
+    form.setBetragCheck(0);
+    form.setText(E::Text12, "1,50");
+    rechnen1(form);
+    EXPECT_EQ(form.text(E::Text10), "1,26");
+    EXPECT_EQ(form.text(E::Text4), "zwei");
+
+    form.setText(E::Text10, "1,26");
+    form.setText(E::Text4, "");
+    rechnen2(form);
+    EXPECT_EQ(form.text(E::Text12), "1,50");
+    EXPECT_EQ(form.text(E::Text4), "zwei");
+
+    form.setText(E::Text3, "");
+    EXPECT_THROW(rechnen1(form), RunError);
+    EXPECT_THROW(rechnen2(form), RunError);
+    EXPECT_TRUE(host.messages.empty());
+    EXPECT_TRUE(host.openedWindows.empty());
+}
+
+TEST_F(AmountEntryTest, TypingComputesSilentlyAndLeavesTheGrossAsTyped)
+{
+    typeGross("119");
+    EXPECT_EQ(form.text(E::Text10), "100,00");
+    EXPECT_EQ(form.text(E::Text11), "19,00");
+    EXPECT_EQ(form.text(E::Text12), "119");
+    EXPECT_EQ(form.text(E::Text4), "einhundertneunzehn");
+
+    form.setBetragCheck(1);
+    typeGross("2,5");
+    EXPECT_EQ(form.text(E::Text4), "zwei");
+    EXPECT_EQ(form.text(E::Text12), "2,5");
+    EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(AmountEntryTest, TypingWithoutARateUpdatesOnlyTheWords)
+{
+    form.setText(E::Text3, "");
+    typeGross("119");
+    EXPECT_EQ(form.text(E::Text10), "0,00");
+    EXPECT_EQ(form.text(E::Text11), "0,00");
+    EXPECT_EQ(form.text(E::Text4), "einhundertneunzehn");
+    EXPECT_TRUE(host.messages.empty());
+    EXPECT_TRUE(host.openedWindows.empty());
+}
+
+TEST_F(AmountEntryTest, TypingAHalfEnteredNumberKeepsTheLastGoodAmounts)
+{
+    typeGross("12,5,");
+    EXPECT_EQ(form.text(E::Text10), "10,50"); // from "12,5"
+    EXPECT_EQ(form.text(E::Text11), "2,00");
+    EXPECT_EQ(form.text(E::Text4), "zwölf");
+    EXPECT_TRUE(host.messages.empty());
+
+    // Too long for the words while typing: no message, the words stay.
+    typeGross("999999999999999");
+    EXPECT_TRUE(host.messages.empty());
+    EXPECT_EQ(form.text(E::Text4), "neunhundertneunundneunzigmilliardenneunhundertneunundneunzigmillionen"
+                                   "neunhundertneunundneunzigtausendneunhundertneunundneunzig");
+}
+
+TEST_F(AmountEntryTest, TheAutomaticCalculationFollowsTheSetting)
+{
+    struct Row
+    {
+        const char* stored;
+        bool computes;
+    };
+    const Row rows[] = {{nullptr, true}, {"", true}, {"1", true}, {"ja", true}, {"0", false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.stored ? row.stored : "absent");
+        settings.values.clear();
+        if (row.stored)
+            settings.set("Options", "Berechnung", row.stored);
+        form.setText(E::Text10, "0,00");
+        typeGross("119");
+        EXPECT_EQ(form.text(E::Text10), row.computes ? "100,00" : "0,00");
+    }
+    // Switched off, RETURN still computes.
+    returnInGross(form);
+    EXPECT_EQ(form.text(E::Text10), "100,00");
+    EXPECT_EQ(form.text(E::Text12), "119,00");
+}
+
+TEST_F(AmountEntryTest, TheKeyFilterTakesDigitsAndMarksOnlyInTheAmountAndDateFields)
+{
+    for (FormElement field : {E::Text12, E::Text10, E::Text9}) {
+        SCOPED_TRACE(elementName(field));
+        for (int key = 44; key <= 57; ++key)
+            EXPECT_EQ(keyPress(form, field, key), key);
+        EXPECT_EQ(keyPress(form, field, kKeyBackspace), kKeyBackspace);
+        EXPECT_EQ(host.beeps, 0);
+        EXPECT_TRUE(host.messages.empty());
+
+        for (int key : {97, 69, 32, 43, 58, 0, 9, 22, 127, 0xE4}) {
+            SCOPED_TRACE(key);
+            host = {};
+            EXPECT_EQ(keyPress(form, field, key), 0);
+            EXPECT_EQ(host.beeps, 1);
+            ASSERT_EQ(host.messages.size(), 1u);
+            EXPECT_EQ(host.messages[0].text, kWrongKeyText);
+            EXPECT_EQ(host.messages[0].title, kWrongKeyTitle);
+            EXPECT_EQ(host.messages[0].style, MessageStyle::Warning);
+        }
+        host = {};
+    }
+    EXPECT_EQ(keyPress(form, E::Text5, 'a'), 'a');
+    EXPECT_EQ(keyPress(form, E::Text3, 'a'), 'a');
+    EXPECT_EQ(host.beeps, 0);
+}
+
+TEST_F(AmountEntryTest, ReturnInTheDateFieldExpandsOnlyTheShorthand)
+{
+    form.setText(E::Datum2, "23.11.2026");
+    struct Row
+    {
+        const char* typed;
+        const char* after;
+    };
+    const Row rows[] = {
+        {"0 .  .    ", "23.11.2026"}, {"", ""},          {"0", "0"}, {"0 .  .", "0 .  ."},
+        {"12.03.2024", "12.03.2024"}, {"99.99.9999", "99.99.9999"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.typed);
+        form.setText(E::Text9, row.typed);
+        EXPECT_EQ(keyPress(form, E::Text9, kKeyReturn), kKeyReturn);
+        EXPECT_EQ(form.text(E::Text9), row.after);
+    }
+    EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(AmountEntryTest, WordsPathsReadTheGrossTheirOwnWay)
+{
+    settings.set("Options", "Berechnung", "0");
+    form.setText(E::Text3, "");
+    form.setText(E::Text12, "1.234,56");
+    form.setBetragCheck(0);
+    wordsByRounding(form);
+    EXPECT_EQ(form.text(E::Text4), "eintausendzweihundertfünfunddreißig");
+    // The number scan knows no thousands mark: "1.234,56" is 1.234.
+    wordsByTruncation(form);
+    EXPECT_EQ(form.text(E::betrag_duplikat), "1.234,56");
+    EXPECT_EQ(form.text(E::Text4), "tausendzweihundertvierunddreißig");
+
+    form.setText(E::Text12, "abc");
+    EXPECT_THROW(wordsByRounding(form), RunError);
+    EXPECT_EQ(form.text(E::Text4), "tausendzweihundertvierunddreißig");
+}
+
+TEST(AmountEntryWithoutWindow, GivesTheFieldsOrTheMessage)
+{
+    const EntryOutcome gross = grossEntry("119", "19", WordsRule::Truncation);
+    EXPECT_FALSE(gross.message);
+    EXPECT_EQ(gross.fields.text10, "100,00");
+    EXPECT_EQ(gross.fields.text11, "19,00");
+    EXPECT_EQ(gross.fields.text12, "119,00");
+    EXPECT_EQ(gross.fields.text4, "einhundertneunzehn");
+
+    EXPECT_EQ(grossEntry("1,5", "19", WordsRule::Rounding).fields.text4, "zwei");
+    EXPECT_EQ(grossEntry("119", "", WordsRule::Rounding).message, std::string(kNoRateText));
+
+    const EntryOutcome net = netEntry("100", "7");
+    EXPECT_FALSE(net.message);
+    EXPECT_EQ(net.fields.text12, "107,00");
+    EXPECT_EQ(net.fields.text4, "einhundertsieben");
+    EXPECT_EQ(netEntry("100", "x").message, std::string(kNoRateText));
+
+    EXPECT_EQ(amountWords("2,50", WordsRule::Rounding), "zwei");
+    EXPECT_EQ(amountWords("2,50", WordsRule::Truncation), "zwei");
+    EXPECT_EQ(amountWords("3000000000", WordsRule::Rounding), kTooLargeForWords);
+    EXPECT_THROW(amountWords("", WordsRule::Rounding), RunError);
+    EXPECT_EQ(amountWords("", WordsRule::Truncation), "null");
+}
+
+// Random text into every entry path: each ends in filled, well-formed amounts or in the one message.
+TEST_F(AmountEntryTest, RandomInputEndsInADefinedResult)
+{
+    const std::vector<std::string> pieces = {"0", "1", "5", "9", "19", ",", ".", "-", "+", "/", " ", "e", "E",
+                                             "D", "&H", "&O", "(", ")", "a", "\u20AC", "\xC3\xA4", "\xFF",
+                                             "999999", "00", "%", "\t", "1e308", ",5", "-100"};
+    std::mt19937 random(20260123);
+    auto randomText = [&](std::size_t maxPieces) {
+        std::string text;
+        const std::size_t count = std::uniform_int_distribution<std::size_t>(0, maxPieces)(random);
+        for (std::size_t i = 0; i < count; ++i)
+            text += pieces[std::uniform_int_distribution<std::size_t>(0, pieces.size() - 1)(random)];
+        return text;
+    };
+    const std::regex amount("-?[0-9]+,[0-9][0-9]");
+    for (int round = 0; round < 4000; ++round) {
+        const std::string rate = round % 3 == 0 ? randomText(3) : "19";
+        const std::string typed = randomText(6);
+        SCOPED_TRACE("rate '" + rate + "' amount '" + typed + "'");
+        host = {};
+        form.setBetragCheck(round % 2);
+        form.setText(E::Text3, rate);
+        typeGross(typed);
+        EXPECT_TRUE(host.messages.empty());
+
+        const bool gross = round % 4 != 1;
+        const FormElement field = gross ? E::Text12 : E::Text10;
+        form.setText(field, typed);
+        ASSERT_NO_THROW(keyPress(form, field, kKeyReturn));
+        if (typed.empty()) {
+            EXPECT_TRUE(host.messages.empty());
+            continue;
+        }
+        if (!host.messages.empty()) {
+            EXPECT_TRUE(showedNoRateMessage());
+            continue;
+        }
+        // Without a message every amount field holds a two-decimal amount.
+        for (FormElement filled : {E::Text10, E::Text11, E::Text12})
+            EXPECT_TRUE(std::regex_match(form.text(filled), amount)) << form.text(filled);
+    }
+}
+
+} // namespace
+} // namespace zw

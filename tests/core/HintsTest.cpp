@@ -1,0 +1,34 @@
+#include "core/Hints.h"
+
+#include <gtest/gtest.h>
+
+namespace zw {
+namespace {
+
+TEST(Hints, EveryTypedFieldExplainsItselfAndWorkingFieldsStaySilent)
+{
+    for (FormElement field : {FormElement::Text1, FormElement::Text2, FormElement::Text3, FormElement::Text4,
+                              FormElement::Text5, FormElement::Text6, FormElement::Text7, FormElement::Text8,
+                              FormElement::Text9, FormElement::Text10, FormElement::Text11, FormElement::Text12,
+                              FormElement::Text14, FormElement::RTFBox, FormElement::Label1}) {
+        SCOPED_TRACE(elementName(field));
+        EXPECT_FALSE(hintText(field).empty());
+    }
+    for (FormElement silent : {FormElement::Text13, FormElement::betrag_duplikat, FormElement::Datum2,
+                               FormElement::Label16, FormElement::Count})
+        EXPECT_TRUE(hintText(silent).empty());
+    EXPECT_EQ(hintText(FormElement::Text5), hintText(FormElement::Text6));
+    EXPECT_EQ(hintText(FormElement::Text11), "Hier können Sie keine Eingabe vornehmen!");
+}
+
+TEST(Hints, LongBlankRunsSurvive)
+{
+    const std::string_view date = hintText(FormElement::Text9);
+    EXPECT_NE(date.find("ausgestellt wird." + std::string(28, ' ') + "TIPP: Geben Sie die Ziffer 0"),
+              std::string_view::npos);
+    EXPECT_EQ(hintGreeting(), "Herzlich willkommen!" + std::string(97, ' ') +
+                                  "Mit dem Zettelwerk können Sie bequem Quittungen ausstellen und drucken.");
+}
+
+} // namespace
+} // namespace zw
