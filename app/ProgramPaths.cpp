@@ -1,0 +1,94 @@
+#include "app/ProgramPaths.h"
+
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+#ifndef ZETTELWERK_BUILD_DIST_DIR
+#define ZETTELWERK_BUILD_DIST_DIR ""
+#endif
+
+namespace zw {
+namespace fs = std::filesystem;
+namespace {
+
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool isDirectory(const fs::path& path)
+{
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+} // namespace
+
+ProgramPaths::ProgramPaths(fs::path home) : m_home(std::move(home)) {}
+
+fs::path ProgramPaths::distributionFolder(const fs::path& executableFolder)
+{
+    if (auto own = environment("ZETTELWERK_DIST"); !own.empty())
+        return own;
+    if (auto installed = executableFolder / ".." / "share" / "zettelwerk"; isDirectory(installed / "daten"))
+        return installed.lexically_normal();
+    return ZETTELWERK_BUILD_DIST_DIR;
+}
+
+ProgramPaths ProgramPaths::locate(const fs::path& executableFolder)
+{
+    if (auto home = environment("ZETTELWERK_HOME"); !home.empty())
+        return ProgramPaths(home);
+    if (isDirectory(executableFolder / "daten"))
+        return ProgramPaths(executableFolder);
+    fs::path dataHome = environment("XDG_DATA_HOME");
+    if (dataHome.empty())
+        dataHome = fs::path(environment("HOME")) / ".local" / "share";
+    fs::path home = dataHome / "zettelwerk";
+    install(distributionFolder(executableFolder), home);
+    return ProgramPaths(home);
+}
+
+bool ProgramPaths::install(const fs::path& distribution, const fs::path& home)
+{
+    if (isDirectory(home / "daten"))
+        return true;
+    if (distribution.empty() || !isDirectory(distribution / "daten"))
+        return false;
+    std::error_code error;
+    fs::create_directories(home, error);
+    // Copy beside the target first, then move each entry in with a rename; daten/ comes last.
+    fs::path staging = home / (".install-" + std::to_string(::getpid()));
+    fs::remove_all(staging, error);
+    fs::copy(distribution, staging, fs::copy_options::recursive, error);
+    if (error) {
+        fs::remove_all(staging, error);
+        return false;
+    }
+    for (const auto& entry : fs::directory_iterator(staging, error)) {
+        auto name = entry.path().filename();
+        if (name == "daten" || fs::exists(home / name))
+            continue;
+        fs::rename(entry.path(), home / name, error);
+    }
+    fs::rename(staging / "daten", home / "daten", error);
+    bool installed = !error;
+    fs::remove_all(staging, error);
+    return installed;
+}
+
+fs::path ProgramPaths::resolve(std::string_view programPath) const
+{
+    std::string relative(programPath);
+    for (char& c : relative) {
+        if (c == '\\')
+            c = '/';
+    }
+    while (!relative.empty() && relative.front() == '/')
+        relative.erase(relative.begin());
+    return m_home / relative;
+}
+
+} // namespace zw

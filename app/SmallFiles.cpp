@@ -1,0 +1,107 @@
+#include "app/SmallFiles.h"
+
+#include <string>
+#include <vector>
+
+#include "app/ProgramPaths.h"
+#include "app/TextFile.h"
+#include "core/FormElement.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+
+namespace zw::smallfiles {
+namespace {
+
+bool isFile(const std::filesystem::path& file)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(file, error);
+}
+
+std::string joined(const std::vector<std::string>& lines)
+{
+    std::string out;
+    for (const auto& line : lines)
+        out += line;
+    return out;
+}
+
+} // namespace
+
+void loadRate(ReceiptForm& form, const ProgramPaths& paths)
+{
+    auto file = paths.dataFile("mwst.dat");
+    if (isFile(file)) {
+        auto rate = joined(readTextLines(file));
+        form.setText(FormElement::Text3, "");
+        form.setText(FormElement::Text3, rate);
+    } else {
+        writeTextLines(file, {""});
+    }
+}
+
+void loadPrintSetup(ReceiptForm& form, const ProgramPaths& paths)
+{
+    auto file = paths.dataFile("druck.dat");
+    if (!isFile(file)) {
+        savePrintSetup(form, paths);
+        return;
+    }
+    auto lines = readTextLines(file);
+    std::size_t next = 0;
+    while (next < lines.size()) {
+        // Each round reads three lines; running out in the middle is the old "input past end".
+        for (int field = 0; field < 3; ++field) {
+            if (next >= lines.size())
+                throw RunError::inputPastEnd();
+            const auto& line = lines[next++];
+            if (field == 0)
+                form.setAbstand(form.abstand() + line);
+            else if (field == 1)
+                form.setAnzahl(form.anzahl() + line);
+            else
+                form.setOben(form.oben() + line);
+        }
+    }
+}
+
+void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths)
+{
+    writeTextLines(paths.dataFile("druck.dat"), {form.abstand(), form.anzahl(), form.oben()});
+}
+
+void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
+{
+    auto file = paths.dataFile("nummer.dat");
+    if (!isFile(file)) {
+        saveNumber(file, form.text(FormElement::Text1));
+        return;
+    }
+    auto lines = readTextLines(file);
+    form.setText(FormElement::Text1, "");
+    for (const auto& line : lines)
+        form.appendText(FormElement::Text1, line);
+}
+
+void saveNumber(const std::filesystem::path& file, const std::string& number) { writeTextLines(file, {number}); }
+
+bool readMark(const std::filesystem::path& file)
+{
+    if (!isFile(file))
+        return false;
+    auto lines = readTextLines(file);
+    if (lines.empty())
+        throw RunError::inputPastEnd();
+    // Numeric input takes the leading blank-delimited field; anything but a whole number fails.
+    std::string value = lines.front();
+    auto first = value.find_first_not_of(" \t");
+    auto last = value.find_last_not_of(" \t");
+    value = first == std::string::npos ? "" : value.substr(first, last - first + 1);
+    if (value.empty() || value.find_first_not_of("0123456789-+") != std::string::npos)
+        throw RunError::typeMismatch();
+    return value == "1" || value == "+1" || value == "01";
+}
+
+void writeMark(const std::filesystem::path& file, bool on) { writeTextLines(file, {on ? "1" : "0"}); }
+
+} // namespace zw::smallfiles

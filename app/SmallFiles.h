@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+
+namespace zw {
+
+class ReceiptForm;
+class ProgramPaths;
+
+// The one-value files of the data folder: mwst.dat, druck.dat, nummer.dat and the two mark files.
+// Readers follow the old line-input rules on purpose (joined and appended lines); failures throw RunError.
+namespace smallfiles {
+
+// mwst.dat as the main window reads it: all lines joined into Text3; a missing file is created from the
+// joined text, that is, with one empty line, and Text3 keeps what it had.
+void loadRate(ReceiptForm& form, const ProgramPaths& paths);
+
+// druck.dat: three lines appended in turn to abstand, anzahl, oben while the file has more; a missing file is
+// written from the fields. A file of fewer lines than a round needs ends in RunError 62 after the appends.
+void loadPrintSetup(ReceiptForm& form, const ProgramPaths& paths);
+void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths);
+
+// nummer.dat: Text1 cleared, then every line appended; a missing file is written from Text1.
+void loadNumber(ReceiptForm& form, const ProgramPaths& paths);
+void saveNumber(const std::filesystem::path& file, const std::string& number);
+
+// siglogoaa.dat / sigunteraa.dat: true only if the file exists and its value is 1. A value that is no number
+// throws RunError 13, as the old numeric input did.
+bool readMark(const std::filesystem::path& file);
+void writeMark(const std::filesystem::path& file, bool on);
+
+} // namespace smallfiles
+} // namespace zw

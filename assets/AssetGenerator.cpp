@@ -1,0 +1,143 @@
+#include "assets/AssetGenerator.h"
+
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "app/TextFile.h"
+#include "core/RunError.h"
+#include "print/ReceiptLayout.h"
+
+namespace zw {
+namespace {
+
+namespace fs = std::filesystem;
+using F = FormElement;
+
+enum class TaxFields { Shown, Hidden };
+
+// Cream paper with a faint grain; the seed is fixed so every build draws the same picture.
+QImage paper(int width, int height, QColor base, quint32 seed)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    QRandomGenerator random(seed);
+    for (int y = 0; y < height; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < width; ++x) {
+            int grain = static_cast<int>(random.bounded(7)) - 3;
+            line[x] = qRgb(qBound(0, base.red() + grain, 255), qBound(0, base.green() + grain, 255),
+                           qBound(0, base.blue() + grain, 255));
+        }
+    }
+    return image;
+}
+
+QRect pixels(const LayoutEntry& entry)
+{
+    return {entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels()};
+}
+
+// A fill-in form: a frame, a title band, writing lines under the text fields and boxes for the amounts.
+QImage receiptForm(TaxFields tax)
+{
+    QImage image = paper(kBackgroundWidthPixels, kBackgroundHeightPixels, QColor(251, 248, 238), 1202);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const QColor ink(120, 138, 160);
+    painter.setPen(QPen(ink, 1));
+    painter.drawRect(3, 3, image.width() - 7, image.height() - 7);
+    painter.setPen(QPen(ink.lighter(130), 1));
+    painter.drawRect(6, 6, image.width() - 13, image.height() - 13);
+    painter.fillRect(QRect(8, 8, 248, 38), QColor(234, 238, 244));
+    painter.setPen(QPen(ink, 1));
+    painter.drawLine(8, 47, 256, 47);
+
+    auto underline = [&](F element) {
+        if (auto entry = layoutOf(element)) {
+            QRect r = pixels(*entry);
+            painter.drawLine(r.left(), r.bottom() + 1, std::min(r.right(), image.width() - 12), r.bottom() + 1);
+        }
+    };
+    auto box = [&](F element) {
+        if (auto entry = layoutOf(element)) {
+            QRect r = pixels(*entry).adjusted(-2, -2, 1, 1);
+            painter.fillRect(r, QColor(255, 255, 255));
+            painter.drawRect(r);
+        }
+    };
+    painter.setPen(QPen(ink.lighter(120), 1, Qt::DotLine));
+    for (F element : {F::Text4, F::Text5, F::Text6, F::Text7, F::Text8, F::Text9})
+        underline(element);
+    painter.setPen(QPen(ink, 1));
+    box(F::Text1);
+    box(F::Text2);
+    box(F::Text12);
+    if (tax == TaxFields::Shown) {
+        box(F::Text10);
+        box(F::Text11);
+        // The sum line above the gross amount.
+        if (auto entry = layoutOf(F::Text12)) {
+            QRect r = pixels(*entry);
+            painter.drawLine(r.left() - 100, r.top() - 4, r.right(), r.top() - 4);
+        }
+    }
+    // Issuer area, booking note and signature field as light panels.
+    painter.setPen(QPen(ink.lighter(140), 1));
+    for (F element : {F::RTFBox, F::Text14, F::Image6}) {
+        if (auto entry = layoutOf(element))
+            painter.drawRect(pixels(*entry).adjusted(-3, -3, 2, 2));
+    }
+    return image;
+}
+
+bool save(const QImage& image, const fs::path& file, const char* format, int quality = -1)
+{
+    return image.save(QString::fromStdString(file.string()), format, quality);
+}
+
+bool writeLines(const fs::path& file, const std::vector<std::string>& lines)
+{
+    try {
+        writeTextLines(file, lines);
+        return true;
+    } catch (const RunError&) {
+        return false;
+    }
+}
+
+bool writeHelp(const fs::path& folder)
+{
+    return writeLines(folder / "index.html",
+                      {"<!DOCTYPE html>", "<html lang=\"de\"><head><meta charset=\"windows-1252\">",
+                       "<title>Zettelwerk Hilfe</title></head><body>", "<h1>Zettelwerk Hilfe</h1>",
+                       "<p>Geben Sie den Gesamtbetrag ein und dr&uuml;cken Sie RETURN: Netto, MwSt.-Anteil und der "
+                       "Betrag in Worten werden berechnet.</p>",
+                       "<p>Mit <b>Neu</b> legen Sie eine neue Quittung an; ist die automatische Nummer "
+                       "eingeschaltet, steigt die Belegnummer um eins.</p>",
+                       "<p>F9 &ouml;ffnet die Ausstellerdaten, F10 im Datumsfeld den Kalender, F12 beendet das "
+                       "Programm.</p>",
+                       "</body></html>"});
+}
+
+} // namespace
+
+bool generateDistribution(const fs::path& folder)
+{
+    std::error_code error;
+    for (const char* sub : {"daten", "hintergrund", "temp", "hilfe"})
+        fs::create_directories(folder / sub, error);
+    if (error)
+        return false;
+    bool ok = true;
+    ok &= save(receiptForm(TaxFields::Shown), folder / "hintergrund" / "quittung_leer.jpg", "JPG", 92);
+    ok &= save(receiptForm(TaxFields::Hidden), folder / "hintergrund" / "quittung_steueraus.jpg", "JPG", 92);
+    ok &= writeHelp(folder / "hilfe");
+    return ok;
+}
+
+} // namespace zw

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <span>
+
+#include "core/FormElement.h"
+
+namespace zw {
+
+inline constexpr int kTwipsPerPixel = 15;
+// picSource: 8550 x 6435 twips, 570 x 429 pixels at 96 dots per inch.
+inline constexpr int kFormWidthTwips = 8550;
+inline constexpr int kFormHeightTwips = 6435;
+inline constexpr int kFormWidthPixels = kFormWidthTwips / kTwipsPerPixel;
+inline constexpr int kFormHeightPixels = kFormHeightTwips / kTwipsPerPixel;
+// The background pictures are a little smaller than the area.
+inline constexpr int kBackgroundWidthPixels = 566;
+inline constexpr int kBackgroundHeightPixels = 425;
+
+enum class Align { Left, Centre, Right };
+
+// One element of the receipt area, in twips relative to it. Screen and photograph both read this table.
+struct LayoutEntry
+{
+    FormElement element;
+    int left;
+    int top;
+    int width;
+    int height;
+    Align align = Align::Left;
+    bool multiLine = false;
+    bool editable = false;
+
+    int leftPixels() const { return left / kTwipsPerPixel; }
+    int topPixels() const { return top / kTwipsPerPixel; }
+    int widthPixels() const { return width / kTwipsPerPixel; }
+    int heightPixels() const { return height / kTwipsPerPixel; }
+};
+
+std::span<const LayoutEntry> receiptLayout();
+std::optional<LayoutEntry> layoutOf(FormElement element);
+
+// The rulers beside the form, in twips relative to the window's form area.
+struct RulerPlacement
+{
+    int left;
+    int top;
+    int length;
+};
+inline constexpr RulerPlacement kRuler1{360, 120, 8655}; // along the top
+inline constexpr RulerPlacement kRuler2{120, 360, 6435}; // along the side
+
+} // namespace zw

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "app/QuittungLogic.h"
+#include "core/FormHost.h"
+
+class QAction;
+class QButtonGroup;
+class QCheckBox;
+class QLabel;
+class QMenu;
+class QSpinBox;
+class QToolBox;
+
+namespace zw {
+
+class ProgramPaths;
+class ReceiptForm;
+class ReceiptFormView;
+class Ruler;
+class Settings;
+struct FormChange;
+
+// The main window: menu, shortcut bar, the receipt form and the hint line. It shows what the form model holds
+// and hands every command to the logic; it is also the host that shows messages and opens other windows.
+class Quittung : public QMainWindow, public FormHost, public WindowParts
+{
+public:
+    Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+    ~Quittung() override;
+
+    QuittungLogic& logic() { return *m_logic; }
+    ReceiptFormView* formView() const { return m_formView; }
+    QAction* action(const std::string& name) const;
+    QMenu* menu(const std::string& name) const;
+
+    // Registers what a command does; a command without a handler stays visible but disabled.
+    void setCommand(const std::string& name, std::function<void()> handler);
+
+    // FormHost
+    void showMessage(std::string_view text, MessageStyle style, std::string_view title) override;
+    int confirmQuestion(std::string_view text, MessageStyle style, std::string_view title) override;
+    std::optional<std::string> askText(std::string_view text, MessageStyle style, std::string_view title,
+                                       std::string_view initial) override;
+    void showNotice(Notice notice) override;
+    void beep() override;
+    void openWindow(std::string_view name) override;
+
+    // WindowParts
+    void setWindowBackground(const std::string& programPath) override;
+    void showRulers(bool visible) override;
+    void setLastFileCaption(const std::string& caption) override;
+
+    // The three ways out end here: unload every window once.
+    void unloadAll();
+
+    // Windows opened by name; other subsystems register theirs.
+    void setWindowOpener(const std::string& name, std::function<void()> opener);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildReceiptTypeMenu(QMenu* menu);
+    QWidget* buildShortcutBar();
+    void registerCommands();
+    void mirror(const FormChange& change);
+    void mirrorSwitches();
+    int filterKey(FormElement element, int code);
+
+    ReceiptForm& m_form;
+    Settings& m_settings;
+    const ProgramPaths& m_paths;
+    std::unique_ptr<QuittungLogic> m_logic;
+    ReceiptFormView* m_formView = nullptr;
+    Ruler* m_ruler1 = nullptr;
+    Ruler* m_ruler2 = nullptr;
+    QLabel* m_hintLine = nullptr;
+    QWidget* m_central = nullptr;
+    QToolBox* m_shortcutBar = nullptr;
+    std::map<std::string, QAction*> m_actions;
+    std::map<std::string, QMenu*> m_menus;
+    std::map<std::string, std::function<void()>> m_openers;
+    QPixmap* m_windowBackground = nullptr;
+    // Shortcut bar controls mirrored from the model.
+    QCheckBox* m_saveCheck = nullptr;
+    QCheckBox* m_quittnr = nullptr;
+    QCheckBox* m_betragCheck = nullptr;
+    QCheckBox* m_xpCheck1 = nullptr;
+    QCheckBox* m_xpCheck2 = nullptr;
+    QButtonGroup* m_layoutGroup = nullptr;
+    QButtonGroup* m_stampGroup = nullptr;
+    QSpinBox* m_abstand = nullptr;
+    QSpinBox* m_anzahl = nullptr;
+    QSpinBox* m_oben = nullptr;
+    bool m_mirroring = false;
+};
+
+} // namespace zw

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "core/FormElement.h"
+
+namespace zw {
+
+class ProgramPaths;
+class ReceiptForm;
+struct FormChange;
+
+// The receipt area `picSource`: the background picture and every element of the layout table at its place.
+// It mirrors the form model and turns edits, clicks and keys into model calls; it computes nothing.
+class ReceiptFormView : public QWidget
+{
+public:
+    ReceiptFormView(ReceiptForm& form, const ProgramPaths& paths, QWidget* parent = nullptr);
+
+    QWidget* widgetOf(FormElement element) const { return m_widgets[indexOf(element)]; }
+
+    // Key filter of the amount and date fields: gets the key code (13 RETURN, 8 backspace, else the character),
+    // returns it or 0 to cancel it.
+    std::function<int(FormElement, int)> keyFilter;
+    // A left press on Label1, Text2 or Label13.
+    std::function<void(FormElement)> elementClicked;
+    // The mouse moved over the form, in pixels (the rulers follow it).
+    std::function<void(QPoint)> mouseMoved;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    void createWidgets();
+    void mirror(const FormChange& change);
+    void mirrorText(FormElement element);
+    void mirrorFont(FormElement element);
+    void showHint(FormElement element);
+    FormElement elementOf(QObject* object) const;
+
+    ReceiptForm& m_form;
+    const ProgramPaths& m_paths;
+    QPixmap m_background;
+    std::array<QWidget*, kFormElementCount> m_widgets{};
+    bool m_mirroring = false;
+};
+
+} // namespace zw

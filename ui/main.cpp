@@ -1,0 +1,36 @@
+#include <QApplication>
+#include <QFont>
+#include <QScreen>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "ui/FrmSplash1.h"
+#include "ui/Quittung.h"
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Zettelwerk");
+    // The form is laid out for Arial and Courier New; their metric twins keep every text at its width.
+    QFont::insertSubstitution("Arial", "Liberation Sans");
+    QFont::insertSubstitution("Courier New", "Liberation Mono");
+    QFont::insertSubstitution("Verdana", "DejaVu Sans");
+
+    const auto paths = zw::ProgramPaths::locate(QApplication::applicationDirPath().toStdString());
+    zw::SettingsStore settings(zw::SettingsStore::defaultFolder());
+    zw::ReceiptForm form;
+
+    {
+        zw::FrmSplash1 splash(paths);
+        splash.show();
+        if (auto* screen = QApplication::primaryScreen())
+            splash.move(screen->availableGeometry().center() - splash.rect().center());
+        splash.laden();
+    }
+
+    zw::Quittung window(form, settings, paths);
+    window.logic().load();
+    window.show();
+    return QApplication::exec();
+}
