@@ -81,6 +81,19 @@ void ReceiptForm::setPointSize(FormElement element, int points)
     notify({FormAspect::Font, element});
 }
 
+const std::string& ReceiptForm::fontFamily(FormElement element) const
+{
+    bool amount = element == FormElement::Text10 || element == FormElement::Text11 || element == FormElement::Text12;
+    return amount ? m_amountFontFamily : m_fontFamily;
+}
+
+void ReceiptForm::setFontFamilies(std::string labelsAndFields, std::string amounts)
+{
+    m_fontFamily = std::move(labelsAndFields);
+    m_amountFontFamily = std::move(amounts);
+    notify({FormAspect::Font, FormElement::Count});
+}
+
 void ReceiptForm::setIncome(int value)
 {
     m_income = value;

@@ -53,6 +53,10 @@ public:
     int pointSize(FormElement element) const;
     void setPointSize(FormElement element, int points);
 
+    // The form's fonts: one family for the captions and text fields, one for the three amount fields.
+    const std::string& fontFamily(FormElement element) const;
+    void setFontFamilies(std::string labelsAndFields, std::string amounts);
+
     // xpCheck1: 1 income, 0 expense. Its change sets its caption and the marks of einna / ausga.
     int income() const { return m_income; }
     void setIncome(int value);
@@ -100,6 +104,8 @@ private:
     std::array<bool, kFormElementCount> m_visible;
     int m_label1PointSize;
     int m_fieldPointSize;
+    std::string m_fontFamily = "Arial";
+    std::string m_amountFontFamily = "Courier New";
     int m_income = 1;
     int m_saveCheck = 0;
     int m_quittnr = 0;
