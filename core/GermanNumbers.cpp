@@ -66,8 +66,9 @@ int hexDigitValue(char c)
     return -1;
 }
 
-// Reads "&H..." or "&O..." at pos (the "&" itself); returns the unsigned value. Throws 6 beyond 64 bits.
-std::uint64_t scanBasedNumber(std::string_view text, std::size_t& pos)
+// Reads "&H..." or "&O..." at pos (the "&" itself) with all its digits; returns the unsigned value, or sets
+// tooLarge beyond 64 bits.
+std::uint64_t scanBasedNumber(std::string_view text, std::size_t& pos, bool& tooLarge)
 {
     const char marker = text[pos + 1];
     const int shift = (marker == 'H' || marker == 'h') ? 4 : 3;
@@ -79,7 +80,7 @@ std::uint64_t scanBasedNumber(std::string_view text, std::size_t& pos)
         if (digit < 0 || digit >= base)
             break;
         if (value > (std::numeric_limits<std::uint64_t>::max() >> shift))
-            throw RunError::overflow();
+            tooLarge = true;
         value = (value << shift) | static_cast<std::uint64_t>(digit);
         ++pos;
     }
@@ -378,6 +379,7 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
     bool signSeen = false;
     bool parenthesis = false;
     bool currencySeen = false;
+    bool tooLarge = false;
 
     auto takeCurrency = [&]() {
         if (!currencySeen && text.substr(pos, kEuroSign.size()) == kEuroSign) {
@@ -408,13 +410,7 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
     double magnitude = 0.0;
     if (startsBasedNumber(text, pos)) {
         const std::size_t digitsStart = pos + 2;
-        std::uint64_t value = 0;
-        try {
-            value = scanBasedNumber(text, pos);
-        } catch (const RunError&) {
-            overflow = true;
-            return std::nullopt;
-        }
+        const std::uint64_t value = scanBasedNumber(text, pos, tooLarge);
         if (pos == digitsStart)
             return std::nullopt;
         magnitude = static_cast<double>(value);
@@ -442,8 +438,7 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
         try {
             magnitude = decimalToDouble(integerDigits, fractionDigits, exponent);
         } catch (const RunError&) {
-            overflow = true;
-            return std::nullopt;
+            tooLarge = true;
         }
     }
 
@@ -465,6 +460,11 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
     }
     if (parenthesis)
         return std::nullopt;
+    // The text is read whole before its value counts: a malformed text is a type mismatch even when too large.
+    if (tooLarge) {
+        overflow = true;
+        return std::nullopt;
+    }
     // A zero keeps no sign, as the run time's own zero has none.
     if (magnitude == 0.0)
         return 0.0;
@@ -520,7 +520,10 @@ double leadingNumber(std::string_view text)
     }
     std::size_t pos = 0;
     if (startsBasedNumber(compact, pos)) {
-        const std::uint64_t value = scanBasedNumber(compact, pos);
+        bool tooLarge = false;
+        const std::uint64_t value = scanBasedNumber(compact, pos, tooLarge);
+        if (tooLarge)
+            throw RunError::overflow();
         if (value <= 0xFFFF)
             return static_cast<double>(static_cast<std::int16_t>(static_cast<std::uint16_t>(value)));
         if (value <= 0xFFFFFFFF)

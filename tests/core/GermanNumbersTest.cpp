@@ -59,6 +59,9 @@ TEST(ParseAmount, ValuesBeyondTheDoubleRangeOverflow)
     EXPECT_EQ(faultOf([] { parseAmount("1e99999999999999999999"); }), 6);
     EXPECT_EQ(faultOf([] { parseAmount("&H1FFFFFFFFFFFFFFFF"); }), 6);
     EXPECT_EQ(parseAmount("1,7976931348623157e308"), std::numeric_limits<double>::max());
+    // The text is read whole first: a malformed text stays a type mismatch, however large.
+    EXPECT_EQ(faultOf([] { parseAmount("1e400x"); }), 13);
+    EXPECT_EQ(faultOf([] { parseAmount("&HFFFFFFFFFFFFFFFFFZ"); }), 13);
 }
 
 TEST(FormatNumber, WritesFifteenSignificantDigitsWithAComma)
