@@ -1,0 +1,14 @@
+#pragma once
+
+#include <span>
+
+#include "tools/CliContext.h"
+
+namespace zw::cli {
+
+// Every command of the companion command line; each lives in its own file.
+std::span<const CliCommand> commands();
+
+int runInfo(CliContext& context);
+
+} // namespace zw::cli
