@@ -3,8 +3,7 @@
 #include "core/RunError.h"
 
 #include <array>
-#include <fstream>
-#include <iterator>
+#include <cstdio>
 #include <limits>
 #include <string>
 
@@ -124,12 +123,19 @@ Bitmap parseBitmapFile(std::string_view bytes)
 
 Bitmap readBitmapFile(const std::filesystem::path& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr)
         throw RunError::fileNotFound();
-    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (file.bad())
-        throw RunError::fileNotFound();
+    std::string bytes;
+    char buffer[65536];
+    std::size_t count;
+    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
+        bytes.append(buffer, count);
+    const bool failed = std::ferror(file) != 0;
+    std::fclose(file);
+    // A folder opens but cannot be read.
+    if (failed)
+        throw RunError::pathFileAccess();
     return parseBitmapFile(bytes);
 }
 

@@ -19,7 +19,7 @@ struct Bitmap
 
 // Reads a Windows bitmap file of 24 or 32 bits per pixel, stored bottom-up or top-down (negative height).
 // 32-bit files may carry BI_BITFIELDS masks of whole bytes; their fourth byte (alpha or padding) is dropped.
-// Throws RunError: 53 when the file is missing or unreadable, 481 when its content is no such bitmap.
+// Throws RunError: 53 when the file is missing, 75 when it cannot be read, 481 when it is no such bitmap.
 Bitmap readBitmapFile(const std::filesystem::path& path);
 Bitmap parseBitmapFile(std::string_view bytes);
 

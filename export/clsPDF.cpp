@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-#include <fstream>
 #include <iterator>
 #include <limits>
 #include <random>
@@ -47,10 +46,19 @@ std::int32_t checked32(std::int64_t value)
     return static_cast<std::int32_t>(value);
 }
 
-std::int16_t add16(std::int16_t a, std::int16_t b) { return checked16(std::int64_t{a} + b); }
-std::int16_t sub16(std::int16_t a, std::int16_t b) { return checked16(std::int64_t{a} - b); }
+std::int16_t add16(std::int16_t a, std::int16_t b)
+{
+    return checked16(std::int64_t{a} + b);
+}
+std::int16_t sub16(std::int16_t a, std::int16_t b)
+{
+    return checked16(std::int64_t{a} - b);
+}
 
-std::string decimal(std::int64_t value) { return std::to_string(value); }
+std::string decimal(std::int64_t value)
+{
+    return std::to_string(value);
+}
 
 // The operator of a FillMode or Mode value; empty for values outside the table.
 std::string_view paintOperator(std::int32_t mode)
@@ -215,7 +223,8 @@ void clsPDF::Clear(std::int16_t fontSize, std::int16_t linesPerPage)
     SetPendingOperator({});
 }
 
-void clsPDF::DrawBox(std::int16_t x, std::int16_t y, std::int16_t width, std::int16_t height, std::int32_t mode)
+void clsPDF::DrawBox(std::int16_t x, std::int16_t y, std::int16_t width, std::int16_t height,
+                     std::int32_t mode)
 {
     SetPaintMode(mode);
     const std::int16_t bottom = sub16(sub16(Height(), height), y);
@@ -251,7 +260,8 @@ void clsPDF::DrawLine(std::int16_t x1, std::int16_t y1, std::int16_t x2, std::in
     const std::int16_t flippedY2 = FlipY(y2);
     m_currentX = x2;
     m_currentY = flippedY2;
-    AddPageLine(decimal(x1) + ' ' + decimal(FlipY(y1)) + " m " + decimal(x2) + ' ' + decimal(flippedY2) + " l");
+    AddPageLine(decimal(x1) + ' ' + decimal(FlipY(y1)) + " m " + decimal(x2) + ' ' + decimal(flippedY2) +
+                " l");
 }
 
 void clsPDF::DrawLineTo(std::int16_t x, std::int16_t y)
@@ -299,7 +309,8 @@ void clsPDF::DrawPicture(std::int16_t x, std::int16_t y, std::int16_t width, std
 
     FlushPendingOperator();
     AddPageLine("q");
-    AddPageLine(decimal(width) + " 0 0 " + decimal(height) + ' ' + decimal(x) + ' ' + decimal(bottom) + " cm");
+    AddPageLine(decimal(width) + " 0 0 " + decimal(height) + ' ' + decimal(x) + ' ' + decimal(bottom) +
+                " cm");
     AddPageLine("BI");
     AddPageLine("/W " + decimal(picture.width));
     AddPageLine("/H " + decimal(picture.height));
@@ -374,11 +385,20 @@ void clsPDF::NewPage(std::int16_t fontSize, std::int16_t linesPerPage)
     }
 }
 
-void clsPDF::PrintLine(std::string_view text) { PrintLineBytes(utf8ToCp1252(text)); }
+void clsPDF::PrintLine(std::string_view text)
+{
+    PrintLineBytes(utf8ToCp1252(text));
+}
 
-void clsPDF::PrintText(std::string_view text) { PrintTextBytes(utf8ToCp1252(text)); }
+void clsPDF::PrintText(std::string_view text)
+{
+    PrintTextBytes(utf8ToCp1252(text));
+}
 
-void clsPDF::PrintFile(const std::filesystem::path& fileName) { PrintTextBytes(ReadWholeFile(fileName)); }
+void clsPDF::PrintFile(const std::filesystem::path& fileName)
+{
+    PrintTextBytes(ReadWholeFile(fileName));
+}
 
 void clsPDF::PrintLineBytes(std::string_view bytes)
 {
@@ -433,7 +453,10 @@ std::string clsPDF::Value()
     return m_document.substr(0, static_cast<std::size_t>(m_finalLength));
 }
 
-void clsPDF::SavePDF(const std::filesystem::path& fileName) { WriteWholeFile(fileName, Value()); }
+void clsPDF::SavePDF(const std::filesystem::path& fileName)
+{
+    WriteWholeFile(fileName, Value());
+}
 
 void clsPDF::WriteHeader()
 {
@@ -443,8 +466,8 @@ void clsPDF::WriteHeader()
 
     const LocalDateTime now = m_clock();
     char timestamp[96];
-    std::snprintf(timestamp, sizeof timestamp, "%04d%02d%02d%02d%02d%02d", now.year, now.month, now.day, now.hour,
-                  now.minute, now.second);
+    std::snprintf(timestamp, sizeof timestamp, "%04d%02d%02d%02d%02d%02d", now.year, now.month, now.day,
+                  now.hour, now.minute, now.second);
     OpenObject();
     AddLine(std::string("/CreationDate (D:") + timestamp + ')');
     AddLine("/Producer (Zettelwerk [" + m_producerHost + "])");
@@ -620,7 +643,13 @@ void clsPDF::AddLine(std::string_view text)
     AddText(kLineEnd);
 }
 
-void clsPDF::AddText(std::string_view text) { appendBytes(m_document, m_documentLength, text); }
+void clsPDF::AddText(std::string_view text)
+{
+    // Any write makes an earlier Value stale. PrintLine and EndPage say so anyway; this also covers a fault
+    // that stops StartPage half-way, after which Value would otherwise hand out overwritten bytes.
+    m_finished = false;
+    appendBytes(m_document, m_documentLength, text);
+}
 
 void clsPDF::AddPageLine(std::string_view text)
 {
@@ -645,7 +674,10 @@ void clsPDF::AddPageLine(std::string_view text)
     AddPageText(kLineEnd);
 }
 
-void clsPDF::AddPageText(std::string_view text) { appendBytes(m_page, m_pageLength, text); }
+void clsPDF::AddPageText(std::string_view text)
+{
+    appendBytes(m_page, m_pageLength, text);
+}
 
 std::string clsPDF::EscapeText(std::string_view text)
 {
@@ -677,13 +709,12 @@ std::string clsPDF::FormatNumber(double value)
     const double rounded = std::floor(value * 1000 + 0.5) / 1000;
     if (!std::isfinite(rounded))
         throw RunError::overflow();
-    // to_chars ignores the locale, so the decimal mark is a point whatever the user's settings are.
+    // The shortest digits that read back as the same double, never in exponent form; to_chars ignores the
+    // locale, so the decimal mark is a point whatever the user's settings are.
     char buffer[512];
-    const auto result = std::to_chars(std::begin(buffer), std::end(buffer), rounded, std::chars_format::fixed, 3);
+    const auto result =
+        std::to_chars(std::begin(buffer), std::end(buffer), rounded, std::chars_format::fixed);
     std::string text(std::begin(buffer), result.ptr);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.')
-        text.pop_back();
     if (text == "-0")
         text = "0";
     return text;
@@ -716,12 +747,18 @@ void clsPDF::FlushPendingOperator()
 
 std::string clsPDF::ReadWholeFile(const std::filesystem::path& fileName)
 {
-    std::ifstream file(fileName, std::ios::binary);
-    if (!file)
+    // Whatever cannot be read, a missing file or a folder, is empty text.
+    std::FILE* file = std::fopen(fileName.c_str(), "rb");
+    if (file == nullptr)
         return {};
-    std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (file.bad())
-        return {};
+    std::string bytes;
+    char buffer[65536];
+    std::size_t count;
+    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
+        bytes.append(buffer, count);
+    if (std::ferror(file) != 0)
+        bytes.clear();
+    std::fclose(file);
     return bytes;
 }
 
@@ -818,6 +855,9 @@ std::string clsPDF::CompressRunLength(std::string_view bytes)
     return out;
 }
 
-std::int16_t clsPDF::FlipY(std::int16_t y) const { return sub16(Height(), y); }
+std::int16_t clsPDF::FlipY(std::int16_t y) const
+{
+    return sub16(Height(), y);
+}
 
 } // namespace zw

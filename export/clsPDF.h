@@ -41,7 +41,8 @@ public:
     static constexpr std::int32_t ModeCloseFillStroke = 1;
     static constexpr std::int32_t ModeCloseStroke = 2;
 
-    explicit clsPDF(LocalClock clock = currentLocalDateTime, std::string producerHost = std::string(kPdfProducerHost));
+    explicit clsPDF(LocalClock clock = currentLocalDateTime,
+                    std::string producerHost = std::string(kPdfProducerHost));
 
     // Colours are 0x00BBGGRR.
     std::int32_t DrawColor() const { return m_drawColor; }
@@ -85,7 +86,7 @@ public:
     // Width and Height are the size on the page; negative values mirror the picture.
     void DrawPicture(std::int16_t x, std::int16_t y, std::int16_t width, std::int16_t height,
                      const Bitmap& picture, bool gray);
-    // Loads a Windows bitmap file first (RunError 53 or 481 when that fails).
+    // Loads a Windows bitmap file first (RunError 53 missing, 75 unreadable, 481 no such bitmap).
     void DrawPicture(std::int16_t x, std::int16_t y, std::int16_t width, std::int16_t height,
                      const std::filesystem::path& pictureFile, bool gray);
     void DrawShape(std::int32_t mode);
@@ -158,7 +159,7 @@ private:
     std::int32_t m_orientation = 0;
     std::int32_t m_paperSize = 0;
     std::int16_t m_paperWidth = 0;
-    std::vector<std::int32_t> m_pageObjects;   // from index 1
+    std::vector<std::int32_t> m_pageObjects; // from index 1
     std::int32_t m_pageCount = 0;
     std::vector<std::int32_t> m_objectOffsets; // from index 1
     std::int32_t m_objectCount = 0;

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zw::rtf {
+
+struct Colour
+{
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    bool operator==(const Colour&) const = default;
+};
+
+// The character formatting a run carries. Font and colour are indices into the document's tables; colour 0 is
+// the automatic colour.
+struct CharFormat
+{
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    int halfPoints = 24;
+    int font = 0;
+    int colour = 0;
+    bool operator==(const CharFormat&) const = default;
+};
+
+struct Run
+{
+    std::string text; // UTF-8; a tab is '\t', a line break inside the paragraph '\n'
+    CharFormat format;
+    bool operator==(const Run&) const = default;
+};
+
+enum class Alignment { Left, Centre, Right, Justified };
+
+struct Paragraph
+{
+    std::vector<Run> runs;
+    Alignment alignment = Alignment::Left;
+    bool operator==(const Paragraph&) const = default;
+
+    std::string text() const;
+};
+
+struct Font
+{
+    std::string name;
+    std::string family = "fnil"; // fswiss, froman, fmodern, ...
+    int charset = 0;
+    bool operator==(const Font&) const = default;
+};
+
+// A rich-text document as the program's rich-text boxes hold it: font and colour tables and paragraphs of
+// formatted runs. Reader and writer in this folder turn it into RTF source and back.
+struct Document
+{
+    std::vector<Font> fonts;
+    std::vector<Colour> colours; // index 0 is the automatic colour and is not listed here
+    std::vector<Paragraph> paragraphs;
+    int codePage = 1252;
+    int defaultLanguage = 1031;
+    bool operator==(const Document&) const = default;
+
+    // The plain text: paragraphs joined by '\n'.
+    std::string plainText() const;
+    // Appends a run to the last paragraph, merging it with the run before if the format is the same.
+    void append(std::string text, const CharFormat& format);
+    void newParagraph(Alignment alignment = Alignment::Left);
+};
+
+} // namespace zw::rtf

@@ -1,0 +1,396 @@
+#include "export/rtf/RtfReader.h"
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/CodePage.h"
+
+namespace zw::rtf {
+namespace {
+
+enum class Destination { Text, FontTable, ColourTable, Skip };
+
+struct State
+{
+    CharFormat format;
+    Alignment alignment = Alignment::Left;
+    Destination destination = Destination::Text;
+    int unicodeSkip = 1;
+};
+
+void appendUtf8(std::string& out, unsigned codePoint)
+{
+    if (codePoint < 0x80) {
+        out += static_cast<char>(codePoint);
+    } else if (codePoint < 0x800) {
+        out += static_cast<char>(0xC0 | (codePoint >> 6));
+        out += static_cast<char>(0x80 | (codePoint & 0x3F));
+    } else {
+        out += static_cast<char>(0xE0 | (codePoint >> 12));
+        out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (codePoint & 0x3F));
+    }
+}
+
+bool isSkippedDestination(std::string_view word)
+{
+    static constexpr std::string_view kSkipped[] = {"info",   "stylesheet", "pict",     "header",  "footer",
+                                                    "object", "field",      "fldinst",  "xmlnstbl", "listtable",
+                                                    "listoverridetable", "rsidtbl", "generator", "themedata"};
+    for (auto skipped : kSkipped) {
+        if (word == skipped)
+            return true;
+    }
+    return false;
+}
+
+class Reader
+{
+public:
+    explicit Reader(std::string_view source) : m_source(source) {}
+
+    Document read()
+    {
+        m_stack.push_back({});
+        while (m_at < m_source.size()) {
+            char c = m_source[m_at];
+            if (c == '{') {
+                ++m_at;
+                flushText();
+                m_stack.push_back(m_stack.back());
+                m_groupStart = true;
+                continue;
+            }
+            if (c == '}') {
+                ++m_at;
+                flushText();
+                closeGroup();
+                continue;
+            }
+            if (c == '\\') {
+                controlSymbolOrWord();
+                m_groupStart = false;
+                continue;
+            }
+            m_groupStart = false;
+            ++m_at;
+            if (c == '\r' || c == '\n')
+                continue;
+            if (m_pendingSkip > 0) {
+                --m_pendingSkip;
+                continue;
+            }
+            m_pending += c;
+        }
+        flushText();
+        if (!m_document.paragraphs.empty() && m_document.paragraphs.back().runs.empty() && m_openParagraph)
+            m_document.paragraphs.pop_back();
+        return std::move(m_document);
+    }
+
+private:
+    State& state() { return m_stack.back(); }
+
+    void closeGroup()
+    {
+        if (state().destination == Destination::FontTable && m_font)
+            finishFont();
+        if (m_stack.size() > 1)
+            m_stack.pop_back();
+    }
+
+    void flushText()
+    {
+        if (m_pending.empty())
+            return;
+        std::string text = std::move(m_pending);
+        m_pending.clear();
+        switch (state().destination) {
+        case Destination::Text:
+            ensureParagraph();
+            m_document.append(std::move(text), state().format);
+            break;
+        case Destination::FontTable:
+            fontText(text);
+            break;
+        case Destination::ColourTable:
+            for (char c : text) {
+                if (c == ';') {
+                    if (m_colourStarted)
+                        m_document.colours.push_back(m_colour);
+                    m_colourStarted = true; // the first ';' closes the automatic colour, which is not listed
+                    m_colour = {};
+                }
+            }
+            break;
+        case Destination::Skip:
+            break;
+        }
+    }
+
+    void ensureParagraph()
+    {
+        if (!m_openParagraph) {
+            m_document.newParagraph(state().alignment);
+            m_openParagraph = true;
+        }
+    }
+
+    void fontText(const std::string& text)
+    {
+        for (char c : text) {
+            if (c == ';') {
+                finishFont();
+            } else {
+                if (!m_font)
+                    m_font = Font{};
+                m_font->name += c;
+            }
+        }
+    }
+
+    void finishFont()
+    {
+        if (!m_font)
+            return;
+        auto first = m_font->name.find_first_not_of(' ');
+        m_font->name = first == std::string::npos ? "" : m_font->name.substr(first);
+        std::size_t index = m_fontIndex < 0 ? m_document.fonts.size() : static_cast<std::size_t>(m_fontIndex);
+        if (m_document.fonts.size() <= index)
+            m_document.fonts.resize(index + 1);
+        m_document.fonts[index] = *m_font;
+        m_font.reset();
+        m_fontIndex = -1;
+    }
+
+    void emitCodePoint(unsigned codePoint)
+    {
+        appendUtf8(m_pending, codePoint);
+    }
+
+    void controlSymbolOrWord()
+    {
+        ++m_at; // the backslash
+        if (m_at >= m_source.size())
+            return;
+        char c = m_source[m_at];
+        if (!std::isalpha(static_cast<unsigned char>(c))) {
+            ++m_at;
+            controlSymbol(c);
+            return;
+        }
+        std::size_t start = m_at;
+        while (m_at < m_source.size() && std::isalpha(static_cast<unsigned char>(m_source[m_at])))
+            ++m_at;
+        std::string_view word = m_source.substr(start, m_at - start);
+        std::optional<int> parameter;
+        std::size_t numberStart = m_at;
+        if (m_at < m_source.size() && m_source[m_at] == '-')
+            ++m_at;
+        while (m_at < m_source.size() && std::isdigit(static_cast<unsigned char>(m_source[m_at])))
+            ++m_at;
+        if (m_at > numberStart && !(m_at == numberStart + 1 && m_source[numberStart] == '-')) {
+            long value = std::stol(std::string(m_source.substr(numberStart, m_at - numberStart)));
+            parameter = static_cast<int>(std::clamp(value, -2147483647L, 2147483647L));
+        } else {
+            m_at = numberStart;
+        }
+        if (m_at < m_source.size() && m_source[m_at] == ' ')
+            ++m_at; // the delimiting blank belongs to the word
+        controlWord(word, parameter);
+    }
+
+    void controlSymbol(char c)
+    {
+        switch (c) {
+        case '\\':
+        case '{':
+        case '}':
+            takeCharacter(std::string(1, c));
+            break;
+        case '~':
+            takeCharacter("\xC2\xA0");
+            break;
+        case '-':
+            break; // optional hyphen
+        case '_':
+            takeCharacter("-");
+            break;
+        case '*':
+            if (m_groupStart)
+                state().destination = Destination::Skip;
+            break;
+        case '\'': {
+            if (m_at + 2 <= m_source.size()) {
+                auto hex = std::string(m_source.substr(m_at, 2));
+                m_at += 2;
+                if (std::isxdigit(static_cast<unsigned char>(hex[0])) &&
+                    std::isxdigit(static_cast<unsigned char>(hex[1]))) {
+                    char byte = static_cast<char>(std::stoi(hex, nullptr, 16));
+                    takeCharacter(cp1252ToUtf8(std::string_view(&byte, 1)));
+                }
+            }
+            break;
+        }
+        case '\r':
+        case '\n':
+            paragraphEnd();
+            break;
+        default:
+            break;
+        }
+    }
+
+    // One character of text, as far as the skip after a \u allows.
+    void takeCharacter(const std::string& text)
+    {
+        if (m_pendingSkip > 0) {
+            --m_pendingSkip;
+            return;
+        }
+        m_pending += text;
+    }
+
+    void paragraphEnd()
+    {
+        if (state().destination != Destination::Text)
+            return;
+        flushText();
+        ensureParagraph();
+        m_openParagraph = false;
+    }
+
+    void controlWord(std::string_view word, std::optional<int> parameter)
+    {
+        m_pendingSkip = 0;
+        const int value = parameter.value_or(1);
+        State& s = state();
+        if (m_groupStart && isSkippedDestination(word)) {
+            s.destination = Destination::Skip;
+            return;
+        }
+        if (word == "fonttbl") {
+            flushText();
+            s.destination = Destination::FontTable;
+            return;
+        }
+        if (word == "colortbl") {
+            flushText();
+            s.destination = Destination::ColourTable;
+            return;
+        }
+        if (s.destination == Destination::FontTable) {
+            if (word == "f") {
+                finishFont();
+                m_font = Font{};
+                m_fontIndex = value;
+            } else if (word == "fcharset" && m_font) {
+                m_font->charset = value;
+            } else if (m_font && word.size() > 1 && word[0] == 'f' && !parameter) {
+                m_font->family = std::string(word);
+            }
+            return;
+        }
+        if (s.destination == Destination::ColourTable) {
+            m_colourStarted = true;
+            if (word == "red")
+                m_colour.red = value;
+            else if (word == "green")
+                m_colour.green = value;
+            else if (word == "blue")
+                m_colour.blue = value;
+            return;
+        }
+        if (word == "ansicpg") {
+            m_document.codePage = value;
+            return;
+        }
+        if (word == "deflang") {
+            m_document.defaultLanguage = value;
+            return;
+        }
+        if (s.destination == Destination::Skip)
+            return;
+        // Formatting applies from here on; text gathered so far keeps the format it had.
+        flushText();
+        if (word == "par") {
+            paragraphEnd();
+        } else if (word == "line") {
+            takeCharacter("\n");
+        } else if (word == "tab") {
+            takeCharacter("\t");
+        } else if (word == "b") {
+            s.format.bold = value != 0;
+        } else if (word == "i") {
+            s.format.italic = value != 0;
+        } else if (word == "ul") {
+            s.format.underline = value != 0;
+        } else if (word == "ulnone") {
+            s.format.underline = false;
+        } else if (word == "fs") {
+            s.format.halfPoints = value;
+        } else if (word == "f") {
+            s.format.font = value;
+        } else if (word == "cf") {
+            s.format.colour = value;
+        } else if (word == "plain") {
+            s.format = {};
+        } else if (word == "pard") {
+            s.alignment = Alignment::Left;
+            alignOpenParagraph();
+        } else if (word == "ql" || word == "qc" || word == "qr" || word == "qj") {
+            s.alignment = word == "qc" ? Alignment::Centre : word == "qr" ? Alignment::Right
+                        : word == "qj" ? Alignment::Justified : Alignment::Left;
+            alignOpenParagraph();
+        } else if (word == "uc") {
+            s.unicodeSkip = value;
+        } else if (word == "u") {
+            int codePoint = value < 0 ? value + 65536 : value;
+            appendUtf8(m_pending, static_cast<unsigned>(codePoint));
+            m_pendingSkip = s.unicodeSkip;
+        } else if (word == "emdash") {
+            takeCharacter("\xE2\x80\x94");
+        } else if (word == "endash") {
+            takeCharacter("\xE2\x80\x93");
+        } else if (word == "bullet") {
+            takeCharacter("\xE2\x80\xA2");
+        } else if (word == "lquote" || word == "rquote") {
+            takeCharacter(word == "lquote" ? "\xE2\x80\x98" : "\xE2\x80\x99");
+        } else if (word == "ldblquote" || word == "rdblquote") {
+            takeCharacter(word == "ldblquote" ? "\xE2\x80\x9C" : "\xE2\x80\x9D");
+        }
+    }
+
+    // An alignment word before the paragraph's first text still belongs to that paragraph.
+    void alignOpenParagraph()
+    {
+        if (m_openParagraph && !m_document.paragraphs.empty() && m_document.paragraphs.back().runs.empty())
+            m_document.paragraphs.back().alignment = state().alignment;
+    }
+
+    std::string_view m_source;
+    std::size_t m_at = 0;
+    std::vector<State> m_stack;
+    Document m_document;
+    std::string m_pending;
+    int m_pendingSkip = 0;
+    bool m_groupStart = false;
+    bool m_openParagraph = false;
+    std::optional<Font> m_font;
+    int m_fontIndex = -1;
+    Colour m_colour;
+    bool m_colourStarted = false;
+};
+
+} // namespace
+
+Document readRtf(std::string_view source)
+{
+    Document document = Reader(source).read();
+    return document;
+}
+
+} // namespace zw::rtf

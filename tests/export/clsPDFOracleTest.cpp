@@ -1,0 +1,317 @@
+// Real readers judge the documents: qpdf checks their structure, poppler renders them and extracts their
+// text.
+#include "export/clsPDF.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace zw {
+namespace {
+
+using ::testing::IsEmpty;
+
+struct CommandResult
+{
+    int exitCode = -1;
+    std::string output;
+};
+
+CommandResult run(const std::string& command)
+{
+    CommandResult result;
+    std::FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr)
+        return result;
+    char buffer[4096];
+    std::size_t count;
+    while ((count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+        result.output.append(buffer, count);
+    const int status = pclose(pipe);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+bool toolAvailable(const std::string& tool)
+{
+    return run("command -v " + tool + " >/dev/null 2>&1").exitCode == 0;
+}
+
+std::vector<std::string> linesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string readFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+clsPDF newWriter()
+{
+    return clsPDF([] { return LocalDateTime{2024, 12, 31, 23, 59, 59}; });
+}
+
+// A picture with areas of one colour (the run-length path) or with noise (the raw path).
+Bitmap testPicture(std::int32_t width, std::int32_t height, bool noisy)
+{
+    Bitmap picture{width, height, std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3))};
+    std::mt19937 random(static_cast<unsigned>(width * 1000 + height));
+    for (std::int32_t y = 0; y < height; ++y) {
+        for (std::int32_t x = 0; x < width; ++x) {
+            std::uint8_t* pixel = &picture.pixels[static_cast<std::size_t>((y * width + x) * 3)];
+            if (noisy) {
+                pixel[0] = static_cast<std::uint8_t>(random());
+                pixel[1] = static_cast<std::uint8_t>(random());
+                pixel[2] = static_cast<std::uint8_t>(random());
+            } else {
+                pixel[0] = static_cast<std::uint8_t>(x / 10 * 40);
+                pixel[1] = static_cast<std::uint8_t>(y / 7 * 30);
+                pixel[2] = x < width / 2 ? 200 : 20;
+            }
+        }
+    }
+    return picture;
+}
+
+class clsPDFOracle : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_folder = std::filesystem::temp_directory_path() /
+                   ("clsPDFOracle-" + std::to_string(std::random_device{}()));
+        std::filesystem::create_directories(m_folder);
+    }
+    void TearDown() override { std::filesystem::remove_all(m_folder); }
+
+    std::filesystem::path save(clsPDF& pdf, const std::string& name)
+    {
+        const auto path = m_folder / (name + ".pdf");
+        pdf.SavePDF(path);
+        return path;
+    }
+
+    // Renders page 1 at four pixels per point; returns width, height and RGB bytes from the PPM. Poppler
+    // smooths pictures drawn at less than four times their size, so one pixel per point would blur them.
+    Bitmap render(const std::filesystem::path& pdf)
+    {
+        const auto prefix = m_folder / "render";
+        const CommandResult result = run("pdftoppm -r 288 -f 1 -l 1 -singlefile '" + pdf.string() + "' '" +
+                                         prefix.string() + "' 2>&1");
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.output, "") << "pdftoppm complained";
+        const std::string ppm = readFile(prefix.string() + ".ppm");
+        std::istringstream header(ppm);
+        std::string magic;
+        int width = 0, height = 0, maximum = 0;
+        header >> magic >> width >> height >> maximum;
+        const auto dataStart = static_cast<std::size_t>(header.tellg()) + 1;
+        EXPECT_EQ(magic, "P6");
+        Bitmap bitmap{width, height, {}};
+        bitmap.pixels.assign(ppm.begin() + static_cast<std::ptrdiff_t>(dataStart), ppm.end());
+        return bitmap;
+    }
+
+    std::filesystem::path m_folder;
+};
+
+// The documents a caller makes, each with a name for the messages.
+std::vector<std::pair<std::string, std::function<void(clsPDF&)>>> sampleDocuments()
+{
+    return {
+        {"fresh", [](clsPDF&) {}},
+        {"three text pages",
+         [](clsPDF& pdf) {
+             for (int line = 1; line <= 150; ++line)
+                 pdf.PrintLine("Zeile " + std::to_string(line) + " (mit Klammern) \\ und Größe €");
+         }},
+        {"drawing",
+         [](clsPDF& pdf) {
+             pdf.PrintLine("Zeichnung");
+             pdf.setDrawColor(0x0000FF);
+             pdf.setFillColor(0x80FF80);
+             pdf.setDrawWidth(1.5f);
+             pdf.DrawBox(50, 100, 200, 80, clsPDF::ModeCloseFillStroke);
+             pdf.DrawBox(60, 110, 20, 20, clsPDF::ModeFill);
+             pdf.DrawCircle(300, 400, 60, clsPDF::ModeStroke);
+             pdf.DrawLine(10, 10, 580, 830);
+             pdf.MoveTo(100, 600);
+             pdf.DrawLineTo(200, 650);
+             pdf.DrawCurveTo(250, 600, 300, 700, 350, 650);
+             pdf.DrawShape(clsPDF::ModeCloseStroke);
+             pdf.DrawText(100, 700, "gedreht", 0.7f);
+         }},
+        {"pictures",
+         [](clsPDF& pdf) {
+             pdf.DrawPicture(20, 20, 200, 150, testPicture(57, 43, /*noisy=*/true), /*gray=*/false);
+             pdf.PrintLine("Bilder");
+             pdf.DrawPicture(250, 20, 200, 150, testPicture(100, 80, /*noisy=*/false), /*gray=*/false);
+             pdf.DrawPicture(20, 300, -200, -150, testPicture(100, 80, /*noisy=*/false), /*gray=*/true);
+         }},
+        {"landscape with form feeds and blank pages",
+         [](clsPDF& pdf) {
+             pdf.setOrientation(1);
+             pdf.setDropBlankPages(false);
+             pdf.PrintText("erste\r\n\f\r\n\f\r\ndritte Seite");
+         }},
+        {"events draw on every page",
+         [](clsPDF& pdf) {
+             pdf.PageStarted = [&pdf] { pdf.DrawLine(20, 30, 570, 30); };
+             pdf.PageFinished = [&pdf] {
+                 pdf.DrawText(500, 800, "Seite " + std::to_string(pdf.PageNumber()));
+             };
+             pdf.Clear(0, 20);
+             for (int line = 0; line < 50; ++line)
+                 pdf.PrintLine("x");
+         }},
+        {"snapshot taken mid-page, then more lines",
+         [](clsPDF& pdf) {
+             pdf.PrintLine("vorher");
+             pdf.Value();
+             pdf.PrintLine("nachher");
+         }},
+    };
+}
+
+TEST_F(clsPDFOracle, QpdfFindsNothingButTheCarriageReturnAfterStream)
+{
+    if (!toolAvailable("qpdf"))
+        GTEST_SKIP() << "qpdf is not installed";
+    for (const auto& [name, build] : sampleDocuments()) {
+        SCOPED_TRACE(name);
+        clsPDF pdf = newWriter();
+        build(pdf);
+        const CommandResult result = run("qpdf --check '" + save(pdf, "check").string() + "' 2>&1");
+        const bool hasPages = pdf.PageNumber() > 0;
+        // qpdf exits 3 for warnings; the carriage return alone after "stream" is the only one expected.
+        EXPECT_EQ(result.exitCode, hasPages ? 3 : 0) << result.output;
+        std::vector<std::string> findings;
+        for (const std::string& line : linesOf(result.output)) {
+            const bool expectedWarning = line.starts_with("WARNING: ") &&
+                                         line.ends_with("stream keyword followed by carriage return only");
+            const bool information = line.starts_with("checking ") || line == "PDF Version: 1.1" ||
+                                     line == "File is not encrypted" || line == "File is not linearized" ||
+                                     line.starts_with("No syntax or stream encoding errors found") ||
+                                     line.starts_with("errors that qpdf cannot detect") ||
+                                     line == "qpdf: operation succeeded with warnings";
+            if (!expectedWarning && !information)
+                findings.push_back(line);
+        }
+        EXPECT_THAT(findings, IsEmpty()) << result.output;
+    }
+}
+
+TEST_F(clsPDFOracle, PopplerRendersEveryPageWithoutComplaint)
+{
+    if (!toolAvailable("pdftoppm"))
+        GTEST_SKIP() << "poppler-utils is not installed";
+    for (const auto& [name, build] : sampleDocuments()) {
+        SCOPED_TRACE(name);
+        clsPDF pdf = newWriter();
+        build(pdf);
+        if (pdf.PageNumber() == 0)
+            continue;
+        const auto path = save(pdf, "render");
+        const CommandResult result =
+            run("pdftoppm -r 20 '" + path.string() + "' '" + (m_folder / "page").string() + "' 2>&1");
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(clsPDFOracle, PicturePagesRenderBackToTheSourcePixels)
+{
+    if (!toolAvailable("pdftoppm"))
+        GTEST_SKIP() << "poppler-utils is not installed";
+    struct Row
+    {
+        const char* name;
+        Bitmap picture;
+        bool gray;
+        bool mirrored;
+    };
+    const std::vector<Row> rows = {
+        {"noise, raw data", testPicture(37, 23, /*noisy=*/true), false, false},
+        {"areas, run-length data", testPicture(64, 48, /*noisy=*/false), false, false},
+        {"gray", testPicture(50, 30, /*noisy=*/false), true, false},
+        {"mirrored by a negative width", testPicture(40, 20, /*noisy=*/true), false, true},
+        {"570 x 429, the receipt's size", testPicture(570, 429, /*noisy=*/false), false, false},
+    };
+    constexpr std::int32_t kScale = 4;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Bitmap& source = row.picture;
+        clsPDF pdf = newWriter();
+        pdf.setWidth(static_cast<std::int16_t>(source.width));
+        pdf.setHeight(static_cast<std::int16_t>(source.height));
+        const auto width = static_cast<std::int16_t>(row.mirrored ? -source.width : source.width);
+        pdf.DrawPicture(0, 0, width, static_cast<std::int16_t>(source.height), source, row.gray);
+        pdf.PrintLine("");
+        const Bitmap rendered = render(save(pdf, "picture"));
+        ASSERT_EQ(rendered.width, source.width * kScale);
+        ASSERT_EQ(rendered.height, source.height * kScale);
+
+        // Each source pixel becomes a block of 4 x 4; its centre is read back. (Poppler may shift the edges
+        // of a mirrored picture's blocks by a device pixel.)
+        Bitmap sampled = source;
+        Bitmap expected = source;
+        for (std::int32_t y = 0; y < source.height; ++y) {
+            for (std::int32_t x = 0; x < source.width; ++x) {
+                const auto at = static_cast<std::size_t>((y * source.width + x) * 3);
+                const auto centre =
+                    static_cast<std::size_t>(((y * kScale + 2) * rendered.width + x * kScale + 2) * 3);
+                std::copy_n(&rendered.pixels[centre], 3, &sampled.pixels[at]);
+                const std::uint8_t* in = &source.pixels[static_cast<std::size_t>(
+                    (y * source.width + (row.mirrored ? source.width - 1 - x : x)) * 3)];
+                if (row.gray) {
+                    const auto level =
+                        static_cast<std::uint8_t>((77 * in[0] + 151 * in[1] + 28 * in[2] + 127) / 256);
+                    std::fill_n(&expected.pixels[at], 3, level);
+                } else {
+                    std::copy_n(in, 3, &expected.pixels[at]);
+                }
+            }
+        }
+        EXPECT_TRUE(sampled.pixels == expected.pixels) << "rendered pixels differ from the source";
+    }
+}
+
+TEST_F(clsPDFOracle, PopplerReadsBackTheTextLinesPageByPage)
+{
+    if (!toolAvailable("pdftotext"))
+        GTEST_SKIP() << "poppler-utils is not installed";
+    clsPDF pdf = newWriter();
+    pdf.Clear(0, 3);
+    pdf.PrintText("Größe 5 € (netto)\r\nback\\slash\r\ndritte\r\nvierte\r\n\f\r\nneue Seite");
+    pdf.DrawText(300, 300, "gezeichnet");
+    const auto path = save(pdf, "text");
+    const CommandResult result = run("pdftotext -layout '" + path.string() + "' - 2>&1");
+    EXPECT_EQ(result.exitCode, 0);
+    std::vector<std::string> lines;
+    for (std::string line : linesOf(result.output)) {
+        line.erase(0, line.find_first_not_of(' '));
+        line.erase(line.find_last_not_of(' ') + 1);
+        if (!line.empty())
+            lines.push_back(line);
+    }
+    EXPECT_EQ(lines, (std::vector<std::string>{"Größe 5 € (netto)", "back\\slash", "dritte", "\fvierte",
+                                               "\fneue Seite", "gezeichnet", "\f"}));
+}
+
+} // namespace
+} // namespace zw

@@ -1,0 +1,933 @@
+#include "export/clsPDF.h"
+
+#include "core/RunError.h"
+#include "tests/export/clsPDFTestAccess.h"
+#include "tests/export/fuzz/MemberSequence.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <locale>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace zw {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+clsPDF newWriter()
+{
+    return clsPDF([] { return LocalDateTime{2024, 3, 5, 14, 7, 9}; });
+}
+
+// The content streams of a document, in file order.
+std::vector<std::string> contentStreams(std::string_view document)
+{
+    std::vector<std::string> streams;
+    std::size_t at = 0;
+    while ((at = document.find("\rstream\r", at)) != std::string_view::npos) {
+        at += 8;
+        const std::size_t end = document.find("endstream\r", at);
+        streams.emplace_back(document.substr(at, end - at));
+        at = end;
+    }
+    return streams;
+}
+
+std::string firstStream(clsPDF& pdf)
+{
+    const auto streams = contentStreams(pdf.Value());
+    return streams.empty() ? std::string("(no page)") : streams.front();
+}
+
+std::string readFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// Runs the call and gives the number of the RunError it raised, or 0.
+int errorNumberOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const RunError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+// The text head of a portrait A4 page with the defaults: font 10, left margin 80, top margin 60.
+constexpr std::string_view kHead = "BT\r/F1 10 Tf\r80 782 Td\r10 TL\r";
+// A fresh object's first page starts with the "S" that FillMode 0 left pending at creation.
+const std::string kFirstHead = "S\r" + std::string(kHead);
+
+Bitmap picture(std::int32_t width, std::int32_t height, std::vector<std::uint8_t> pixels)
+{
+    return Bitmap{width, height, std::move(pixels)};
+}
+
+Bitmap uniformPicture(std::int32_t width, std::int32_t height, std::uint8_t value)
+{
+    return picture(width, height,
+                   std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3), value));
+}
+
+TEST(clsPDF, FreshObjectGivesACompleteFileWithoutPages)
+{
+    clsPDF pdf = newWriter();
+    const std::string expected =
+        "%PDF-1.1\r"
+        "%\xE2\xE3\xCF\xD3\r"
+        "1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
+        "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
+        "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r"
+        "4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
+        "/Encoding /WinAnsiEncoding\r>>\rendobj\r"
+        "5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r>>\rendobj\r"
+        "3 0 obj\r<<\r/Type /Pages\r/Count 0\r/MediaBox [0 0 596 842]\r/Kids [ ]\r>>\rendobj\r"
+        "xref\r0 6\r"
+        "0000000000 65535 f\r"
+        "0000000015 00000 n\r"
+        "0000000117 00000 n\r"
+        "0000000338 00000 n\r"
+        "0000000166 00000 n\r"
+        "0000000271 00000 n\r"
+        "trailer\r<<\r/Size 6\r/Root 2 0 R\r/Info 1 0 R\r>>\rstartxref\r415\r%%EOF\r";
+    EXPECT_EQ(pdf.Value(), expected);
+}
+
+TEST(clsPDF, OnePrintedLineGivesThreePageObjectsAndThisWholeFile)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("(a\\b)");
+    const std::string expected =
+        "%PDF-1.1\r"
+        "%\xE2\xE3\xCF\xD3\r"
+        "1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
+        "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
+        "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r"
+        "4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
+        "/Encoding /WinAnsiEncoding\r>>\rendobj\r"
+        "5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r>>\rendobj\r"
+        "6 0 obj\r<<\r/Type /Page\r/Parent 3 0 R\r/Resources 5 0 R\r/Contents 7 0 R\r"
+        ">>\rendobj\r"
+        "7 0 obj\r<<\r/Length 8 0 R\r>>\rstream\r"
+        "S\rBT\r/F1 10 Tf\r80 782 Td\r10 TL\r(\\(a\\\\b\\))'\rET\r"
+        "endstream\rendobj\r"
+        "8 0 obj\r46\rendobj\r"
+        "3 0 obj\r<<\r/Type /Pages\r/Count 1\r/MediaBox [0 0 596 842]\r/Kids [ 6 0 R ]\r"
+        ">>\rendobj\r"
+        "xref\r0 9\r"
+        "0000000000 65535 f\r"
+        "0000000015 00000 n\r"
+        "0000000117 00000 n\r"
+        "0000000534 00000 n\r"
+        "0000000166 00000 n\r"
+        "0000000271 00000 n\r"
+        "0000000338 00000 n\r"
+        "0000000418 00000 n\r"
+        "0000000516 00000 n\r"
+        "trailer\r<<\r/Size 9\r/Root 2 0 R\r/Info 1 0 R\r>>\rstartxref\r617\r%%EOF\r";
+    EXPECT_EQ(pdf.Value(), expected);
+}
+
+TEST(clsPDF, OnlyAFreshObjectStartsItsFirstStreamWithS)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r");
+
+    pdf.Clear();
+    pdf.PrintLine("x");
+    EXPECT_EQ(firstStream(pdf), std::string(kHead) + "(x)'\rET\r");
+}
+
+TEST(clsPDF, ClearStartsAnEmptyDocumentWithItsArguments)
+{
+    clsPDF pdf = newWriter();
+    for (int line = 0; line < 100; ++line)
+        pdf.PrintLine("old");
+    pdf.Clear(/*fontSize=*/12, /*linesPerPage=*/2);
+    EXPECT_EQ(pdf.PageNumber(), 0);
+    EXPECT_EQ(pdf.LineNumber(), 0);
+    pdf.PrintLine("a");
+    pdf.PrintLine("b");
+    pdf.PrintLine("c");
+    const std::string document = pdf.Value();
+    EXPECT_THAT(document, HasSubstr("/Count 2\r"));
+    EXPECT_THAT(document, HasSubstr("/Kids [ 6 0 R 9 0 R ]\r"));
+    EXPECT_THAT(contentStreams(document), ElementsAre("BT\r/F1 12 Tf\r80 782 Td\r12 TL\r(a)'\r(b)'\rET\r",
+                                                      "BT\r/F1 12 Tf\r80 782 Td\r12 TL\r(c)'\rET\r"));
+    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+}
+
+TEST(clsPDF, PrintLineEscapesOnlyBackslashAndParenthesesAndWritesWindows1252)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("\\(x)\\");
+    pdf.PrintLine("Größe 5 € ü <tab\there>");
+    pdf.PrintLine("");
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(\\\\\\(x\\)\\\\)'\r"
+                                             "(Gr\xF6\xDF"
+                                             "e 5 \x80 \xFC <tab\there>)'\r"
+                                             "()'\r"
+                                             "ET\r");
+}
+
+TEST(clsPDF, PrintTextTakesTheFirstLineBreakThatOccurs)
+{
+    struct Row
+    {
+        const char* name;
+        std::string text;
+        std::string lines;
+    };
+    const std::vector<Row> rows = {
+        {"CR LF wins over a lone CR", "a\rb\r\nc", "(a\rb)'\r(c)'\r"},
+        {"LF CR", "a\n\rb\n\rc", "(a)'\r(b)'\r(c)'\r"},
+        {"CR CR wins over a later single CR", "a\r\rb\rc", "(a)'\r(b\rc)'\r"},
+        {"LF before CR", "a\rb\nc", "(a\rb)'\r(c)'\r"},
+        {"CR alone", "a\rb", "(a)'\r(b)'\r"},
+        {"no separator", "abc", "(abc)'\r"},
+        {"empty text prints one empty line", "", "()'\r"},
+        {"a final separator prints a final empty line", "a\r\n", "(a)'\r()'\r"},
+        {"empty lines in between", "a\n\nb", "(a)'\r()'\r(b)'\r"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        clsPDF pdf = newWriter();
+        pdf.PrintText(row.text);
+        EXPECT_EQ(firstStream(pdf), kFirstHead + row.lines + "ET\r");
+    }
+}
+
+TEST(clsPDF, FormFeedLinesBreakThePageAndBlankPagesAreDroppedOnRequest)
+{
+    struct Row
+    {
+        const char* name;
+        bool dropBlankPages;
+        std::string text;
+        std::vector<std::string> streams;
+    };
+    const std::string blank = std::string(kHead) + "ET\r";
+    const std::vector<Row> rows = {
+        {"one form feed",
+         true,
+         "a\r\n\f\r\nb",
+         {kFirstHead + "(a)'\rET\r", std::string(kHead) + "(b)'\rET\r"}},
+        {"two form feeds, dropped",
+         true,
+         "a\n\f\n\f\nb",
+         {kFirstHead + "(a)'\rET\r", std::string(kHead) + "(b)'\rET\r"}},
+        {"two form feeds, kept",
+         false,
+         "a\n\f\n\f\nb",
+         {kFirstHead + "(a)'\rET\r", blank, std::string(kHead) + "(b)'\rET\r"}},
+        {"a form feed inside a line is text", true, "a\f\nb", {kFirstHead + "(a\f)'\r(b)'\rET\r"}},
+        {"a form feed alone, dropped", true, "\f", {}},
+        {"a form feed alone, kept", false, "\f", {kFirstHead + "ET\r"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        clsPDF pdf = newWriter();
+        pdf.setDropBlankPages(row.dropBlankPages);
+        pdf.PrintText(row.text);
+        const std::string document = pdf.Value();
+        EXPECT_EQ(contentStreams(document), row.streams);
+        EXPECT_THAT(document, HasSubstr("/Count " + std::to_string(row.streams.size()) + "\r"));
+    }
+}
+
+TEST(clsPDF, NewPageStringIsCompared)
+{
+    clsPDF pdf = newWriter();
+    pdf.setNewPageString("--");
+    pdf.PrintText("a\n\f\n--\nb");
+    EXPECT_EQ(contentStreams(pdf.Value()), (std::vector<std::string>{kFirstHead + "(a)'\r(\f)'\rET\r",
+                                                                     std::string(kHead) + "(b)'\rET\r"}));
+}
+
+TEST(clsPDF, LinesPerPageLinesFitAndTheNextLineOpensTheNextPage)
+{
+    clsPDF pdf = newWriter();
+    pdf.Clear(0, 3);
+    for (const char* line : {"1", "2", "3"})
+        pdf.PrintLine(line);
+    EXPECT_EQ(pdf.LineNumber(), 3);
+    EXPECT_EQ(pdf.PageNumber(), 1);
+    pdf.PrintLine("4");
+    EXPECT_EQ(pdf.LineNumber(), 1);
+    EXPECT_EQ(pdf.PageNumber(), 2);
+    EXPECT_EQ(contentStreams(pdf.Value()),
+              (std::vector<std::string>{std::string(kHead) + "(1)'\r(2)'\r(3)'\rET\r",
+                                        std::string(kHead) + "(4)'\rET\r"}));
+}
+
+TEST(clsPDF, NewPageAppliesItsArgumentsToTheNextPage)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("a");
+    pdf.NewPage(/*fontSize=*/8, /*linesPerPage=*/1);
+    EXPECT_EQ(pdf.LineNumber(), 0);
+    pdf.PrintLine("b");
+    pdf.PrintLine("c");
+    EXPECT_EQ(
+        contentStreams(pdf.Value()),
+        (std::vector<std::string>{kFirstHead + "(a)'\rET\r", "BT\r/F1 8 Tf\r80 782 Td\r8 TL\r(b)'\rET\r",
+                                  "BT\r/F1 8 Tf\r80 782 Td\r8 TL\r(c)'\rET\r"}));
+}
+
+TEST(clsPDF, LandscapeSwapsTheReadSizesAndTheMediaBoxButNotTheStartPoint)
+{
+    clsPDF pdf = newWriter();
+    pdf.setOrientation(1);
+    EXPECT_EQ(pdf.Height(), 596);
+    EXPECT_EQ(pdf.Width(), 842);
+    pdf.PrintLine("x");
+    // The current point starts at y 842, the raw paper height: a move there is dropped, one to the top is
+    // not.
+    pdf.MoveTo(0, -246);
+    pdf.MoveTo(0, 0);
+    const std::string document = pdf.Value();
+    EXPECT_THAT(document, HasSubstr("/MediaBox [0 0 842 596]\r"));
+    EXPECT_EQ(contentStreams(document).front(), "S\rBT\r/F1 10 Tf\r80 536 Td\r10 TL\r(x)'\rET\r0 596 m\r");
+}
+
+TEST(clsPDF, HeightWrittenInLandscapeSetsThePaperHeightThatWidthReads)
+{
+    clsPDF pdf = newWriter();
+    pdf.setOrientation(1);
+    pdf.setHeight(500);
+    EXPECT_EQ(pdf.Width(), 500);
+    EXPECT_EQ(pdf.Height(), 596);
+    EXPECT_EQ(pdf.PaperSize(), 0);
+    pdf.setOrientation(0);
+    EXPECT_EQ(pdf.Height(), 500);
+    pdf.setWidth(300);
+    EXPECT_THAT(pdf.Value(), HasSubstr("/MediaBox [0 0 300 500]\r"));
+}
+
+TEST(clsPDF, PaperSizeSetsTheFormatAndIgnoresUnknownValues)
+{
+    clsPDF pdf = newWriter();
+    pdf.setPaperSize(4);
+    EXPECT_EQ(pdf.Width(), 842);
+    EXPECT_EQ(pdf.Height(), 1192);
+    pdf.setPaperSize(9);
+    EXPECT_EQ(pdf.PaperSize(), 9);
+    EXPECT_EQ(pdf.Width(), 842);
+    pdf.setPaperSize(1);
+    EXPECT_THAT(pdf.Value(), HasSubstr("/MediaBox [0 0 2384 3371]\r"));
+}
+
+TEST(clsPDF, BoxesOfOneModeShareOnePaintingOperator)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawBox(10, 60, 100, 50, clsPDF::ModeStroke);
+    pdf.DrawBox(20, 70, 30, 40, clsPDF::ModeStroke);
+    pdf.setDrawColor(0x0000FF);
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeFill);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r"
+                                             "10 732 100 50 re\r20 732 30 40 re\rS\r"
+                                             "1 0 0 RG\r0 841 1 1 re\rS\r"
+                                             "0 841 1 1 re\rf\r");
+}
+
+TEST(clsPDF, DirtyStateLinesComeInTheirOrderBeforeTheNextDrawing)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.setDrawWidth(0.25f);
+    pdf.setFillColor(0xFF0000);
+    pdf.setDrawColor(0x8000FF);
+    pdf.setDrawColor(0x8000FF); // unchanged: nothing
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeCloseFillStroke);
+    pdf.setDrawColor(0x808080);
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeCloseFillStroke);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r"
+                                             "1 0 0.502 RG\r0 0 1 rg\r0.25 w\r0 841 1 1 re\rb\r"
+                                             "0.502 G\r0 841 1 1 re\rb\r");
+}
+
+TEST(clsPDF, ColoursAndWidthsAreWrittenWithAPointInAGermanLocale)
+{
+    // The C++ global locale and, where installed, the C locale use a decimal comma.
+    struct CommaDecimal : std::numpunct<char>
+    {
+        char do_decimal_point() const override { return ','; }
+    };
+    const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new CommaDecimal));
+    const std::string previousC = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.setDrawColor(0x808080);
+    pdf.setDrawWidth(1.5f);
+    pdf.DrawText(0, 0, "r", 0.5f);
+    const std::string stream = firstStream(pdf);
+
+    std::setlocale(LC_ALL, previousC.c_str());
+    std::locale::global(previous);
+    EXPECT_EQ(stream, kFirstHead +
+                          "(x)'\rET\r0.502 G\r1.5 w\rBT\r/F1 10 Tf\r0.878 0.479 -0.479 0.878 0 842 Tm\r"
+                          "(r)'\rET\r");
+}
+
+TEST(clsPDF, FormatNumberRoundsHalfUpToThousandthsAndWritesTheShortestForm)
+{
+    struct Row
+    {
+        double value;
+        const char* text;
+    };
+    const std::vector<Row> rows = {
+        {0, "0"},
+        {1, "1"},
+        {0.5, "0.5"},
+        {128.0 / 255, "0.502"},
+        {0.0004, "0"},
+        {0.0005, "0.001"},
+        {0.1234, "0.123"},
+        {2.25, "2.25"},
+        {-0.5, "-0.5"},
+        {-0.0004, "0"},
+        {-0.0005, "0"},
+        {-0.0006, "-0.001"},
+        {-1, "-1"},
+        {1e20, "99999999999999983616"},
+        {123456.7894, "123456.789"},
+        {32767.9999, "32768"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.value);
+        EXPECT_EQ(clsPDFTestAccess::FormatNumber(row.value), row.text);
+    }
+    EXPECT_EQ(errorNumberOf([] { clsPDFTestAccess::FormatNumber(std::nan("")); }), 6);
+    EXPECT_EQ(errorNumberOf([] { clsPDFTestAccess::FormatNumber(HUGE_VAL); }), 6);
+}
+
+TEST(clsPDF, FormatColorReadsRedFromTheLowByte)
+{
+    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x000000), "0 G");
+    EXPECT_EQ(clsPDFTestAccess::FormatColor(0xFFFFFF), "1 G");
+    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x0000FF), "1 0 0 RG");
+    EXPECT_EQ(clsPDFTestAccess::FormatColor(0xFF0000), "0 0 1 RG");
+    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x01336699), "0.6 0.4 0.2 RG"); // the fourth byte is ignored
+}
+
+TEST(clsPDF, NonZeroFillColourBlackensTheTextAndStateIsRepeatedOnEveryPage)
+{
+    clsPDF pdf = newWriter();
+    pdf.setFillColor(0x0000FF);
+    pdf.setDrawWidth(2);
+    pdf.PrintLine("a");
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeFill);
+    pdf.NewPage();
+    pdf.PrintLine("b");
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeFill);
+    EXPECT_EQ(contentStreams(pdf.Value()),
+              (std::vector<std::string>{
+                  "S\r0 g\r" + std::string(kHead) + "(a)'\rET\r1 0 0 rg\r2 w\r0 841 1 1 re\rf\r",
+                  "0 g\r" + std::string(kHead) + "(b)'\rET\r1 0 0 rg\r2 w\r0 841 1 1 re\rf\r"}));
+}
+
+TEST(clsPDF, FillModeFlushesAndSetsTheOperatorAndIgnoresUnknownValues)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+    pdf.setFillMode(5);
+    EXPECT_EQ(pdf.FillMode(), 5);
+    pdf.DrawBox(0, 0, 1, 1, 7);
+    pdf.setFillMode(clsPDF::ModeFill);
+    pdf.DrawShape(clsPDF::ModeCloseStroke);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r0 841 1 1 re\rS\r0 841 1 1 re\rf\rs\r");
+}
+
+TEST(clsPDF, DrawLineIsAlwaysStroked)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.setFillMode(clsPDF::ModeFill);
+    pdf.DrawBox(0, 0, 10, 10, clsPDF::ModeFill);
+    pdf.DrawLine(1, 2, 3, 4);
+    pdf.DrawLine(5, 6, 7, 8);
+    EXPECT_EQ(firstStream(pdf),
+              kFirstHead + "(x)'\rET\r0 832 10 10 re\rf\r1 840 m 3 838 l\r5 836 m 7 834 l\rS\r");
+}
+
+TEST(clsPDF, MoveToTheCurrentPointWritesNothing)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.MoveTo(0, 0); // the page start point
+    pdf.MoveTo(10, 20);
+    pdf.MoveTo(10, 20);
+    pdf.DrawLineTo(30, 40);
+    pdf.MoveTo(30, 40);
+    pdf.DrawShape(clsPDF::ModeCloseStroke);
+    pdf.DrawLine(0, 0, 50, 60);
+    pdf.MoveTo(50, 60);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r10 822 m\r30 802 l\rs\r0 842 m 50 782 l\rS\r");
+}
+
+TEST(clsPDF, CircleIsFourCurvesAndASecondOneAtTheSamePlaceHasNoMove)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawCircle(300, 400, 50, clsPDF::ModeStroke);
+    pdf.DrawCircle(300, 400, 50, clsPDF::ModeFill);
+    // k = 50 * 0.5522847 = 27.6, rounded 28.
+    const std::string curves = "328 392 350 414 350 442 c\r"
+                               "350 470 328 492 300 492 c\r"
+                               "272 492 250 470 250 442 c\r"
+                               "250 414 272 392 300 392 c\r";
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r300 392 m\r" + curves + "S\r" + curves + "f\r");
+}
+
+TEST(clsPDF, CircleControlDistanceIsRoundedToTheNearestPoint)
+{
+    // A radius of 1 gives 0.552, rounded 1.
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawCircle(0, 0, 1, clsPDF::ModeStroke);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r0 841 m\r1 841 1 841 1 842 c\r1 843 1 843 0 843 c\r"
+                                             "-1 843 -1 843 -1 842 c\r-1 841 -1 841 0 841 c\rS\r");
+}
+
+TEST(clsPDF, DrawTextPositionsOrRotatesAndShowsOneLeadingLower)
+{
+    struct Row
+    {
+        float angle;
+        const char* position;
+    };
+    const std::vector<Row> rows = {
+        {0.0f, "100 800 Td"},
+        {0.5f, "0.878 0.479 -0.479 0.878 100 800 Tm"},
+        {1.5707964f, "0 1 -1 0 100 800 Tm"},
+        {-1.5707964f, "0 -1 1 0 100 800 Tm"},
+        // sin(pi) rounds to "0", and the negated sine is then "-0".
+        {3.1415927f, "-1 0 -0 -1 100 800 Tm"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.position);
+        clsPDF pdf = newWriter();
+        pdf.PrintLine("x");
+        pdf.DrawText(100, 42, "a(b)", row.angle);
+        EXPECT_EQ(firstStream(pdf),
+                  kFirstHead + "(x)'\rET\rBT\r/F1 10 Tf\r" + row.position + "\r(a\\(b\\))'\rET\r");
+    }
+}
+
+TEST(clsPDF, DrawingBeforeThePageComesAheadOfTheTextAndAfterItBehind)
+{
+    clsPDF pdf = newWriter();
+    pdf.setFontSize(12);
+    pdf.DrawText(0, 10, "before");
+    pdf.PrintLine("x");
+    pdf.DrawText(0, 20, "after");
+    EXPECT_EQ(firstStream(pdf), "S\rBT\r/F1 12 Tf\r0 832 Td\r(before)'\rET\r"
+                                "BT\r/F1 12 Tf\r80 782 Td\r12 TL\r(x)'\rET\r"
+                                "BT\r/F1 12 Tf\r0 822 Td\r(after)'\rET\r");
+}
+
+TEST(clsPDF, EventsLetAHandlerDrawAheadOfAndBehindThePageText)
+{
+    clsPDF pdf = newWriter();
+    int started = 0;
+    int finished = 0;
+    pdf.PageStarted = [&] {
+        ++started;
+        pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+    };
+    pdf.PageFinished = [&] {
+        ++finished;
+        pdf.DrawBox(0, 10, 1, 1, clsPDF::ModeFill);
+    };
+    pdf.PrintLine("x");
+    EXPECT_EQ(started, 1);
+    EXPECT_EQ(finished, 0);
+    EXPECT_EQ(firstStream(pdf), "S\r0 841 1 1 re\rS\r" + std::string(kHead) + "(x)'\rET\r0 831 1 1 re\rf\r");
+    EXPECT_EQ(finished, 1);
+}
+
+TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
+{
+    clsPDF pdf = newWriter();
+    int finished = 0;
+    pdf.PageFinished = [&] { ++finished; };
+    pdf.PrintLine("a");
+    const std::string first = pdf.Value();
+    const std::string second = pdf.Value();
+    EXPECT_EQ(first, second);
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(pdf.LineNumber(), 1);
+    EXPECT_EQ(fuzz::checkDocumentStructure(first), "");
+
+    // Printing goes on over the trailer of the snapshot, on the same page.
+    pdf.PrintLine("b");
+    const std::string third = pdf.Value();
+    EXPECT_EQ(finished, 2);
+    EXPECT_EQ(contentStreams(third), std::vector<std::string>{kFirstHead + "(a)'\r(b)'\rET\r"});
+    EXPECT_THAT(third, HasSubstr("/Count 1\r"));
+    EXPECT_THAT(third, HasSubstr("xref\r0 9\r"));
+    EXPECT_EQ(fuzz::checkDocumentStructure(third), "");
+}
+
+TEST(clsPDF, ValueAfterAClosedPageWritesOnlyTheTrailer)
+{
+    clsPDF pdf = newWriter();
+    int finished = 0;
+    pdf.PageFinished = [&] { ++finished; };
+    pdf.PrintLine("a");
+    pdf.NewPage();
+    EXPECT_EQ(finished, 1);
+    const std::string document = pdf.Value();
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(document.size(), pdf.Value().size());
+    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+}
+
+TEST(clsPDF, ManyPagesGrowTheTablesAndKeepEveryOffset)
+{
+    clsPDF pdf = newWriter();
+    pdf.Clear(0, 1);
+    for (int line = 0; line < 100; ++line)
+        pdf.PrintLine(std::to_string(line));
+    const std::string document = pdf.Value();
+    EXPECT_EQ(pdf.PageNumber(), 100);
+    EXPECT_THAT(document, HasSubstr("xref\r0 306\r"));
+    EXPECT_THAT(document, HasSubstr(" 300 0 R 303 0 R ]\r"));
+    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+}
+
+TEST(clsPDF, BlankPictureGoesOutRunLengthEncoded)
+{
+    clsPDF pdf = newWriter();
+    pdf.DrawPicture(10, 20, 100, 100, uniformPicture(100, 100, 255), /*gray=*/false);
+    pdf.PrintLine("x");
+    // 30000 bytes of 255: 234 runs of 128 and one of 48 (length byte 257 - 48 = 209).
+    std::string data;
+    for (int run = 0; run < 234; ++run)
+        data += "\x81\xFF";
+    data += "\xD1\xFF";
+    EXPECT_EQ(firstStream(pdf),
+              "S\rq\r100 0 0 100 10 722 cm\rBI\r/W 100\r/H 100\r/BPC 8\r/CS /RGB\r/F /RL\rID " + data +
+                  "\x80\rEI\rQ\r" + std::string(kHead) + "(x)'\rET\r");
+}
+
+TEST(clsPDF, PictureThatDoesNotShrinkGoesOutRawFollowedByGreaterThan)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+    pdf.DrawPicture(0, 0, 10, 20, picture(1, 2, {10, 20, 30, 40, 50, 60}), /*gray=*/false);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r0 841 1 1 re\rS\r"
+                                             "q\r10 0 0 20 0 822 cm\rBI\r/W 1\r/H 2\r/BPC 8\r/CS /RGB\r"
+                                             "ID \x0A\x14\x1E\x28\x32\x3C>\rEI\rQ\r");
+}
+
+TEST(clsPDF, RunLengthIsUsedOnlyWhenItSavesMoreThanItsSevenBytes)
+{
+    // Eight equal bytes encode to 2; 2 - 1 + 7 = 8 is not less than 8, so they stay raw. Nine do not.
+    struct Row
+    {
+        std::int32_t width;
+        std::string data;
+    };
+    const std::vector<Row> rows = {
+        {8, "ID dddddddd>\r"},
+        {9, "/F /RL\rID \xF8"
+            "d\x80\r"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.width);
+        clsPDF pdf = newWriter();
+        pdf.PrintLine("x");
+        pdf.DrawPicture(0, 0, 1, 1, uniformPicture(row.width, 1, 100), /*gray=*/true);
+        EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\rq\r1 0 0 1 0 841 cm\rBI\r/W " +
+                                        std::to_string(row.width) + "\r/H 1\r/BPC 8\r/CS /G\r" + row.data +
+                                        "EI\rQ\r");
+    }
+}
+
+TEST(clsPDF, GrayPicturesWeighRedGreenAndBlue)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    // (77 R + 151 G + 28 B + 127) / 256 for red, green, blue, white.
+    pdf.DrawPicture(0, 0, 4, 1, picture(4, 1, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}),
+                    /*gray=*/true);
+    EXPECT_THAT(firstStream(pdf), HasSubstr("/CS /G\rID \x4D\x96\x1C\xFF>\rEI\r"));
+}
+
+TEST(clsPDF, NegativePictureSizesMoveTheOriginAndKeepTheirSigns)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawPicture(100, 200, -50, -40, uniformPicture(1, 1, 0), /*gray=*/false);
+    EXPECT_THAT(firstStream(pdf), HasSubstr("\rq\r-50 0 0 -40 150 642 cm\rBI\r"));
+}
+
+TEST(clsPDF, ZeroSizedPictureHasNoData)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawPicture(0, 0, 10, 10, Bitmap{}, /*gray=*/false);
+    EXPECT_THAT(firstStream(pdf), HasSubstr("BI\r/W 0\r/H 0\r/BPC 8\r/CS /RGB\rID >\rEI\rQ\r"));
+}
+
+TEST(clsPDF, HugePicturesAreWritten)
+{
+    for (const bool gray : {true, false}) {
+        SCOPED_TRACE(gray);
+        clsPDF pdf = newWriter();
+        pdf.PrintLine("x");
+        pdf.DrawPicture(0, 0, 500, 500, uniformPicture(4000, 4000, 7), gray);
+        const std::string document = pdf.Value();
+        // 16 million gray bytes are 125000 runs of 128; colour has three times as many.
+        EXPECT_EQ(contentStreams(document).front().size(),
+                  kFirstHead.size() + 8 + 26 + 40 + (gray ? 250000 : 750000) + 7 + (gray ? 0 : 2));
+        EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+    }
+}
+
+TEST(clsPDF, PictureFromABitmapFileAndBadPictures)
+{
+    const auto folder =
+        std::filesystem::temp_directory_path() / ("clsPDFPicture-" + std::to_string(std::random_device{}()));
+    std::filesystem::create_directories(folder);
+    // A 1 x 1 24-bit bitmap, bottom-up, of the colour (1, 2, 3).
+    std::string bmp("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0"
+                    "\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0\0\0\0\0"
+                    "\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+                    "\x03\x02\x01\0",
+                    58);
+    std::ofstream(folder / "one.bmp", std::ios::binary) << bmp;
+
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.DrawPicture(0, 0, 1, 1, folder / "one.bmp", /*gray=*/false);
+    EXPECT_THAT(firstStream(pdf), HasSubstr("/CS /RGB\rID \x01\x02\x03>\r"));
+
+    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder / "missing.bmp", false); }), 53);
+    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder, false); }), 75);
+    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, picture(2, 2, {1, 2, 3}), false); }), 481);
+    EXPECT_EQ(errorNumberOf([&] {
+                  pdf.DrawPicture(0, 0, 1, 1, picture(-1, -3, {1, 2, 3, 4, 5, 6, 7, 8, 9}), false);
+              }),
+              481);
+    std::filesystem::remove_all(folder);
+}
+
+TEST(clsPDF, CoordinatesThatLeaveSixteenBitsRaiseOverflow)
+{
+    struct Row
+    {
+        const char* name;
+        std::function<void(clsPDF&)> call;
+    };
+    const std::vector<Row> rows = {
+        {"box bottom", [](clsPDF& pdf) { pdf.DrawBox(0, -32000, 10, 10, 0); }},
+        {"box bottom before the offset", [](clsPDF& pdf) { pdf.DrawBox(0, 1000, 10, -32000, 0); }},
+        {"move", [](clsPDF& pdf) { pdf.MoveTo(0, -32000); }},
+        {"line to", [](clsPDF& pdf) { pdf.DrawLineTo(0, -32767); }},
+        {"line", [](clsPDF& pdf) { pdf.DrawLine(0, 0, 0, -32000); }},
+        {"curve", [](clsPDF& pdf) { pdf.DrawCurveTo(0, 0, 0, 0, 0, -32000); }},
+        {"circle", [](clsPDF& pdf) { pdf.DrawCircle(32760, 0, 10, 0); }},
+        {"circle radius", [](clsPDF& pdf) { pdf.DrawCircle(0, 32767, 1, 0); }},
+        {"picture width", [](clsPDF& pdf) { pdf.DrawPicture(0, 0, -32768, 1, Bitmap{}, false); }},
+        {"picture bottom", [](clsPDF& pdf) { pdf.DrawPicture(0, -32000, 1, 1, Bitmap{}, false); }},
+        {"text", [](clsPDF& pdf) { pdf.DrawText(0, -32000, "x"); }},
+        {"top margin",
+         [](clsPDF& pdf) {
+             pdf.setTopMargin(-32000);
+             pdf.PrintLine("x");
+         }},
+        {"width that cannot be written",
+         [](clsPDF& pdf) {
+             pdf.setDrawWidth(std::nanf(""));
+             pdf.DrawBox(0, 0, 1, 1, 0);
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        clsPDF pdf = newWriter();
+        EXPECT_EQ(errorNumberOf([&] { row.call(pdf); }), 6);
+        EXPECT_EQ(fuzz::checkDocumentStructure(pdf.Value()), "");
+    }
+}
+
+TEST(clsPDF, CoordinatesAtTheSixteenBitLimitsAreWritten)
+{
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.MoveTo(-32768, -31925);
+    pdf.DrawBox(32767, 842, 0, 0, 0);
+    pdf.DrawLineTo(0, 32767);
+    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r-32768 32767 m\r32767 0 0 0 re\r0 -31925 l\rS\r");
+}
+
+TEST(clsPDF, LineNumberOverflowsAfter32767LinesOnAPageThatNeverEnds)
+{
+    clsPDF pdf = newWriter();
+    pdf.setLinesPerPage(-1);
+    for (int line = 0; line < 32767; ++line)
+        pdf.PrintLine("");
+    EXPECT_EQ(pdf.LineNumber(), 32767);
+    EXPECT_EQ(errorNumberOf([&] { pdf.PrintLine(""); }), 6);
+}
+
+class clsPDFFiles : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_folder = std::filesystem::temp_directory_path() /
+                   ("clsPDFFiles-" + std::to_string(std::random_device{}()));
+        std::filesystem::create_directories(m_folder);
+    }
+    void TearDown() override { std::filesystem::remove_all(m_folder); }
+
+    std::filesystem::path m_folder;
+};
+
+TEST_F(clsPDFFiles, PrintFilePassesTheBytesThroughAndAMissingFilePrintsOneEmptyLine)
+{
+    std::ofstream(m_folder / "text.txt", std::ios::binary) << "a\r\nK\xE4se (1)\r\n\f\r\nb";
+    clsPDF pdf = newWriter();
+    pdf.PrintFile(m_folder / "text.txt");
+    pdf.PrintFile(m_folder / "missing.txt");
+    pdf.PrintFile(m_folder);
+    EXPECT_EQ(contentStreams(pdf.Value()),
+              (std::vector<std::string>{kFirstHead + "(a)'\r(K\xE4se \\(1\\))'\rET\r",
+                                        std::string(kHead) + "(b)'\r()'\r()'\rET\r"}));
+}
+
+TEST_F(clsPDFFiles, SavePDFWritesExactlyValueAndReplacesALongerFile)
+{
+    const auto file = m_folder / "out.pdf";
+    std::ofstream(file, std::ios::binary) << std::string(100000, 'x');
+    clsPDF pdf = newWriter();
+    pdf.PrintLine("x");
+    pdf.SavePDF(file);
+    EXPECT_EQ(readFile(file), pdf.Value());
+    EXPECT_EQ(
+        std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator()),
+        1);
+}
+
+TEST_F(clsPDFFiles, SavePDFReportsFoldersItCannotWriteAndKeepsTheOldFile)
+{
+    clsPDF pdf = newWriter();
+    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(m_folder / "missing" / "out.pdf"); }), 76);
+    std::filesystem::create_directories(m_folder / "folder");
+    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(m_folder / "folder"); }), 75);
+    EXPECT_TRUE(std::filesystem::is_directory(m_folder / "folder"));
+    EXPECT_EQ(
+        std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator()),
+        1);
+}
+
+TEST(clsPDFRunLength, FollowsTheEncoderRules)
+{
+    std::string distinct127;
+    for (int value = 0; value < 127; ++value)
+        distinct127 += static_cast<char>(value);
+    const std::string distinct128 = distinct127 + '\x7F';
+    const std::string distinct126 = distinct127.substr(0, 126);
+
+    struct Row
+    {
+        const char* name;
+        std::string input;
+        std::string encoded;
+    };
+    const std::vector<Row> rows = {
+        {"nothing", "", ""},
+        {"one byte", "A",
+         std::string("\x00"
+                     "A",
+                     2)},
+        {"two different", "AB",
+         "\x01"
+         "AB"},
+        {"a pair alone is a run", "AA",
+         "\xFF"
+         "A"},
+        {"three", "AAA",
+         "\xFE"
+         "A"},
+        {"128 equal bytes are one run", std::string(128, 'A'),
+         "\x81"
+         "A"},
+        {"129 equal bytes", std::string(129, 'A'),
+         std::string("\x81"
+                     "A"
+                     "\x00"
+                     "A",
+                     4)},
+        {"300 equal bytes", std::string(300, 'A'),
+         "\x81"
+         "A"
+         "\x81"
+         "A"
+         "\xD5"
+         "A"},
+        {"a pair joins an open literal", "ABBC",
+         "\x03"
+         "ABBC"},
+        {"three equal bytes end a literal", "ABBB",
+         std::string("\x00"
+                     "A"
+                     "\xFE"
+                     "B",
+                     4)},
+        {"a pair after a literal of 127 is a run", distinct127 + "\xC8\xC8",
+         "\x7E" + distinct127 + "\xFF\xC8"},
+        {"a pair after a literal of 126 fills it to 128", distinct126 + "\xC8\xC8" + "Z",
+         "\x7F" + distinct126 + "\xC8\xC8" +
+             std::string("\x00"
+                         "Z",
+                         2)},
+        {"a literal holds 128 bytes", distinct128, "\x7F" + distinct128},
+        {"the 129th byte opens a new literal", distinct128 + "\x80",
+         "\x7F" + distinct128 + std::string("\x00\x80", 2)},
+        {"a run after a full literal", distinct128 + "\x80\x80\x80", "\x7F" + distinct128 + "\xFE\x80"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(clsPDFTestAccess::CompressRunLength(row.input), row.encoded);
+    }
+}
+
+TEST(clsPDFRunLength, RandomInputsDecodeToThemselves)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        std::string input(std::uniform_int_distribution<std::size_t>(0, 2000)(random), '\0');
+        const unsigned alphabet = 1 + random() % 4;
+        for (char& c : input)
+            c = static_cast<char>(random() % alphabet);
+        const std::string encoded = clsPDFTestAccess::CompressRunLength(input);
+        ASSERT_EQ(fuzz::decodeRunLength(encoded), input) << "round " << round;
+        EXPECT_LE(encoded.size(), input.size() * 128 / 127 + 2);
+    }
+}
+
+} // namespace
+} // namespace zw
