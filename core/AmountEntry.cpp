@@ -214,11 +214,11 @@ void grossChanged(ReceiptForm& form)
     }
 }
 
-EntryOutcome grossEntry(std::string_view text12, std::string_view text3, WordsRule words)
+EntryOutcome grossEntry(std::string_view text12, std::string_view text3, WordsRule words, Settings* settings)
 {
     CollectingHost host;
     ReceiptForm form;
-    form.attach(nullptr, &host);
+    form.attach(settings, &host);
     form.setBetragCheck(words == WordsRule::Rounding ? 1 : 0);
     form.setText(E::Text3, std::string(text3));
     form.setText(E::Text12, std::string(text12));
@@ -226,11 +226,11 @@ EntryOutcome grossEntry(std::string_view text12, std::string_view text3, WordsRu
     return outcomeOf(form, host);
 }
 
-EntryOutcome netEntry(std::string_view text10, std::string_view text3)
+EntryOutcome netEntry(std::string_view text10, std::string_view text3, Settings* settings)
 {
     CollectingHost host;
     ReceiptForm form;
-    form.attach(nullptr, &host);
+    form.attach(settings, &host);
     form.setText(E::Text3, std::string(text3));
     form.setText(E::Text10, std::string(text10));
     returnInNet(form);

@@ -9,6 +9,7 @@
 namespace zw {
 
 class ReceiptForm;
+class Settings;
 
 inline constexpr int kKeyBackspace = 8;
 inline constexpr int kKeyReturn = 13;
@@ -66,10 +67,12 @@ struct EntryOutcome
     std::optional<std::string> message; // the text of the message the window would have shown
 };
 
-// RETURN in Text12 on a fresh form holding these texts; Rounding stands for betrag_check 1.
-EntryOutcome grossEntry(std::string_view text12, std::string_view text3, WordsRule words);
+// RETURN in Text12 on a fresh form holding these texts; Rounding stands for betrag_check 1. The settings, if
+// given, decide whether writing Text12 runs the automatic calculation, as they do in the window.
+EntryOutcome grossEntry(std::string_view text12, std::string_view text3, WordsRule words,
+                        Settings* settings = nullptr);
 // RETURN in Text10 on a fresh form holding these texts.
-EntryOutcome netEntry(std::string_view text10, std::string_view text3);
+EntryOutcome netEntry(std::string_view text10, std::string_view text3, Settings* settings = nullptr);
 // What WordsByRounding or WordsByTruncation writes to Text4 for this gross text. Throws RunError.
 std::string amountWords(std::string_view text12, WordsRule words);
 

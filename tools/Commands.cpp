@@ -8,6 +8,10 @@ std::span<const CliCommand> commands()
 {
     static const std::array kCommands = {
         CliCommand{"info", "info                       Programmordner, Einstellungen und Version", &runInfo},
+        CliCommand{"words", "words --rounding|--truncation BETRAG  Gesamtbetrag in Worten", &runWords},
+        CliCommand{"gross", "gross BETRAG --rate SATZ [--rounded-words]  Brutto eingeben: Netto, MwSt., Brutto, Worte",
+                   &runGross},
+        CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
     };
     return kCommands;
 }

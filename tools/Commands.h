@@ -10,5 +10,8 @@ namespace zw::cli {
 std::span<const CliCommand> commands();
 
 int runInfo(CliContext& context);
+int runWords(CliContext& context);
+int runGross(CliContext& context);
+int runNet(CliContext& context);
 
 } // namespace zw::cli
