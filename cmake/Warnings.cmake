@@ -1,7 +1,9 @@
 # Shared compile flags for every project target.
 add_library(zw_flags INTERFACE)
 target_compile_options(zw_flags INTERFACE
-  -Wall -Wextra -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow=local
+  -Wall -Wextra -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  # The same check under each compiler's name; clang knows no -Wshadow=local.
+  $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> $<$<CXX_COMPILER_ID:Clang>:-Wshadow-uncaptured-local>
   $<$<BOOL:${ZETTELWERK_WERROR}>:-Werror>)
 target_include_directories(zw_flags INTERFACE ${PROJECT_SOURCE_DIR})
 if(ZETTELWERK_SANITIZE)
