@@ -114,8 +114,9 @@ public:
     Bitmap picture(bool& hugeAllowed)
     {
         Bitmap picture;
+        // Not 0, which is what an exhausted input gives.
         const std::uint8_t kind = byte();
-        if (kind == 0 && hugeAllowed) {
+        if (kind == 0xFF && hugeAllowed) {
             hugeAllowed = false;
             picture.width = 4000;
             picture.height = 4000;
