@@ -18,7 +18,11 @@ using E = FormElement;
 constexpr std::string_view kAmountPattern = "0.00";
 constexpr double kLargestRoundedWordsValue = 2147483647.0;
 
-enum class GrossReformat { Yes, No };
+enum class GrossReformat
+{
+    Yes,
+    No
+};
 
 bool automaticCalculationOn(const ReceiptForm& form)
 {
@@ -43,7 +47,8 @@ void computeFromGross(ReceiptForm& form, GrossReformat reformat)
     // The share field is reformatted as it stands before it gets its value; that changes nothing but is kept.
     formatField(form, E::Text11);
     // Gross minus the rounded net, so that the three printed amounts add up.
-    const double share = checkedDifference(parseAmount(form.text(E::Text12)), parseAmount(form.text(E::Text10)));
+    const double share =
+        checkedDifference(parseAmount(form.text(E::Text12)), parseAmount(form.text(E::Text10)));
     form.setText(E::Text11, formatNumber(share));
     formatField(form, E::Text11);
     if (reformat == GrossReformat::Yes)
@@ -53,8 +58,8 @@ void computeFromGross(ReceiptForm& form, GrossReformat reformat)
 // Steps 1 to 5 of RETURN in Text10. Throws at the first fault.
 void computeFromNet(ReceiptForm& form)
 {
-    const double vat =
-        checkedQuotient(checkedProduct(parseAmount(form.text(E::Text3)), parseAmount(form.text(E::Text10))), 100.0);
+    const double vat = checkedQuotient(
+        checkedProduct(parseAmount(form.text(E::Text3)), parseAmount(form.text(E::Text10))), 100.0);
     form.setText(E::Text11, formatPattern(vat, kAmountPattern));
     // The rounded share is added, not the exact one.
     const double gross = checkedSum(parseAmount(form.text(E::Text10)), parseAmount(form.text(E::Text11)));
@@ -87,7 +92,8 @@ public:
         if (!message)
             message = std::string(text);
     }
-    int confirmQuestion(std::string_view /*text*/, MessageStyle /*style*/, std::string_view /*title*/) override
+    int confirmQuestion(std::string_view /*text*/, MessageStyle /*style*/,
+                        std::string_view /*title*/) override
     {
         return kAnswerCancel;
     }
@@ -202,8 +208,8 @@ void grossChanged(ReceiptForm& form)
 {
     if (!automaticCalculationOn(form) || form.text(E::Text12).empty())
         return;
-    // While the user types, a half-entered number or a missing rate leaves the fields partly updated: the amounts
-    // stop at the first fault, the words are tried all the same, and nothing is shown.
+    // While the user types, a half-entered number or a missing rate leaves the fields partly updated: the
+    // amounts stop at the first fault, the words are tried all the same, and nothing is shown.
     try {
         computeFromGross(form, GrossReformat::No);
     } catch (const RunError&) {

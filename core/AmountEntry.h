@@ -30,13 +30,13 @@ inline constexpr std::string_view kTooLargeForWords =
 // field's calculation. Other elements take every key unchanged.
 int keyPress(ReceiptForm& form, FormElement element, int keyCode);
 
-// RETURN in Text12 (gross entered) and in Text10 (net entered). A run-time fault anywhere in the calculation ends
-// in the "Kein MwSt.-Wert!!!" message and the settings window; fields already written stay written.
+// RETURN in Text12 (gross entered) and in Text10 (net entered). A run-time fault anywhere in the calculation
+// ends in the "Kein MwSt.-Wert!!!" message and the settings window; fields already written stay written.
 void returnInGross(ReceiptForm& form);
 void returnInNet(ReceiptForm& form);
 
-// For callers that have just written Text12 or Text10: the same calculation with the rounded words. They have no
-// fault handling of their own; a RunError reaches the caller.
+// For callers that have just written Text12 or Text10: the same calculation with the rounded words. They have
+// no fault handling of their own; a RunError reaches the caller.
 void rechnen1(ReceiptForm& form);
 void rechnen2(ReceiptForm& form);
 
@@ -51,7 +51,11 @@ void dateReturn(ReceiptForm& form);
 void grossChanged(ReceiptForm& form);
 
 // The same behaviour without a window, for the command line.
-enum class WordsRule { Truncation, Rounding };
+enum class WordsRule
+{
+    Truncation,
+    Rounding
+};
 
 struct AmountFields
 {
@@ -63,7 +67,7 @@ struct AmountFields
 
 struct EntryOutcome
 {
-    AmountFields fields;               // the fields as the form shows them afterwards
+    AmountFields fields;                // the fields as the form shows them afterwards
     std::optional<std::string> message; // the text of the message the window would have shown
 };
 

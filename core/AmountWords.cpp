@@ -10,16 +10,16 @@ namespace zw {
 namespace {
 
 // Index 0 is unused in both unit tables.
-constexpr std::array<std::string_view, 10> kDigitWords = {"",     "ein",  "zwei",   "drei", "vier",
-                                                           "fünf", "sechs", "sieben", "acht", "neun"};
+constexpr std::array<std::string_view, 10> kDigitWords = {"",     "ein",   "zwei",   "drei", "vier",
+                                                          "fünf", "sechs", "sieben", "acht", "neun"};
 constexpr std::array<std::string_view, 10> kUnitWords = {"",     "eins",  "zwei",   "drei", "vier",
                                                          "fünf", "sechs", "sieben", "acht", "neun"};
 constexpr std::array<std::string_view, 10> kTeenWords = {"zehn",     "elf",      "zwölf",    "dreizehn",
                                                          "vierzehn", "fünfzehn", "sechzehn", "siebzehn",
                                                          "achtzehn", "neunzehn"};
 // Index is the tens digit; 0 and 1 have no word of their own.
-constexpr std::array<std::string_view, 10> kTensWords = {"",        "",        "zwanzig",  "dreißig", "vierzig",
-                                                         "fünfzig", "sechzig", "siebzig", "achtzig", "neunzig"};
+constexpr std::array<std::string_view, 10> kTensWords = {
+    "", "", "zwanzig", "dreißig", "vierzig", "fünfzig", "sechzig", "siebzig", "achtzig", "neunzig"};
 
 constexpr std::size_t kGroupedTextLength = 12;
 
@@ -32,7 +32,10 @@ std::string hundredsAndPair(int group, const std::string& pair)
 }
 
 // A character of a TripletWords group read as a number; anything but a digit reads as 0.
-int characterValue(char c) { return c >= '0' && c <= '9' ? c - '0' : 0; }
+int characterValue(char c)
+{
+    return c >= '0' && c <= '9' ? c - '0' : 0;
+}
 
 } // namespace
 

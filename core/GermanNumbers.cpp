@@ -17,8 +17,14 @@ constexpr int kSignificantDigits = 15;
 // Exponents beyond this cannot change the outcome (overflow or zero) and would only lengthen the text.
 constexpr long kExponentClamp = 100000;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f'; }
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
 
 // Digits of a decimal number, the exponent already applied by the caller's sign and magnitude checks.
 double decimalToDouble(std::string_view integerDigits, std::string_view fractionDigits, long exponent)
@@ -207,7 +213,13 @@ std::vector<std::string_view> splitSections(std::string_view pattern)
     return sections;
 }
 
-enum class TokenKind { IntegerPlace, FractionPlace, DecimalSign, Literal };
+enum class TokenKind
+{
+    IntegerPlace,
+    FractionPlace,
+    DecimalSign,
+    Literal
+};
 
 struct Token
 {
@@ -268,7 +280,8 @@ SectionLayout parseSection(std::string_view section)
             break;
         case ',':
             // A thousands mark only between digit places; elsewhere it writes nothing.
-            if (!afterDecimalSign && !layout.tokens.empty() && layout.tokens.back().kind == TokenKind::IntegerPlace)
+            if (!afterDecimalSign && !layout.tokens.empty() &&
+                layout.tokens.back().kind == TokenKind::IntegerPlace)
                 commaAfterPlace = true;
             break;
         case '%':
@@ -313,7 +326,8 @@ std::string renderSection(double magnitude, const SectionLayout& layout)
     integerDigits = firstNonZero == std::string::npos ? std::string() : integerDigits.substr(firstNonZero);
     if (integerDigits.size() < static_cast<std::size_t>(layout.integerZeros))
         integerDigits.insert(0, static_cast<std::size_t>(layout.integerZeros) - integerDigits.size(), '0');
-    while (fractionDigits.size() > static_cast<std::size_t>(layout.fractionZeros) && fractionDigits.back() == '0')
+    while (fractionDigits.size() > static_cast<std::size_t>(layout.fractionZeros) &&
+           fractionDigits.back() == '0')
         fractionDigits.pop_back();
 
     // The rightmost integer places take one digit each, the leftmost takes all that remain.
@@ -360,8 +374,8 @@ std::string generalDigits(double value)
     if (value == 0.0)
         return "0";
     std::array<char, 40> buffer{};
-    auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general,
-                                kSignificantDigits);
+    auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                std::chars_format::general, kSignificantDigits);
     std::string text(buffer.data(), result.ptr);
     for (char& c : text) {
         if (c == 'e')
@@ -460,7 +474,8 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
     }
     if (parenthesis)
         return std::nullopt;
-    // The text is read whole before its value counts: a malformed text is a type mismatch even when too large.
+    // The text is read whole before its value counts: a malformed text is a type mismatch even when too
+    // large.
     if (tooLarge) {
         overflow = true;
         return std::nullopt;

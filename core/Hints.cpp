@@ -8,14 +8,16 @@ std::string_view hintText(FormElement element)
     case FormElement::Text1:
         return "Geben Sie hier Ihre Belegnummer ein. Die Nummern sind immer fortlaufend.";
     case FormElement::Text2:
-        return "Wenn Sie hier die Währung ändern möchten, dann klicken Sie mit der linken Maustaste in dieses "
+        return "Wenn Sie hier die Währung ändern möchten, dann klicken Sie mit der linken Maustaste in "
+               "dieses "
                "Feld.";
     case FormElement::Text3:
         return "Geben Sie hier den MwSt. Prozentsatz ein. Deutschland = 19%. Sollten Sie z. B. 7% als "
                "Standardwert in der Quittung verwenden, dann klicken Sie bitte das + Zeichen an und Sie "
                "gelangen zu den Programmeinstellungen. Legen Sie dort Ihren MwSt.-Wert fest.";
     case FormElement::Text4:
-        return "Geben Sie hier den Gesamtbetrag in Worten ein bzw. drücken Sie die RETURN-Taste beim Eingeben "
+        return "Geben Sie hier den Gesamtbetrag in Worten ein bzw. drücken Sie die RETURN-Taste beim "
+               "Eingeben "
                "des Brutto- oder Nettowertes und das Feld wird automatisch ausgefüllt.";
     case FormElement::Text5:
     case FormElement::Text6:
@@ -33,12 +35,14 @@ std::string_view hintText(FormElement element)
                "TIPP: Geben Sie die Ziffer 0 ein gefolgt von Return, dann erscheint das heutige Datum. Mit "
                "Taste F10 wird ein Kalender angezeigt.";
     case FormElement::Text10:
-        return "Geben Sie hier den Nettowert (Betrag ohne MwSt.) ein. Drücken Sie dann auf RETURN und die zwei "
+        return "Geben Sie hier den Nettowert (Betrag ohne MwSt.) ein. Drücken Sie dann auf RETURN und die "
+               "zwei "
                "weiteren Felder MwSt.-Satz und Gesamtbetrag werden vom Programm berechnet.";
     case FormElement::Text11:
         return "Hier können Sie keine Eingabe vornehmen!";
     case FormElement::Text12:
-        return "Geben Sie hier den Bruttowert (Betrag mit MwSt.) ein. Drücken Sie dann auf RETURN und die zwei "
+        return "Geben Sie hier den Bruttowert (Betrag mit MwSt.) ein. Drücken Sie dann auf RETURN und die "
+               "zwei "
                "oberen Felder MwSt.-Satz und Nettowert werden vom Programm berechnet.";
     case FormElement::Text14:
         return "Geben Sie hier Ihren Buchungsvermerk ein. Z. B. Barkasse. Bitte kein RETURN-Tastendruck "

@@ -7,8 +7,8 @@
 
 namespace zw {
 
-// The explanation that the HintLine (Label16) shows for a field, the same on click and on mouse move; "" for an
-// element without one. Label1 shows its text on mouse move only, since a click there opens the type menu.
+// The explanation that the HintLine (Label16) shows for a field, the same on click and on mouse move; "" for
+// an element without one. Label1 shows its text on mouse move only, since a click there opens the type menu.
 std::string_view hintText(FormElement element);
 
 // What the HintLine reads at start.

@@ -34,7 +34,10 @@ int printOutcome(CliContext& context, const EntryOutcome& outcome)
         return 1;
     }
     const AmountFields& fields = outcome.fields;
-    context.out << fields.text10 << "\n" << fields.text11 << "\n" << fields.text12 << "\n" << fields.text4 << "\n";
+    context.out << fields.text10 << "\n"
+                << fields.text11 << "\n"
+                << fields.text12 << "\n"
+                << fields.text4 << "\n";
     return 0;
 }
 
@@ -48,7 +51,8 @@ int runWords(CliContext& context)
     if (rounding == truncation || context.arguments.size() != 1)
         return usageError(context, kUsage);
     try {
-        context.out << amountWords(context.arguments.front(), rounding ? WordsRule::Rounding : WordsRule::Truncation)
+        context.out << amountWords(context.arguments.front(),
+                                   rounding ? WordsRule::Rounding : WordsRule::Truncation)
                     << "\n";
     } catch (const RunError& error) {
         // No routine traps a fault here; the window would show its number and text.
@@ -66,8 +70,9 @@ int runGross(CliContext& context)
     if (!rate || context.arguments.size() != 1)
         return usageError(context, kUsage);
     SettingsStore settings(settingsFolder(context));
-    return printOutcome(context, grossEntry(context.arguments.front(), *rate,
-                                            rounded ? WordsRule::Rounding : WordsRule::Truncation, &settings));
+    return printOutcome(context,
+                        grossEntry(context.arguments.front(), *rate,
+                                   rounded ? WordsRule::Rounding : WordsRule::Truncation, &settings));
 }
 
 int runNet(CliContext& context)

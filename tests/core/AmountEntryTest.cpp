@@ -56,7 +56,8 @@ TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
 {
     const GrossRow rows[] = {
         {"nineteen percent", "119", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn", false},
-        {"share is gross minus rounded net", "100,00", "19", 0, "84,03", "15,97", "100,00", "einhundert", false},
+        {"share is gross minus rounded net", "100,00", "19", 0, "84,03", "15,97", "100,00", "einhundert",
+         false},
         {"truncated cents", "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
         {"rounded cents", "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
         {"half to the even neighbour down", "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
@@ -71,7 +72,8 @@ TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
          kTooLargeForWords.data(), true},
         {"beyond the 32-bit limit", "3000000000", "19", 1, "2521008403,36", "478991596,64", "3000000000,00",
          kTooLargeForWords.data(), true},
-        {"thousands mark", "1.234", "19", 0, "1036,97", "197,03", "1234,00", "eintausendzweihundertvierunddreißig", false},
+        {"thousands mark", "1.234", "19", 0, "1036,97", "197,03", "1234,00",
+         "eintausendzweihundertvierunddreißig", false},
         {"points anywhere before the comma", "1.2.3", "19", 0, "103,36", "19,64", "123,00",
          "einhundertdreiundzwanzig", false},
         {"seven percent", "107", "7", 0, "100,00", "7,00", "107,00", "einhundertsieben", false},
@@ -79,7 +81,8 @@ TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
         {"rate with comma", "110,70", "10,7", 0, "100,00", "10,70", "110,70", "einhundertzehn", false},
         {"negative amount rounded", "-119", "19", 1, "-100,00", "-19,00", "-119,00", "", false},
         // The sign lands in the thousands group of the twelve characters, which then reads "tausend".
-        {"negative amount truncated", "-119", "19", 0, "-100,00", "-19,00", "-119,00", "tausendeinhundertneunzehn", false},
+        {"negative amount truncated", "-119", "19", 0, "-100,00", "-19,00", "-119,00",
+         "tausendeinhundertneunzehn", false},
         {"zero", "0", "19", 0, "0,00", "0,00", "0,00", "null", false},
     };
     for (const GrossRow& row : rows) {
@@ -95,7 +98,8 @@ TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
         EXPECT_EQ(form.text(E::Text12), row.grossAfter);
         EXPECT_EQ(form.text(E::Text4), row.words);
         EXPECT_TRUE(host.messages.empty());
-        // Typing beeps for every too-large prefix as well; a second RETURN on the formatted amount beeps once.
+        // Typing beeps for every too-large prefix as well; a second RETURN on the formatted amount beeps
+        // once.
         host.beeps = 0;
         returnInGross(form);
         EXPECT_EQ(host.beeps, row.beeps ? 1 : 0);
@@ -328,8 +332,12 @@ TEST_F(AmountEntryTest, ReturnInTheDateFieldExpandsOnlyTheShorthand)
         const char* after;
     };
     const Row rows[] = {
-        {"0 .  .    ", "23.11.2026"}, {"", ""},          {"0", "0"}, {"0 .  .", "0 .  ."},
-        {"12.03.2024", "12.03.2024"}, {"99.99.9999", "99.99.9999"},
+        {"0 .  .    ", "23.11.2026"},
+        {"", ""},
+        {"0", "0"},
+        {"0 .  .", "0 .  ."},
+        {"12.03.2024", "12.03.2024"},
+        {"99.99.9999", "99.99.9999"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.typed);
@@ -386,9 +394,10 @@ TEST(AmountEntryWithoutWindow, GivesTheFieldsOrTheMessage)
 // Random text into every entry path: each ends in filled, well-formed amounts or in the one message.
 TEST_F(AmountEntryTest, RandomInputEndsInADefinedResult)
 {
-    const std::vector<std::string> pieces = {"0", "1", "5", "9", "19", ",", ".", "-", "+", "/", " ", "e", "E",
-                                             "D", "&H", "&O", "(", ")", "a", "\u20AC", "\xC3\xA4", "\xFF",
-                                             "999999", "00", "%", "\t", "1e308", ",5", "-100"};
+    const std::vector<std::string> pieces = {"0", "1",  "5",     "9",      "19",       ",",    ".",      "-",
+                                             "+", "/",  " ",     "e",      "E",        "D",    "&H",     "&O",
+                                             "(", ")",  "a",     "\u20AC", "\xC3\xA4", "\xFF", "999999", "00",
+                                             "%", "\t", "1e308", ",5",     "-100"};
     std::mt19937 random(20260123);
     auto randomText = [&](std::size_t maxPieces) {
         std::string text;

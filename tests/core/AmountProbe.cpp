@@ -1,6 +1,6 @@
 // Answers one request per input line so that an outside implementation of the number and word rules can be
-// compared with this one over many amounts. A request is an operation and its arguments, separated by tabs; the
-// answer is one line, "ERR <number>" for a run-time fault.
+// compared with this one over many amounts. A request is an operation and its arguments, separated by tabs;
+// the answer is one line, "ERR <number>" for a run-time fault.
 #include <charconv>
 #include <cstdio>
 #include <iostream>
@@ -76,8 +76,8 @@ std::string answer(const std::vector<std::string>& request)
     if (op == "words-t")
         return zw::amountWords(arg, zw::WordsRule::Truncation);
     if (op == "gross")
-        return fields(zw::grossEntry(arg, request.at(2),
-                                     request.at(3) == "1" ? zw::WordsRule::Rounding : zw::WordsRule::Truncation));
+        return fields(zw::grossEntry(
+            arg, request.at(2), request.at(3) == "1" ? zw::WordsRule::Rounding : zw::WordsRule::Truncation));
     if (op == "net")
         return fields(zw::netEntry(arg, request.at(2)));
     return "UNKNOWN";

@@ -27,7 +27,8 @@ TEST(GetZahlInWorten, WritesEveryRowOfItsResultTable)
         {2000000, "zweimillionentausend"},
         {5000123, "fünfmillionentausendeinhundertdreiundzwanzig"},
         {101000000, "einhunderteinemilliontausend"},
-        {999999999, "neunhundertneunundneunzigmillionenneunhundertneunundneunzigtausendneunhundertneunundneunzig"},
+        {999999999,
+         "neunhundertneunundneunzigmillionenneunhundertneunundneunzigtausendneunhundertneunundneunzig"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.number);
@@ -100,8 +101,9 @@ TEST(BetragInWorten, WritesEveryRowOfItsResultTable)
         {1000000, "einemillion"},
         {2000000, "zweimillionen"},
         {1000000000, "einemilliarde"},
-        {999999999999.0, "neunhundertneunundneunzigmilliardenneunhundertneunundneunzigmillionenneunhundertneunundneu"
-                         "nzigtausendneunhundertneunundneunzig"},
+        {999999999999.0,
+         "neunhundertneunundneunzigmilliardenneunhundertneunundneunzigmillionenneunhundertneunundneu"
+         "nzigtausendneunhundertneunundneunzig"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.value);
@@ -117,11 +119,11 @@ TEST(BetragInWorten, SignsAndPointsCountAsZeroDigits)
         const char* words;
     };
     const Row rows[] = {
-        {-5, "fünf"},              // "0000000000-5"
-        {-15, "fünfzehn"},         // "000000000-15"
-        {-21, "einundzwanzig"},    // the sign stands where the hundreds are
+        {-5, "fünf"},           // "0000000000-5"
+        {-15, "fünfzehn"},      // "000000000-15"
+        {-21, "einundzwanzig"}, // the sign stands where the hundreds are
         {-0.0, "null"},
-        {0.5, "fünf"},             // " .5": the point reads as zero
+        {0.5, "fünf"}, // " .5": the point reads as zero
         {2000001, "zweimillioneneins"},
         {1000000001, "einemilliardeeins"},
         {2002002002, "zweimilliardenzweimillionenzweitausendzwei"},
@@ -152,10 +154,19 @@ TEST(TripletWords, SpellsGroupsOfThree)
         const char* words;
     };
     const Row rows[] = {
-        {"110", "einhundertzehn"}, {"210", "zweihundertzehn"}, {"011", "elf"},     {"020", "zwanzig"},
-        {"007", "sieben"},         {"101", "einhunderteins"},  {"121", "einhunderteinundzwanzig"},
-        {"999", "neunhundertneunundneunzig"},                  {"000", ""},        {"0-5", "fünf"},
-        {"-15", "fünfzehn"},       {"1.2", "einhundertzwei"},  {"01.", ""},
+        {"110", "einhundertzehn"},
+        {"210", "zweihundertzehn"},
+        {"011", "elf"},
+        {"020", "zwanzig"},
+        {"007", "sieben"},
+        {"101", "einhunderteins"},
+        {"121", "einhunderteinundzwanzig"},
+        {"999", "neunhundertneunundneunzig"},
+        {"000", ""},
+        {"0-5", "fünf"},
+        {"-15", "fünfzehn"},
+        {"1.2", "einhundertzwei"},
+        {"01.", ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.group);

@@ -7,10 +7,11 @@ namespace {
 
 TEST(Hints, EveryTypedFieldExplainsItselfAndWorkingFieldsStaySilent)
 {
-    for (FormElement field : {FormElement::Text1, FormElement::Text2, FormElement::Text3, FormElement::Text4,
-                              FormElement::Text5, FormElement::Text6, FormElement::Text7, FormElement::Text8,
-                              FormElement::Text9, FormElement::Text10, FormElement::Text11, FormElement::Text12,
-                              FormElement::Text14, FormElement::RTFBox, FormElement::Label1}) {
+    for (FormElement field :
+         {FormElement::Text1, FormElement::Text2, FormElement::Text3, FormElement::Text4, FormElement::Text5,
+          FormElement::Text6, FormElement::Text7, FormElement::Text8, FormElement::Text9, FormElement::Text10,
+          FormElement::Text11, FormElement::Text12, FormElement::Text14, FormElement::RTFBox,
+          FormElement::Label1}) {
         SCOPED_TRACE(elementName(field));
         EXPECT_FALSE(hintText(field).empty());
     }

@@ -1,5 +1,5 @@
-// Feeds arbitrary text to the rate, gross and net fields and to the number rules; any crash, sanitizer report or
-// escaped exception is a finding.
+// Feeds arbitrary text to the rate, gross and net fields and to the number rules; any crash, sanitizer report
+// or escaped exception is a finding.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -18,7 +18,10 @@ class SilentHost : public zw::FormHost
 {
 public:
     void showMessage(std::string_view, zw::MessageStyle, std::string_view) override {}
-    int confirmQuestion(std::string_view, zw::MessageStyle, std::string_view) override { return zw::kAnswerNo; }
+    int confirmQuestion(std::string_view, zw::MessageStyle, std::string_view) override
+    {
+        return zw::kAnswerNo;
+    }
     std::optional<std::string> askText(std::string_view, zw::MessageStyle, std::string_view,
                                        std::string_view) override
     {
@@ -38,7 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     const std::string_view input(reinterpret_cast<const char*>(data + 1), size - 1);
     const std::size_t tab = input.find('\t');
-    const std::string_view rate = tab == std::string_view::npos ? std::string_view("19") : input.substr(0, tab);
+    const std::string_view rate =
+        tab == std::string_view::npos ? std::string_view("19") : input.substr(0, tab);
     const std::string_view amount = tab == std::string_view::npos ? input : input.substr(tab + 1);
 
     SilentHost host;
