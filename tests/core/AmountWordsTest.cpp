@@ -174,5 +174,15 @@ TEST(TripletWords, SpellsGroupsOfThree)
     }
 }
 
+TEST(SuchenUndErsetzen, ReplacesOnlyTheFirstOccurrence)
+{
+    EXPECT_EQ(SuchenUndErsetzen("eins und eins", "eins", "zwei"), "zwei und eins");
+    EXPECT_EQ(SuchenUndErsetzen("Betrag", "x", "y"), "Betrag");
+    EXPECT_EQ(SuchenUndErsetzen("Größe", "ö", "oe"), "Groeße");
+    EXPECT_EQ(SuchenUndErsetzen("abc", "", "-"), "-abc");
+    EXPECT_EQ(SuchenUndErsetzen("", "", "-"), "");
+    EXPECT_EQ(SuchenUndErsetzen("aaa", "aa", "b"), "ba");
+}
+
 } // namespace
 } // namespace zw
