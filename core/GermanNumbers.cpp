@@ -26,7 +26,7 @@ bool isBlank(char c)
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
 }
 
-// Digits of a decimal number, the exponent already applied by the caller's sign and magnitude checks.
+// The value of the digits times ten to the exponent: RunError 6 beyond the double range, 0 below it.
 double decimalToDouble(std::string_view integerDigits, std::string_view fractionDigits, long exponent)
 {
     while (!integerDigits.empty() && integerDigits.front() == '0')
