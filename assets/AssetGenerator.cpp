@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QImage>
+#include <QLinearGradient>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QString>
@@ -124,6 +125,79 @@ bool writeHelp(const fs::path& folder)
                        "</body></html>"});
 }
 
+// The receipt colours: the form tinted with the colour, and a plain stamp area in a lighter shade of it.
+bool drawReceiptColours(const fs::path& folder)
+{
+    struct Tint
+    {
+        const char* name;
+        QColor colour;
+    };
+    const Tint tints[] = {{"rot", QColor(255, 0, 0)},       {"orange", QColor(255, 170, 0)},
+                          {"gelb", QColor(255, 255, 0)},    {"gruen", QColor(0, 255, 0)},
+                          {"blau", QColor(0, 0, 255)},      {"purpur", QColor(153, 0, 153)},
+                          {"hellgrau", QColor(211, 211, 211)}};
+    const QImage form = receiptForm(TaxFields::Shown);
+    const auto stampEntry = layoutOf(F::Image3);
+    const QSize stampSize = stampEntry ? QSize(stampEntry->widthPixels(), stampEntry->heightPixels()) : QSize(120, 90);
+    auto blend = [](QRgb pixel, const QColor& tint, double share) {
+        auto mix = [share](int from, int to) { return static_cast<int>(from * (1 - share) + to * share); };
+        return qRgb(mix(qRed(pixel), tint.red()), mix(qGreen(pixel), tint.green()), mix(qBlue(pixel), tint.blue()));
+    };
+    bool ok = true;
+    for (const auto& tint : tints) {
+        QImage tinted = form.copy();
+        for (int y = 0; y < tinted.height(); ++y) {
+            auto* line = reinterpret_cast<QRgb*>(tinted.scanLine(y));
+            for (int x = 0; x < tinted.width(); ++x)
+                line[x] = blend(line[x], tint.colour, 0.28);
+        }
+        ok &= save(tinted, folder / (std::string("quittung_") + tint.name + ".bmp"), "BMP");
+        QImage stamp(stampSize, QImage::Format_RGB32);
+        stamp.fill(QColor(blend(qRgb(255, 255, 255), tint.colour, 0.18)));
+        QPainter painter(&stamp);
+        painter.setPen(QPen(tint.colour.darker(130), 1, Qt::DashLine));
+        painter.drawRect(0, 0, stamp.width() - 1, stamp.height() - 1);
+        painter.end();
+        ok &= save(stamp, folder / (std::string("stempel_") + tint.name + ".bmp"), "BMP");
+    }
+    QImage white(stampSize, QImage::Format_RGB32);
+    white.fill(Qt::white);
+    ok &= save(white, folder / "stempel_weiss.bmp", "BMP");
+    return ok;
+}
+
+// The four window backgrounds: soft gradients with a pattern of their own each.
+bool drawWindowBackgrounds(const fs::path& folder)
+{
+    const QSize size(1280, 960);
+    struct Look
+    {
+        QColor top;
+        QColor bottom;
+        Qt::BrushStyle pattern;
+    };
+    const Look looks[] = {{QColor(214, 228, 245), QColor(164, 190, 224), Qt::NoBrush},
+                          {QColor(236, 240, 226), QColor(190, 206, 170), Qt::BDiagPattern},
+                          {QColor(246, 236, 222), QColor(214, 186, 150), Qt::Dense7Pattern},
+                          {QColor(120, 130, 150), QColor(52, 60, 78), Qt::CrossPattern}};
+    bool ok = true;
+    int number = 1;
+    for (const auto& look : looks) {
+        QImage image(size, QImage::Format_RGB32);
+        QPainter painter(&image);
+        QLinearGradient gradient(0, 0, size.width() / 3.0, size.height());
+        gradient.setColorAt(0, look.top);
+        gradient.setColorAt(1, look.bottom);
+        painter.fillRect(image.rect(), gradient);
+        if (look.pattern != Qt::NoBrush)
+            painter.fillRect(image.rect(), QBrush(look.top.lighter(108), look.pattern));
+        painter.end();
+        ok &= save(image, folder / ("hg" + std::to_string(number++) + ".jpg"), "JPG", 90);
+    }
+    return ok;
+}
+
 } // namespace
 
 bool generateDistribution(const fs::path& folder)
@@ -137,6 +211,7 @@ bool generateDistribution(const fs::path& folder)
     ok &= save(receiptForm(TaxFields::Shown), folder / "hintergrund" / "quittung_leer.jpg", "JPG", 92);
     ok &= save(receiptForm(TaxFields::Hidden), folder / "hintergrund" / "quittung_steueraus.jpg", "JPG", 92);
     ok &= writeHelp(folder / "hilfe");
+    ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     return ok;
 }
 

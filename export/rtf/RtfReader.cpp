@@ -224,7 +224,9 @@ private:
                 state().destination = Destination::Skip;
             break;
         case '\'': {
-            if (m_at + 2 <= m_source.size()) {
+            if (m_at + 2 > m_source.size()) {
+                m_at = m_source.size(); // a source cut off inside the escape
+            } else {
                 auto hex = std::string(m_source.substr(m_at, 2));
                 m_at += 2;
                 if (std::isxdigit(static_cast<unsigned char>(hex[0])) &&
@@ -265,6 +267,7 @@ private:
 
     void controlWord(std::string_view word, std::optional<int> parameter)
     {
+        flushText();
         m_pendingSkip = 0;
         const int value = parameter.value_or(1);
         State& s = state();
@@ -273,12 +276,10 @@ private:
             return;
         }
         if (word == "fonttbl") {
-            flushText();
             s.destination = Destination::FontTable;
             return;
         }
         if (word == "colortbl") {
-            flushText();
             s.destination = Destination::ColourTable;
             return;
         }
@@ -314,8 +315,6 @@ private:
         }
         if (s.destination == Destination::Skip)
             return;
-        // Formatting applies from here on; text gathered so far keeps the format it had.
-        flushText();
         if (word == "par") {
             paragraphEnd();
         } else if (word == "line") {

@@ -1,0 +1,145 @@
+#include "app/Appearance.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/QuittungLogic.h"
+#include "core/ReceiptForm.h"
+#include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class BackgroundParts : public WindowParts
+{
+public:
+    void setWindowBackground(const std::string& path) override { windowBackground = path; }
+    std::string windowBackground;
+};
+
+class AppearanceTest : public ::testing::Test
+{
+protected:
+    AppearanceTest()
+        : paths(folder.path()), quittung(form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }),
+          appearance(form, settings, parts, look)
+    {
+        std::filesystem::create_directory(paths.dataFolder());
+        form.attach(&settings, &host);
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    ReceiptForm form;
+    test::MemorySettings settings;
+    test::FakeHost host;
+    BackgroundParts parts;
+    ReceiptLook look;
+    QuittungLogic quittung;
+    AppearanceLogic appearance;
+};
+
+TEST_F(AppearanceTest, EachReceiptColourSetsItsPicturesAndFieldColour)
+{
+    struct Row
+    {
+        const char* entry;
+        const char* background;
+        const char* stampArea;
+        std::optional<Rgb> fieldRgb; // nullopt: the platform's button face
+    };
+    // The colours as red, green, blue: 33023 is orange, 0xFF0000 blue, since red sits in the low byte.
+    const Row rows[] = {
+        {"hg_standard", "\\hintergrund\\quittung_leer.jpg", "\\hintergrund\\stempel_weiss.bmp", std::nullopt},
+        {"hg_red", "\\hintergrund\\quittung_rot.bmp", "\\hintergrund\\stempel_rot.bmp", Rgb{255, 0, 0}},
+        {"hg_orange", "\\hintergrund\\quittung_orange.bmp", "\\hintergrund\\stempel_orange.bmp", Rgb{255, 128, 0}},
+        {"hg_yellow", "\\hintergrund\\quittung_gelb.bmp", "\\hintergrund\\stempel_gelb.bmp", Rgb{255, 255, 0}},
+        {"hg_green", "\\hintergrund\\quittung_gruen.bmp", "\\hintergrund\\stempel_gruen.bmp", Rgb{0, 255, 0}},
+        {"hg_blue", "\\hintergrund\\quittung_blau.bmp", "\\hintergrund\\stempel_blau.bmp", Rgb{0, 0, 255}},
+        {"hg_purple", "\\hintergrund\\quittung_purpur.bmp", "\\hintergrund\\stempel_purpur.bmp", Rgb{0x99, 0, 0x99}},
+        {"hg_hellgrau", "\\hintergrund\\quittung_hellgrau.bmp", "\\hintergrund\\stempel_hellgrau.bmp",
+         Rgb{0xE0, 0xE0, 0xE0}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.entry);
+        ASSERT_TRUE(appearance.receiptColour(row.entry));
+        EXPECT_EQ(form.formBackground(), row.background);
+        EXPECT_EQ(look.stampAreaPicture(), row.stampArea);
+        ASSERT_TRUE(look.fieldColour().has_value());
+        EXPECT_EQ(rgbOfColourNumber(*look.fieldColour()), row.fieldRgb);
+    }
+    EXPECT_TRUE(settings.values.empty()) << "a receipt colour lasts for the session and is not stored";
+    EXPECT_FALSE(appearance.receiptColour("hg_pink"));
+}
+
+TEST_F(AppearanceTest, ColourAndTaxModeShareTheFormPictureButNotTheFields)
+{
+    quittung.steueraus();
+    appearance.receiptColour("hg_green");
+    EXPECT_EQ(form.formBackground(), "\\hintergrund\\quittung_gruen.bmp");
+    for (F hidden : {F::Text3, F::Text10, F::Text11})
+        EXPECT_FALSE(form.isVisible(hidden)) << elementName(hidden);
+
+    quittung.steueran();
+    EXPECT_EQ(form.formBackground(), "\\hintergrund\\quittung_leer.jpg");
+    EXPECT_EQ(look.fieldColour(), 65280u) << "the fields keep their colour";
+    EXPECT_EQ(look.stampAreaPicture(), "\\hintergrund\\stempel_gruen.bmp");
+}
+
+TEST_F(AppearanceTest, WindowBackgroundIsStoredAndComesBackWhileTheColourDoesNot)
+{
+    appearance.receiptColour("hg_red");
+    ASSERT_TRUE(appearance.windowBackground("hintergrund3"));
+    EXPECT_EQ(parts.windowBackground, "\\hintergrund\\hg3.jpg");
+    EXPECT_EQ(settings.option("Options", "Hintergrund"), "\\hintergrund\\hg3.jpg");
+    EXPECT_FALSE(appearance.windowBackground("hintergrund5"));
+
+    // A restart: a fresh form and window over the same store.
+    ReceiptForm restarted;
+    restarted.attach(&settings, &host);
+    BackgroundParts restartedParts;
+    QuittungLogic(restarted, settings, paths, host, restartedParts, [] { return std::string(); }).load();
+    EXPECT_EQ(restartedParts.windowBackground, "\\hintergrund\\hg3.jpg");
+    EXPECT_EQ(restarted.formBackground(), "\\hintergrund\\quittung_leer.jpg");
+}
+
+TEST_F(AppearanceTest, VerdanaAndArialEntriesSwapFontsAndMarks)
+{
+    appearance.schrift();
+    EXPECT_EQ(form.fontFamily(F::Label5), "Verdana");
+    EXPECT_EQ(form.fontFamily(F::Text12), "Verdana") << "the amounts lose their typewriter font";
+    EXPECT_TRUE(form.isChecked("schrift"));
+    EXPECT_FALSE(form.isChecked("schriftarial"));
+
+    quittung.schriftarial();
+    EXPECT_EQ(form.fontFamily(F::Text7), "Arial");
+    EXPECT_EQ(form.fontFamily(F::Text10), "Courier New");
+    EXPECT_FALSE(form.isChecked("schrift"));
+    EXPECT_TRUE(form.isChecked("schriftarial"));
+}
+
+TEST_F(AppearanceTest, ChosenFontGoesEverywhereButLabel1KeepsEighteenPoints)
+{
+    EXPECT_EQ(appearance.fontDialogPreset(), "Arial");
+    appearance.applyChosenFont({"Times New Roman", 12, {/*bold=*/true, /*italic=*/true}});
+    for (F element : {F::Label1, F::Label7, F::Text1, F::Text12, F::Text14})
+        EXPECT_EQ(form.fontFamily(element), "Times New Roman") << elementName(element);
+    EXPECT_EQ(form.pointSize(F::Text5), 12);
+    EXPECT_EQ(form.pointSize(F::Label1), 18);
+    ASSERT_TRUE(look.fontStyle().has_value());
+    EXPECT_TRUE(look.fontStyle()->bold);
+    EXPECT_TRUE(look.fontStyle()->italic);
+    EXPECT_EQ(appearance.fontDialogPreset(), "Times New Roman");
+}
+
+TEST(ColourNumber, SystemColoursHaveNoFixedRgb)
+{
+    EXPECT_EQ(rgbOfColourNumber(kButtonFaceColour), std::nullopt);
+    EXPECT_EQ(rgbOfColourNumber(0x00102030u), (Rgb{0x30, 0x20, 0x10}));
+}
+
+} // namespace
+} // namespace zw

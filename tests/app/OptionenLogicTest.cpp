@@ -1,0 +1,232 @@
+#include "app/OptionenLogic.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/QuittungLogic.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class RulerParts : public WindowParts
+{
+public:
+    void showRulers(bool visible) override { rulers = visible; }
+    std::optional<bool> rulers;
+};
+
+class OptionenLogicTest : public ::testing::Test
+{
+protected:
+    OptionenLogicTest() : paths(folder.path()), optionen(form, settings, paths, host, parts)
+    {
+        std::filesystem::create_directory(paths.dataFolder());
+        form.attach(&settings, &host);
+    }
+
+    void writeData(const std::string& name, const std::string& bytes)
+    {
+        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
+    }
+    std::string readData(const std::string& name)
+    {
+        std::ifstream in(paths.dataFile(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    bool exists(const std::string& name) { return std::filesystem::exists(paths.dataFile(name)); }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    ReceiptForm form;
+    test::MemorySettings settings;
+    test::FakeHost host;
+    RulerParts parts;
+    OptionenLogic optionen;
+};
+
+TEST_F(OptionenLogicTest, FirstOpeningWritesTheStandardRateAndEmptyFiles)
+{
+    form.setText(F::Label1, "Spendenquittung");
+    optionen.load();
+    const auto& fields = optionen.fields();
+    EXPECT_EQ(readData("mwst.dat"), "19\r\n") << "unlike the main window, which writes an empty line";
+    EXPECT_EQ(fields.mwstwert1, "19");
+    EXPECT_EQ(fields.rateChoice, 1);
+    EXPECT_TRUE(fields.rateLocked);
+    EXPECT_EQ(readData("druck.dat"), "\r\n\r\n\r\n");
+    EXPECT_EQ(readData("nummer.dat"), "\r\n");
+    EXPECT_EQ(fields.xpCheck1, 0);
+    EXPECT_EQ(fields.checkGB_Berechnung, 1);
+    EXPECT_EQ(fields.belegart_opt, "Spendenquittung");
+    EXPECT_EQ(fields.Label12, "");
+    EXPECT_EQ(fields.ruler_check1, 1);
+    EXPECT_EQ(fields.chkLoadTipsAtStartup, 1);
+}
+
+TEST_F(OptionenLogicTest, RateFileDecidesTheChoice)
+{
+    struct Row
+    {
+        const char* name;
+        const char* file;
+        const char* field;
+        int choice;
+    };
+    const Row rows[] = {
+        {"seven", "7\r\n", "7", 2},
+        {"nineteen typed into the open field earlier", "19\r\n", "19", 1},
+        {"the main window's empty line", "\r\n", "", 2},
+        {"no line at all keeps the preset", "", "19", 1},
+        {"the last of two lines wins", "16\r\n19\r\n", "19", 1},
+        {"a rate with a comma", "7,5\r\n", "7,5", 2},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        writeData("mwst.dat", row.file);
+        OptionenLogic fresh(form, settings, paths, host, parts);
+        fresh.load();
+        EXPECT_EQ(fresh.fields().mwstwert1, row.field);
+        EXPECT_EQ(fresh.fields().rateChoice, row.choice);
+        EXPECT_EQ(fresh.fields().rateLocked, row.choice == 1);
+    }
+}
+
+TEST_F(OptionenLogicTest, ChoosingTheStandardRateShowsNineteenButStoresNothingWithoutSave)
+{
+    writeData("mwst.dat", "7\r\n");
+    optionen.load();
+    optionen.chooseOption1();
+    EXPECT_EQ(optionen.fields().mwstwert1, "19");
+    EXPECT_TRUE(optionen.fields().rateLocked);
+    EXPECT_EQ(readData("mwst.dat"), "7\r\n");
+    optionen.chooseOption2();
+    EXPECT_FALSE(optionen.fields().rateLocked);
+    EXPECT_EQ(optionen.fields().mwstwert1, "19") << "opening the field keeps its text";
+}
+
+TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheNotice)
+{
+    writeData("druck.dat", "10\r\n2\r\n15\r\n");
+    writeData("nummer.dat", "00000041\r\n");
+    settings.set("Options", "Berechnung", "1");
+    optionen.load();
+    auto& fields = optionen.fields();
+    EXPECT_EQ(fields.abstand, "10");
+    EXPECT_EQ(fields.anzahl, "2");
+    EXPECT_EQ(fields.oben, "15");
+    EXPECT_EQ(fields.Text1, "00000041");
+
+    optionen.chooseOption2();
+    fields.mwstwert1 = "";
+    fields.abstand = "-5";
+    fields.Text1 = "100";
+    fields.checkGB_Berechnung = 0;
+    optionen.save();
+    EXPECT_EQ(readData("mwst.dat"), "\r\n") << "an empty rate is an empty line";
+    EXPECT_EQ(readData("druck.dat"), "-5\r\n2\r\n15\r\n");
+    EXPECT_EQ(readData("nummer.dat"), "100\r\n");
+    EXPECT_EQ(settings.option("Options", "Berechnung"), "0");
+    EXPECT_EQ(host.notices, std::vector<Notice>{Notice::optionen1});
+    EXPECT_EQ(form.abstand(), "") << "the main window's own print fields are not touched";
+}
+
+TEST_F(OptionenLogicTest, ShortPrintFileEndsTheLoadAndLeavesTheRestAtDesignValues)
+{
+    writeData("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
+    writeData("nummer.dat", "42\r\n");
+    settings.set("Options", "Buttons", "Vista");
+    try {
+        optionen.load();
+        FAIL() << "a fourth line without the two after it is input past the end";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 62);
+    }
+    EXPECT_EQ(optionen.fields().abstand, "105");
+    EXPECT_EQ(optionen.fields().Text1, "") << "the number step never ran";
+    EXPECT_EQ(optionen.fields().Label12, "");
+}
+
+TEST_F(OptionenLogicTest, OnlySomeButtonStylesAreShown)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"Vista", "Vista"}, {"Standard", "Standard"}, {"XP-Style", "XP-Style"}, {"Cool", "Cool"},
+        {"Flat", ""},       {"Office2003", ""},       {"vista", ""},
+    };
+    for (auto [stored, shown] : rows) {
+        SCOPED_TRACE(stored);
+        settings.set("Options", "Buttons", stored);
+        OptionenLogic fresh(form, settings, paths, host, parts);
+        fresh.load();
+        EXPECT_EQ(fresh.fields().Label12, shown);
+    }
+}
+
+TEST_F(OptionenLogicTest, SwitchesStoreAtOnce)
+{
+    optionen.load();
+    optionen.setTipsAtStartup(0);
+    EXPECT_EQ(settings.get(kTipApplicationName, "Options", "Show Tips at Startup", ""), "0");
+    optionen.setDateAtStart(1);
+    EXPECT_EQ(settings.option("Options", "Datumanzeige"), "1");
+    optionen.setRuler(0);
+    EXPECT_EQ(settings.option("Options", "Ruler"), "0");
+    EXPECT_EQ(parts.rulers, false);
+    EXPECT_EQ(OptionenLogic::rulerCaption(0), "Lineal deaktiviert");
+    EXPECT_EQ(OptionenLogic::rulerCaption(1), "Lineal aktiviert");
+
+    OptionenLogic reopened(form, settings, paths, host, parts);
+    reopened.load();
+    EXPECT_EQ(reopened.fields().chkLoadTipsAtStartup, 0);
+    EXPECT_EQ(reopened.fields().xpCheck1, 1);
+    EXPECT_EQ(reopened.fields().ruler_check1, 0);
+}
+
+TEST_F(OptionenLogicTest, DeletionsClearTheStoreAndTheMainWindow)
+{
+    settings.set("Ausstellungsort", "Text8.Text", "Köln");
+    settings.set("Options", "Belegart", "Rechnung");
+    settings.set("Options", "Buttons", "Vista");
+    settings.set("Options", "Ruler", "0");
+    form.setText(F::Text8, "Köln");
+    form.setText(F::Label1, "Rechnung");
+    optionen.load();
+
+    optionen.deletePlaceOfIssue();
+    EXPECT_EQ(settings.option("Ausstellungsort", "Text8.Text"), "");
+    EXPECT_EQ(form.text(F::Text8), "");
+    optionen.deleteReceiptType();
+    EXPECT_EQ(settings.option("Options", "Belegart"), "");
+    EXPECT_EQ(form.text(F::Label1), "Quittung");
+    EXPECT_EQ(optionen.fields().belegart_opt, "Quittung");
+    optionen.deleteButtonStyle();
+    EXPECT_EQ(settings.option("Options", "Buttons"), "");
+    EXPECT_EQ(optionen.fields().Label12, "Standard");
+    optionen.deleteRuler();
+    EXPECT_EQ(settings.get(kApplicationName, "Options", "Ruler", "absent"), "absent");
+
+    // A second round deletes what is no longer there, without a trace.
+    optionen.deletePlaceOfIssue();
+    optionen.deleteReceiptType();
+    optionen.deleteButtonStyle();
+    optionen.deleteRuler();
+    EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(OptionenLogicTest, TakingTheTypeStoresItAndSetsTheTitle)
+{
+    optionen.load();
+    optionen.fields().belegart_opt = "Barquittung";
+    optionen.takeReceiptType();
+    EXPECT_EQ(form.text(F::Label1), "Barquittung");
+    EXPECT_EQ(settings.option("Options", "Belegart"), "Barquittung");
+}
+
+} // namespace
+} // namespace zw
