@@ -1,0 +1,60 @@
+#include "ledger/LedgerStore.h"
+
+#include <fstream>
+
+#include "app/AtomicFile.h"
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "ledger/ReceiptLedger.h"
+
+namespace zw {
+
+void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    const auto file = paths.dataFile("belege.dat");
+    std::error_code error;
+    if (std::filesystem::is_directory(file, error))
+        throw RunError::pathFileAccess();
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+        ledger.assignRows({}, {});
+        throw RunError::fileNotFound();
+    }
+    readLedger(in, ledger);
+    std::filesystem::create_directories(paths.reportFolder(), error);
+}
+
+void saveLedger(const ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    writeFileAtomically(paths.dataFile("belege.dat"), ledgerBytes(ledger));
+}
+
+std::string ledgerRow(const ReceiptForm& form)
+{
+    using F = FormElement;
+    const bool income = form.income() == 1;
+    const std::string& gross = form.text(F::Text12);
+    std::string row;
+    auto add = [&row](std::string_view value) {
+        row += '\t';
+        row += value;
+    };
+    row = form.text(F::Text9);
+    add(form.text(F::Text1));
+    add(income ? gross : std::string());
+    add(income ? std::string() : "-" + gross);
+    for (F field : {F::Text2, F::Text3, F::Text10, F::Text11, F::Text4, F::Text5, F::Text6, F::Text7, F::Text8,
+                    F::Text14, F::Label1})
+        add(form.text(field));
+    return row;
+}
+
+void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths)
+{
+    ledger.insertRow(0, ledgerRow(form));
+    ledger.setCurrentRow(0);
+    saveLedger(ledger, paths);
+}
+
+} // namespace zw

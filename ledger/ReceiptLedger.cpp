@@ -1,0 +1,233 @@
+#include "ledger/ReceiptLedger.h"
+
+#include <algorithm>
+#include <istream>
+
+#include "core/CodePage.h"
+#include "core/RunError.h"
+
+namespace zw {
+namespace {
+
+constexpr std::uint8_t kIncomeBit = 1;
+constexpr std::uint8_t kExpenseBit = 2;
+
+// The field of a tab-joined row by number; a missing one is empty.
+std::string_view field(std::string_view row, int column)
+{
+    std::size_t start = 0;
+    for (int i = 0; i < column; ++i) {
+        std::size_t tab = row.find('\t', start);
+        if (tab == std::string_view::npos)
+            return {};
+        start = tab + 1;
+    }
+    std::size_t end = row.find('\t', start);
+    return row.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start);
+}
+
+bool isAscii(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+} // namespace
+
+const std::array<LedgerColumnInfo, kLedgerColumnCount>& ledgerColumns()
+{
+    static const std::array<LedgerColumnInfo, kLedgerColumnCount> kColumns = {{
+        {"datum", "Datum", 2000, 0},
+        {"belegnr", "Beleg-Nr.:", 1200, 2},
+        {"einnahme", "Einnahme", 2650, 1},
+        {"ausgabe", "Ausgabe", 2650, 1},
+        {"waehrung", "Währung", 1715, 0},
+        {"mwst", "MwSt.", 1715, 0},
+        {"netto", "Netto", 1715, 0},
+        {"anteil", "Anteil", 1715, 0},
+        {"biw", "Biw", 1715, 0},
+        {"fuer1", "Für 1", 1715, 0},
+        {"fuer2", "Für 2", 1715, 0},
+        {"von", "Von", 1715, 0},
+        {"ort", "Ort", 1715, 0},
+        {"buchung", "Buchung", 1715, 0},
+        {"bezeichnung", "Bezeichnung", 1715, 0},
+    }};
+    return kColumns;
+}
+
+std::string_view ReceiptLedger::cell(std::size_t row, int column) const
+{
+    if (column < 0 || column >= kLedgerColumnCount)
+        throw RunError::invalidCall();
+    return field(m_rows.at(row), column);
+}
+
+void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
+{
+    if (column < 0 || column >= kLedgerColumnCount)
+        throw RunError::invalidCall();
+    std::string& text = m_rows.at(row);
+    std::size_t start = 0;
+    for (int i = 0; i < column; ++i) {
+        std::size_t tab = text.find('\t', start);
+        if (tab == std::string::npos) {
+            // A short row gets the missing cells before the edited one.
+            text.append(static_cast<std::size_t>(column - i), '\t');
+            start = text.size();
+            break;
+        }
+        start = tab + 1;
+    }
+    std::size_t end = text.find('\t', start);
+    text.replace(start, end == std::string::npos ? std::string::npos : end - start, value);
+    tell({LedgerChange::Kind::Cell, row, 1, column}, LedgerPhase::After);
+}
+
+int ReceiptLedger::cellColour(std::size_t row, int column) const
+{
+    std::uint8_t bits = m_colours.at(row);
+    if (column == columnIndex(LedgerColumn::einnahme) && (bits & kIncomeBit))
+        return kIncomeColour;
+    if (column == columnIndex(LedgerColumn::ausgabe) && (bits & kExpenseBit))
+        return kExpenseColour;
+    return 0;
+}
+
+void ReceiptLedger::appendRow(std::string tabJoined) { insertRow(m_rows.size(), std::move(tabJoined)); }
+
+void ReceiptLedger::insertRow(std::size_t position, std::string tabJoined)
+{
+    if (position > m_rows.size())
+        throw RunError::invalidCall();
+    tell({LedgerChange::Kind::Insert, position, 1, 0}, LedgerPhase::Before);
+    auto offset = static_cast<std::ptrdiff_t>(position);
+    m_rows.insert(m_rows.begin() + offset, std::move(tabJoined));
+    m_colours.insert(m_colours.begin() + offset, std::uint8_t{0});
+    if (m_current != kNoRow && m_current >= position)
+        ++m_current;
+    tell({LedgerChange::Kind::Insert, position, 1, 0}, LedgerPhase::After);
+}
+
+void ReceiptLedger::removeRow(std::size_t row)
+{
+    if (row >= m_rows.size())
+        throw RunError(9, "Index außerhalb des gültigen Bereichs");
+    tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::Before);
+    auto offset = static_cast<std::ptrdiff_t>(row);
+    m_rows.erase(m_rows.begin() + offset);
+    m_colours.erase(m_colours.begin() + offset);
+    // The grid keeps the same position current, or the last row when the bottom one went.
+    if (m_rows.empty())
+        m_current = kNoRow;
+    else if (m_current != kNoRow && m_current >= m_rows.size())
+        m_current = m_rows.size() - 1;
+    tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::After);
+}
+
+void ReceiptLedger::assignRows(std::vector<std::string> rows, std::vector<std::uint8_t> colours)
+{
+    tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
+    m_rows = std::move(rows);
+    m_colours = std::move(colours);
+    m_colours.resize(m_rows.size(), 0);
+    m_current = m_rows.empty() ? kNoRow : 0;
+    tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
+}
+
+void ReceiptLedger::setCurrentRow(std::size_t row)
+{
+    if (row != kNoRow && row >= m_rows.size())
+        throw RunError(9, "Index außerhalb des gültigen Bereichs");
+    m_current = row;
+}
+
+void ReceiptLedger::setColumnVisible(int column, bool visible)
+{
+    m_visible.at(static_cast<std::size_t>(column)) = visible;
+    tell({LedgerChange::Kind::Columns, 0, 0, column}, LedgerPhase::After);
+}
+
+void ReceiptLedger::tell(const LedgerChange& change, LedgerPhase phase)
+{
+    for (const auto& listener : m_listeners)
+        listener(change, phase);
+}
+
+std::uint8_t loadColours(std::string_view tabJoined)
+{
+    std::uint8_t bits = 0;
+    if (!field(tabJoined, columnIndex(LedgerColumn::einnahme)).empty())
+        bits |= kIncomeBit;
+    if (!field(tabJoined, columnIndex(LedgerColumn::ausgabe)).empty())
+        bits |= kExpenseBit;
+    return bits;
+}
+
+void readLedger(std::istream& in, ReceiptLedger& ledger)
+{
+    std::vector<std::string> rows;
+    std::vector<std::uint8_t> colours;
+    std::string line;
+    bool inLine = false;     // bytes of an unfinished line are in `line`
+    bool afterCr = false;    // the last chunk ended in CR, so a leading LF belongs to it
+    auto finishLine = [&] {
+        std::replace(line.begin(), line.end(), ';', '\t');
+        std::string text = isAscii(line) ? std::move(line) : cp1252ToUtf8(line);
+        colours.push_back(loadColours(text));
+        rows.push_back(std::move(text));
+        line = std::string();
+        inLine = false;
+    };
+    std::vector<char> chunk(1 << 20);
+    while (in) {
+        in.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));
+        const auto got = static_cast<std::size_t>(in.gcount());
+        if (got == 0)
+            break;
+        const char* p = chunk.data();
+        const char* end = p + got;
+        if (afterCr && *p == '\n')
+            ++p;
+        afterCr = false;
+        while (p < end) {
+            const char* stop = std::find_if(p, end, [](char c) { return c == '\r' || c == '\n'; });
+            line.append(p, stop);
+            inLine = inLine || stop != p;
+            if (stop == end)
+                break;
+            finishLine();
+            p = stop + 1;
+            if (*stop == '\r') {
+                if (p == end)
+                    afterCr = true;
+                else if (*p == '\n')
+                    ++p;
+            }
+        }
+    }
+    if (inLine)
+        finishLine();
+    ledger.assignRows(std::move(rows), std::move(colours));
+}
+
+std::string ledgerBytes(const ReceiptLedger& ledger)
+{
+    std::size_t total = 0;
+    for (std::size_t row = 0; row < ledger.rowCount(); ++row)
+        total += ledger.rowText(row).size() + 2;
+    std::string bytes;
+    bytes.reserve(total);
+    for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
+        const std::string& text = ledger.rowText(row);
+        std::size_t start = bytes.size();
+        if (isAscii(text))
+            bytes += text;
+        else
+            bytes += utf8ToCp1252(text);
+        std::replace(bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.end(), '\t', ';');
+        bytes += "\r\n";
+    }
+    return bytes;
+}
+
+} // namespace zw

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zw {
+
+// The fifteen columns of the ledger, in file order.
+enum class LedgerColumn : int {
+    datum, belegnr, einnahme, ausgabe, waehrung, mwst, netto, anteil, biw, fuer1, fuer2, von, ort, buchung,
+    bezeichnung
+};
+inline constexpr int kLedgerColumnCount = 15;
+
+// Alignment codes handed to the grid: 0 text, 1 the amounts, 2 the number.
+struct LedgerColumnInfo
+{
+    std::string_view key;
+    std::string_view caption;
+    int widthTwips;
+    int alignment;
+};
+const std::array<LedgerColumnInfo, kLedgerColumnCount>& ledgerColumns();
+
+constexpr int columnIndex(LedgerColumn column) { return static_cast<int>(column); }
+
+// Colours given to amount cells while loading: income green, expense red (the grid's colour values).
+inline constexpr int kIncomeColour = 65280;
+inline constexpr int kExpenseColour = 255;
+
+// What changed in the ledger, told before and after so that a table model can follow.
+enum class LedgerPhase { Before, After };
+struct LedgerChange
+{
+    enum class Kind { Reset, Insert, Remove, Cell, Columns } kind;
+    std::size_t row = 0;
+    std::size_t count = 0;
+    int column = 0;
+};
+
+// The ReceiptLedger as the grid holds it: rows of tab-joined text, numbered from 0 here (row 1 of the grid is 0),
+// the cell colours given at load, the current row and the visibility of the columns.
+class ReceiptLedger
+{
+public:
+    static constexpr std::size_t kNoRow = static_cast<std::size_t>(-1);
+
+    ReceiptLedger() { m_visible.fill(true); }
+
+    std::size_t rowCount() const { return m_rows.size(); }
+    const std::string& rowText(std::size_t row) const { return m_rows.at(row); }
+    // A line with fewer fields shows empty cells; fields beyond the fifteenth are not shown.
+    std::string_view cell(std::size_t row, int column) const;
+    std::string_view cell(std::size_t row, LedgerColumn column) const { return cell(row, columnIndex(column)); }
+    void setCell(std::size_t row, int column, std::string_view value);
+
+    // Colour of an amount cell as loaded (0 for none); filed rows stay uncoloured until the next load.
+    int cellColour(std::size_t row, int column) const;
+
+    void appendRow(std::string tabJoined);
+    void insertRow(std::size_t position, std::string tabJoined);
+    void removeRow(std::size_t row);
+    // Fills the ledger at once from lines of the file's text (";" already replaced by tab).
+    void assignRows(std::vector<std::string> rows, std::vector<std::uint8_t> colours);
+    void reserve(std::size_t rows) { m_rows.reserve(rows); }
+
+    std::size_t currentRow() const { return m_current; }
+    void setCurrentRow(std::size_t row);
+
+    bool isColumnVisible(int column) const { return m_visible.at(static_cast<std::size_t>(column)); }
+    void setColumnVisible(int column, bool visible);
+
+    using Listener = std::function<void(const LedgerChange&, LedgerPhase)>;
+    void addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
+
+private:
+    void tell(const LedgerChange& change, LedgerPhase phase);
+
+    std::vector<std::string> m_rows;
+    // Per row: bit 0 income coloured, bit 1 expense coloured.
+    std::vector<std::uint8_t> m_colours;
+    std::size_t m_current = kNoRow;
+    std::array<bool, kLedgerColumnCount> m_visible{};
+    std::vector<Listener> m_listeners;
+};
+
+// The colour bits of a freshly read row.
+std::uint8_t loadColours(std::string_view tabJoined);
+
+// Reads belege.dat bytes from a stream into the ledger, replacing what it held.
+void readLedger(std::istream& in, ReceiptLedger& ledger);
+// The bytes of belege.dat: every row with ";" for tab, Windows-1252, CR LF.
+std::string ledgerBytes(const ReceiptLedger& ledger);
+
+} // namespace zw

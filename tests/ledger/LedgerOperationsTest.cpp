@@ -1,0 +1,182 @@
+#include "ledger/LedgerOperations.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using C = LedgerColumn;
+
+class LedgerOperationsTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        settings.set("Options", "Berechnung", "0");
+        form.attach(&settings, &host);
+        ledger.appendRow("12.03.2011\t1047\t119,00\t\tEUR\t19\t100,00\t19,00\teinhundertneunzehn\tMax Muster\t\t"
+                         "Beratung\tBonn\t\tQuittung");
+        ledger.appendRow("13.03.2011\t1048\t\t--35,50\tUSD\t7\t33,18\t2,32\tfünfunddreißig\tPost\tAG\tPorto\tBonn\t"
+                         "Notiz\tAusgabebeleg");
+    }
+    void show(std::size_t row)
+    {
+        ledger.setCurrentRow(row);
+        selectRow(operations.buffer(), ledger, static_cast<long>(row + 1));
+        operations.anzeigen();
+    }
+
+    test::MemorySettings settings;
+    test::FakeHost host;
+    ReceiptForm form;
+    ReceiptLedger ledger;
+    int saves = 0;
+    LedgerOperations operations{ledger, form, host, [this] { ++saves; }};
+};
+
+TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
+{
+    show(0);
+    EXPECT_EQ(form.text(F::Text12), "119,00");
+    EXPECT_EQ(form.text(F::Text9), "12.03.2011");
+    EXPECT_EQ(form.text(F::Text5), "Max Muster");
+    EXPECT_EQ(form.text(F::Text7), "Beratung");
+    EXPECT_EQ(form.text(F::Label1), "Quittung");
+
+    // A doubled minus comes back with one, and the switch of the form is not touched.
+    form.setIncome(1);
+    show(1);
+    EXPECT_EQ(form.text(F::Text12), "-35,50");
+    EXPECT_EQ(form.text(F::Text2), "USD");
+    EXPECT_EQ(form.text(F::Text4), "fünfunddreißig");
+    EXPECT_EQ(form.text(F::Text6), "AG");
+    EXPECT_EQ(form.text(F::Text14), "Notiz");
+    EXPECT_EQ(form.income(), 1);
+}
+
+TEST_F(LedgerOperationsTest, ShowOnAnEmptyGridBlanksTheFieldsButTheGross)
+{
+    ReceiptLedger empty;
+    LedgerOperations onEmpty(empty, form, host, [] {});
+    form.setText(F::Text12, "50,00");
+    form.setText(F::Text7, "Alt");
+    onEmpty.anzeigen();
+    EXPECT_EQ(form.text(F::Text12), "50,00");
+    EXPECT_EQ(form.text(F::Text7), "");
+    EXPECT_EQ(form.text(F::Label1), "");
+}
+
+TEST_F(LedgerOperationsTest, SelectionOfRowZeroKeepsTheBuffer)
+{
+    selectRow(operations.buffer(), ledger, 2);
+    selectRow(operations.buffer(), ledger, 0);
+    EXPECT_EQ(operations.buffer()[1], "1048");
+}
+
+TEST_F(LedgerOperationsTest, DeleteAsksWithTheNumberAndSavesOnYes)
+{
+    ledger.setCurrentRow(1);
+    host.confirmAnswer = kAnswerNo;
+    operations.loeschen();
+    EXPECT_EQ(ledger.rowCount(), 2u);
+    EXPECT_EQ(saves, 0);
+    ASSERT_EQ(host.questions.size(), 1u);
+    EXPECT_EQ(host.questions[0].text, "Wollen Sie den Eintrag mit der Belegnummer 1048\rwirklich löschen?\r\r"
+                                      "Wenn Sie jetzt auf JA klicken, wird der Eintrag\runwiderruflich gelöscht.");
+    EXPECT_EQ(host.questions[0].title, "Achtung!!!");
+    EXPECT_EQ(host.questions[0].style, MessageStyle::QuestionYesNo);
+
+    host.confirmAnswer = kAnswerYes;
+    operations.loeschen();
+    ASSERT_EQ(ledger.rowCount(), 1u);
+    EXPECT_EQ(ledger.cell(0, C::belegnr), "1047");
+    EXPECT_EQ(saves, 1);
+}
+
+TEST_F(LedgerOperationsTest, DeleteOnAnEmptyGridIsARunError)
+{
+    ReceiptLedger empty;
+    LedgerOperations onEmpty(empty, form, host, [] {});
+    EXPECT_THROW(onEmpty.loeschen(), RunError);
+    EXPECT_TRUE(host.questions.empty());
+}
+
+TEST_F(LedgerOperationsTest, DeleteAllEmptiesAndSavesOnceEvenWhenEmpty)
+{
+    operations.loeschen_gesamt();
+    EXPECT_EQ(ledger.rowCount(), 0u);
+    EXPECT_EQ(saves, 1);
+    EXPECT_EQ(static_cast<int>(host.questions[0].style), 276);
+    operations.loeschen_gesamt();
+    EXPECT_EQ(saves, 2);
+}
+
+TEST_F(LedgerOperationsTest, AllFieldsTogglesColumnsFiveToFifteen)
+{
+    operations.alle_felder();
+    for (int column = 0; column < kLedgerColumnCount; ++column) {
+        SCOPED_TRACE(column);
+        EXPECT_EQ(ledger.isColumnVisible(column), column < 4);
+    }
+    operations.alle_felder();
+    EXPECT_TRUE(ledger.isColumnVisible(14));
+}
+
+TEST_F(LedgerOperationsTest, AnEditedCellIsSavedAsTyped)
+{
+    operations.cellEdited(1, columnIndex(C::ausgabe), "12");
+    EXPECT_EQ(ledger.cell(1, C::ausgabe), "12");
+    EXPECT_EQ(ledger.cell(1, C::waehrung), "USD");
+    EXPECT_EQ(saves, 1);
+    ReceiptLedger shortRow;
+    shortRow.appendRow("1.1.2020");
+    shortRow.setCell(0, columnIndex(C::ort), "Bonn");
+    EXPECT_EQ(shortRow.rowText(0), "1.1.2020\t\t\t\t\t\t\t\t\t\t\t\tBonn");
+}
+
+TEST_F(LedgerOperationsTest, TheHintOnEditingHasFiveLines)
+{
+    operations.bearbeiten();
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].title, "Eintrag bearbeiten");
+    EXPECT_EQ(host.messages[0].style, MessageStyle::Information);
+    EXPECT_EQ(std::count(host.messages[0].text.begin(), host.messages[0].text.end(), '\r'), 5);
+}
+
+TEST_F(LedgerOperationsTest, FilteredListsKeepEveryRowAndDropOnlyTheOtherAmount)
+{
+    auto texts = [](const PrintedLine& line) {
+        std::vector<std::pair<int, std::string>> pieces;
+        for (const auto& piece : line.pieces)
+            pieces.emplace_back(piece.tabColumn, piece.text);
+        return pieces;
+    };
+    using P = std::pair<int, std::string>;
+    const auto all = ledgerList(ledger, LedgerList::drucken);
+    ASSERT_EQ(all.lines.size(), 2u + 1 + 4 + 2 + 2 * 2);
+    EXPECT_THAT(texts(all.lines[2]), ::testing::ElementsAre(P{8, "Belegliste"}));
+    EXPECT_TRUE(all.lines[2].bold);
+    EXPECT_EQ(all.lines[2].pointSize, 18);
+    EXPECT_THAT(texts(all.lines[7]),
+                ::testing::ElementsAre(P{15, "Datum:"}, P{45, "Beleg-Nr.:"}, P{75, "Einnahme:"}, P{95, "Ausgabe:"}));
+    EXPECT_EQ(all.lines[8].pieces[0].text.size(), 134u);
+    EXPECT_THAT(texts(all.lines[11]),
+                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}, P{95, "--35,50"}));
+
+    const auto income = ledgerList(ledger, LedgerList::einnahmen_drucken);
+    EXPECT_EQ(income.lines[2].pieces[0].text, "Belegliste nur Einnahmen");
+    EXPECT_THAT(texts(income.lines[11]), ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}));
+    const auto expense = ledgerList(ledger, LedgerList::ausgaben_drucken);
+    EXPECT_EQ(expense.lines[2].pieces[0].text, "Belegliste nur Ausgaben");
+    EXPECT_THAT(texts(expense.lines[9]), ::testing::ElementsAre(P{15, "12.03.2011"}, P{45, "1047"}, P{95, ""}));
+    EXPECT_EQ(expense.lines[7].pieces.size(), 4u);
+}
+
+} // namespace
+} // namespace zw

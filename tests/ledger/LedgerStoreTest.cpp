@@ -1,0 +1,217 @@
+#include "ledger/LedgerStore.h"
+
+#include <csignal>
+#include <random>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "ledger/ReceiptLedger.h"
+#include "tests/core/FakeHost.h"
+#include "tests/ledger/LedgerFixture.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using C = LedgerColumn;
+
+// The two example lines of the file format, in Windows-1252.
+const std::string kIncomeLine = "12.03.2011;1047;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;Quittung";
+const std::string kExpenseLine = "13.03.2011;1048;;-35,50;EUR;7;33,18;2,32;f\xFCnfunddrei\xDFig;Post;;Porto;Bonn;;Ausgabebeleg";
+
+ReceiptLedger read(const std::string& bytes)
+{
+    std::istringstream in(bytes);
+    ReceiptLedger ledger;
+    readLedger(in, ledger);
+    return ledger;
+}
+
+TEST(LedgerStore, ReadsTheExampleLinesWithTheirColours)
+{
+    auto ledger = read(kIncomeLine + "\r\n" + kExpenseLine + "\r\n");
+    ASSERT_EQ(ledger.rowCount(), 2u);
+    EXPECT_EQ(ledger.cell(0, C::einnahme), "119,00");
+    EXPECT_EQ(ledger.cell(0, C::bezeichnung), "Quittung");
+    EXPECT_EQ(ledger.cell(1, C::ausgabe), "-35,50");
+    EXPECT_EQ(ledger.cell(1, C::biw), "fünfunddreißig");
+    EXPECT_EQ(ledger.cellColour(0, columnIndex(C::einnahme)), 65280);
+    EXPECT_EQ(ledger.cellColour(0, columnIndex(C::ausgabe)), 0);
+    EXPECT_EQ(ledger.cellColour(1, columnIndex(C::ausgabe)), 255);
+    EXPECT_EQ(ledger.currentRow(), 0u);
+    EXPECT_EQ(ledgerBytes(ledger), kIncomeLine + "\r\n" + kExpenseLine + "\r\n");
+}
+
+TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
+{
+    struct Case
+    {
+        const char* name;
+        std::string bytes;
+        std::size_t rows;
+        std::size_t row;
+        C column;
+        std::string expected;
+    };
+    const std::string longNote(10 * 1024 * 1024, 'x');
+    const Case cases[] = {
+        {"sixteen fields: the last one is not shown", kIncomeLine + ";zuviel\r\n", 1, 0, C::bezeichnung, "Quittung"},
+        {"a semicolon in a field shifts the row", "1.1.2020;5;10,00;;EUR;19;;;;;;Miete; Strom;Bonn;;Quittung\r\n", 1, 0,
+         C::ort, " Strom"},
+        {"three fields leave the rest empty", "1.1.2020;5;10,00\r\n", 1, 0, C::waehrung, ""},
+        {"three fields keep theirs", "1.1.2020;5;10,00\r\n", 1, 0, C::einnahme, "10,00"},
+        {"a lone separator gives two empty cells", ";\r\n", 1, 0, C::datum, ""},
+        {"a line break in the note makes two rows", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 1,
+         C::datum, "zweite"},
+        {"the first half lacks its kind", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 0,
+         C::bezeichnung, ""},
+        {"a UTF-8 file shows its bytes as Windows-1252", "1.1.2020;5;;;;;;;f\xC3\xBCnf\r\n", 1, 0, C::biw, "fÃ¼nf"},
+        {"ten megabytes in one line", "1.1.2020;5;;;;;;;;;;;;" + longNote + ";Quittung\r\n", 1, 0, C::bezeichnung,
+         "Quittung"},
+        {"lone CR and LF end lines as well", "a\rb\nc", 3, 2, C::datum, "c"},
+        {"an empty file has no rows", "", 0, 0, C::datum, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto ledger = read(c.bytes);
+        ASSERT_EQ(ledger.rowCount(), c.rows);
+        if (c.rows > 0) {
+            EXPECT_EQ(ledger.cell(c.row, c.column), c.expected);
+        }
+    }
+}
+
+TEST(LedgerStore, ALineEndSplitAcrossReadChunksCountsOnce)
+{
+    // The reader takes the file in blocks of a mebibyte; put the CR as the last byte of the first block.
+    const std::size_t block = 1 << 20;
+    std::string first(block - 1, 'a');
+    auto ledger = read(first + "\r\nzweite\r\n");
+    ASSERT_EQ(ledger.rowCount(), 2u);
+    EXPECT_EQ(ledger.cell(1, C::datum), "zweite");
+}
+
+TEST(LedgerStore, AMissingFileLeavesAnEmptyLedgerAndNoReportFolder)
+{
+    test::ProgramFolder home;
+    ReceiptLedger ledger;
+    ledger.appendRow("alt");
+    try {
+        loadLedger(ledger, home.paths);
+        ADD_FAILURE() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 53);
+    }
+    EXPECT_EQ(ledger.rowCount(), 0u);
+    EXPECT_FALSE(std::filesystem::exists(home.paths.reportFolder()));
+
+    home.writeBytes("belege.dat", kIncomeLine + "\r\n");
+    loadLedger(ledger, home.paths);
+    EXPECT_EQ(ledger.rowCount(), 1u);
+    EXPECT_TRUE(std::filesystem::is_directory(home.paths.reportFolder()));
+}
+
+TEST(LedgerStore, FilingPutsTheReceiptOnTopOfTheFile)
+{
+    test::ProgramFolder home;
+    test::MemorySettings settings;
+    settings.set("Options", "Berechnung", "0");
+    ReceiptForm form;
+    form.attach(&settings, nullptr);
+    home.writeBytes("belege.dat", kIncomeLine + "\r\n");
+    ReceiptLedger ledger;
+    loadLedger(ledger, home.paths);
+    ledger.setCurrentRow(0);
+
+    form.setText(F::Label1, "Ausgabebeleg");
+    form.setText(F::Text1, "1049");
+    form.setText(F::Text2, "EUR");
+    form.setText(F::Text3, "19");
+    form.setText(F::Text12, "-5,00");
+    form.setText(F::Text7, "Miete; Strom");
+    form.setText(F::Text9, "14.03.2011");
+    form.setIncome(0);
+    fileReceipt(ledger, form, home.paths);
+
+    EXPECT_EQ(ledger.currentRow(), 0u);
+    EXPECT_EQ(ledger.cell(0, C::ausgabe), "--5,00");
+    EXPECT_EQ(ledger.cell(0, C::von), "Miete; Strom");
+    EXPECT_EQ(ledger.cellColour(0, columnIndex(C::ausgabe)), 0);
+    EXPECT_EQ(home.readBytes("belege.dat"),
+              "14.03.2011;1049;;--5,00;EUR;19;0,00;0,00;;;;Miete; Strom;;;Ausgabebeleg\r\n" + kIncomeLine + "\r\n");
+
+    form.setIncome(1);
+    form.setText(F::Text12, "7,00");
+    fileReceipt(ledger, form, home.paths);
+    EXPECT_EQ(ledger.cell(0, C::einnahme), "7,00");
+    EXPECT_EQ(ledger.cell(0, C::ausgabe), "");
+
+    // The separator typed into the purpose splits that row at the next load.
+    loadLedger(ledger, home.paths);
+    EXPECT_EQ(ledger.cell(1, C::von), "Miete");
+    EXPECT_EQ(ledger.cell(1, C::ort), " Strom");
+}
+
+TEST(LedgerStore, AnEmptyLedgerSavesZeroBytes)
+{
+    test::ProgramFolder home;
+    home.writeBytes("belege.dat", kIncomeLine + "\r\n");
+    ReceiptLedger ledger;
+    saveLedger(ledger, home.paths);
+    EXPECT_EQ(home.readBytes("belege.dat"), "");
+}
+
+TEST(LedgerStore, AMissingDataFolderIsPathNotFound)
+{
+    test::ProgramFolder home;
+    std::filesystem::remove_all(home.paths.dataFolder());
+    ReceiptLedger ledger;
+    ledger.appendRow("x");
+    try {
+        saveLedger(ledger, home.paths);
+        ADD_FAILURE() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 76);
+    }
+}
+
+TEST(LedgerStore, AKilledSaveLeavesTheOldOrTheNewLedgerWhole)
+{
+    test::ProgramFolder home;
+    ReceiptLedger first;
+    ReceiptLedger second;
+    for (int i = 0; i < 20000; ++i) {
+        first.appendRow("01.01.2020\t" + std::to_string(i) + "\t10,00\t\tEUR\t19\t\t\t\t\t\t\t\t\tQuittung");
+        second.appendRow("02.02.2022\t" + std::to_string(i) + "\t\t-7,50\tUSD\t7\t\t\t\t\t\t\t\t\tAusgabebeleg");
+    }
+    const std::string firstBytes = ledgerBytes(first);
+    const std::string secondBytes = ledgerBytes(second);
+    saveLedger(first, home.paths);
+
+    std::mt19937 random(12345);
+    std::uniform_int_distribution<int> wait(0, 40000);
+    for (int round = 0; round < 25; ++round) {
+        SCOPED_TRACE(round);
+        pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int i = 0;; ++i)
+                saveLedger(i % 2 == 0 ? second : first, home.paths);
+        }
+        ::usleep(static_cast<useconds_t>(wait(random)));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        const std::string bytes = home.readBytes("belege.dat");
+        EXPECT_TRUE(bytes == firstBytes || bytes == secondBytes) << "size " << bytes.size();
+    }
+}
+
+} // namespace
+} // namespace zw

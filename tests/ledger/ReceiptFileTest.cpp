@@ -1,0 +1,185 @@
+#include "ledger/ReceiptFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/QuittungLogic.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/core/FakeHost.h"
+#include "tests/ledger/LedgerFixture.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using ::testing::HasSubstr;
+
+struct RecordingParts : WindowParts
+{
+    void setLastFileCaption(const std::string& caption) override { captions.push_back(caption); }
+    std::vector<std::string> captions;
+};
+
+class ReceiptFileTest : public ::testing::Test
+{
+protected:
+    void SetUp() override { form.attach(&settings, &host); }
+    void automaticCalculation(bool on) { settings.set("Options", "Berechnung", on ? "1" : "0"); }
+    void fill()
+    {
+        form.setText(F::Label1, "Quittung");
+        form.setText(F::Text1, "1047");
+        form.setText(F::Text2, "EUR");
+        form.setText(F::Text3, "19");
+        form.setText(F::Text12, "119,00");
+        form.setText(F::Text10, "100,00");
+        form.setText(F::Text11, "19,00");
+        form.setText(F::Text4, "einhundertneunzehn");
+        form.setText(F::Text5, "Jürgen Müller");
+        form.setText(F::Text6, "");
+        form.setText(F::Text7, "Größe € 5");
+        form.setText(F::Text8, "Köln");
+        form.setText(F::Text9, "12.03.2011");
+        form.setText(F::Text14, "Kasse");
+    }
+
+    test::MemorySettings settings;
+    test::FakeHost host;
+    ReceiptForm form;
+    RecordingParts parts;
+    test::ProgramFolder home;
+};
+
+TEST_F(ReceiptFileTest, SaveWritesTheFourteenLinesInWindows1252)
+{
+    automaticCalculation(false);
+    fill();
+    EXPECT_EQ(receiptFileBytes(form), "Quittung\r\n1047\r\nEUR\r\n19\r\n100,00\r\n19,00\r\n119,00\r\n"
+                                      "einhundertneunzehn\r\nJ\xFCrgen M\xFCller\r\n\r\nGr\xF6\xDF"
+                                      "e \x80 5\r\nK\xF6ln\r\n12.03.2011\r\nKasse\r\n");
+}
+
+TEST_F(ReceiptFileTest, EveryFieldButTheWordsComesBackWhenTheCalculationIsOff)
+{
+    automaticCalculation(false);
+    fill();
+    const auto bytes = receiptFileBytes(form);
+    ReceiptForm opened;
+    opened.attach(&settings, &host);
+    readReceiptRecords(bytes, opened, ReceiptFileFormat::Zw5);
+    for (F field : {F::Label1, F::Text1, F::Text2, F::Text3, F::Text10, F::Text11, F::Text12, F::Text5, F::Text6,
+                    F::Text7, F::Text8, F::Text9, F::Text14}) {
+        SCOPED_TRACE(std::string(elementName(field)));
+        EXPECT_EQ(opened.text(field), form.text(field));
+    }
+    EXPECT_EQ(opened.text(F::Text4), "");
+}
+
+TEST_F(ReceiptFileTest, OpeningRecomputesNetShareAndWordsFromTheGrossLine)
+{
+    automaticCalculation(true);
+    const std::string bytes = "Quittung\r\n7\r\nEUR\r\n19\r\n1,00\r\n2,00\r\n119,00\r\nFALSCH\r\nA\r\nB\r\nC\r\nD\r\n"
+                              "01.01.2020\r\nE\r\n";
+    readReceiptRecords(bytes, form, ReceiptFileFormat::Zw5);
+    EXPECT_EQ(form.text(F::Text10), "100,00");
+    EXPECT_EQ(form.text(F::Text11), "19,00");
+    EXPECT_THAT(form.text(F::Text4), HasSubstr("einhundertneunzehn"));
+}
+
+TEST_F(ReceiptFileTest, OldFormatRestoresTheWordsAndLeavesTheKindOfReceipt)
+{
+    automaticCalculation(false);
+    form.setText(F::Label1, "Ausgabebeleg");
+    const std::string bytes = "7\r\nUSD\r\n7\r\n10,00\r\n0,70\r\n10,70\r\nzehn\r\nA\r\nB\r\nC\r\nD\r\n01.01.2020\r\nE\r\n";
+    readReceiptRecords(bytes, form, ReceiptFileFormat::Zwi);
+    EXPECT_EQ(form.text(F::Label1), "Ausgabebeleg");
+    EXPECT_EQ(form.text(F::Text2), "USD");
+    EXPECT_EQ(form.text(F::Text4), "zehn");
+    EXPECT_EQ(form.text(F::Text14), "E");
+}
+
+TEST_F(ReceiptFileTest, DamagedFilesEndInRunErrorsWithWhatWasReadKept)
+{
+    automaticCalculation(false);
+    struct Case
+    {
+        const char* name;
+        std::string bytes;
+        bool throws;
+        F field;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"two records leave the second", std::string("Erste") + std::string(14, '\n') + "Zweite\n1" + std::string(13, '\n'),
+         false, F::Label1, "Zweite"},
+        {"a short file keeps the fields read", "Quittung\r\n42\r\nCHF\r\n", true, F::Text2, "CHF"},
+        {"fields after the end stay empty", "Quittung\r\n42\r\nCHF\r\n", true, F::Text9, ""},
+        {"a two-line note starts a second record", "Q\r\n1\r\nEUR\r\n19\r\n\r\n\r\n5\r\n\r\n\r\n\r\n\r\n\r\n\r\nerste\r\nzweite\r\n",
+         true, F::Label1, "zweite"},
+        {"the second record clears the first", "Q\r\n1\r\nEUR\r\n19\r\n\r\n\r\n5\r\n\r\n\r\n\r\n\r\n\r\n\r\nerste\r\nzweite\r\n",
+         true, F::Text1, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        fill();
+        if (c.throws) {
+            try {
+                readReceiptRecords(c.bytes, form, ReceiptFileFormat::Zw5);
+                ADD_FAILURE() << "no error";
+            } catch (const RunError& error) {
+                EXPECT_EQ(error.number(), 62);
+            }
+        } else {
+            readReceiptRecords(c.bytes, form, ReceiptFileFormat::Zw5);
+        }
+        EXPECT_EQ(form.text(c.field), c.expected);
+    }
+}
+
+TEST_F(ReceiptFileTest, AnEmptyFileLeavesTheFormUntouched)
+{
+    fill();
+    readReceiptRecords("", form, ReceiptFileFormat::Zw5);
+    EXPECT_EQ(form.text(F::Text7), "Größe € 5");
+}
+
+TEST_F(ReceiptFileTest, SaveStoresTheLastFileAndAnEmptyNameBlanksIt)
+{
+    automaticCalculation(false);
+    fill();
+    ReceiptFileCommands commands(form, settings, parts);
+    const std::string path = (home.paths.home() / "beleg.ZW5").string();
+    commands.save(path);
+    EXPECT_EQ(settings.option("Options", "Letzter_Beleg"), path);
+    commands.save("");
+    EXPECT_EQ(settings.option("Options", "Letzter_Beleg"), "");
+    EXPECT_THAT(parts.captions, ::testing::ElementsAre(path, ""));
+
+    ReceiptForm opened;
+    opened.attach(&settings, &host);
+    ReceiptFileCommands(opened, settings, parts).openLast(path);
+    EXPECT_EQ(opened.text(F::Text5), "Jürgen Müller");
+}
+
+TEST_F(ReceiptFileTest, MissingPathsReachTheErrorTrap)
+{
+    ReceiptFileCommands commands(form, settings, parts);
+    for (const std::string& path : {std::string("Kein Pfad vorhanden..."), (home.paths.home() / "fehlt.ZW5").string()}) {
+        SCOPED_TRACE(path);
+        try {
+            commands.openLast(path);
+            ADD_FAILURE() << "no error";
+        } catch (const RunError& error) {
+            EXPECT_EQ(error.number(), 53);
+        }
+    }
+    fill();
+    commands.open(""); // the dialog was cancelled
+    EXPECT_EQ(form.text(F::Text1), "1047");
+    EXPECT_THROW(commands.save((home.paths.home() / "fehlt" / "x.ZW5").string()), RunError);
+    EXPECT_EQ(settings.option("Options", "Letzter_Beleg"), "");
+}
+
+} // namespace
+} // namespace zw

@@ -1,0 +1,95 @@
+#include "ledger/Totals.h"
+
+#include <gtest/gtest.h>
+
+#include "core/RunError.h"
+#include "ledger/ReceiptLedger.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+ReceiptLedger ledgerOf(std::initializer_list<std::pair<const char*, const char*>> amounts)
+{
+    ReceiptLedger ledger;
+    for (auto [income, expense] : amounts)
+        ledger.appendRow(std::string("1.1.2020\t1\t") + income + "\t" + expense + "\tEUR");
+    return ledger;
+}
+
+TEST(Totals, MixedLedgerAddsUpAsOneSumWhateverTheCurrency)
+{
+    // Income 119 + 1.000,50 (a USD row) = 1119,50; expense 35,50 + 12,25 typed without minus + 0,05 = 47,80.
+    auto ledger = ledgerOf({{"119,00", ""}, {"", "-35,50"}, {"1.000,50", ""}, {"", "12,25"}, {"", "-0,05"}});
+    ledger.setCell(2, columnIndex(LedgerColumn::waehrung), "USD");
+    test::MemorySettings settings;
+    settings.set("Waehrung", "waehr.Text", "CHF");
+
+    const auto panel = panelTotals(ledger, settings);
+    EXPECT_EQ(panel.income, "1119,50");
+    EXPECT_EQ(panel.expense, "- 47,80");
+    EXPECT_EQ(panel.balance, "1071,70");
+    EXPECT_FALSE(panel.balanceNegative);
+    EXPECT_EQ(panel.currency, "CHF");
+
+    EXPECT_EQ(incomeWindowText(ledger, "EUR"), "1119,50 EUR");
+    EXPECT_EQ(expenseWindowText(ledger, "EUR"), "-47,80 EUR");
+    const auto cash = cashBalance(ledger, "EUR");
+    EXPECT_EQ(cash.income, "1119,50 EUR");
+    EXPECT_EQ(cash.expense, "-47,80 EUR");
+    EXPECT_EQ(cash.balance, "1071,70 EUR");
+}
+
+TEST(Totals, ANegativeBalanceIsRedAndTheCashWindowShowsTwoMinusSigns)
+{
+    auto ledger = ledgerOf({{"10,00", ""}, {"", "-22,50"}});
+    test::MemorySettings settings;
+    const auto panel = panelTotals(ledger, settings);
+    EXPECT_EQ(panel.balance, "-12,50");
+    EXPECT_TRUE(panel.balanceNegative);
+    EXPECT_EQ(panel.currency, "EUR");
+    const auto cash = cashBalance(ledger, "USD");
+    EXPECT_EQ(cash.balance, "--12,50 USD");
+    EXPECT_TRUE(cash.balanceNegative);
+}
+
+TEST(Totals, AnEmptyLedgerShowsZeros)
+{
+    ReceiptLedger ledger;
+    test::MemorySettings settings;
+    const auto panel = panelTotals(ledger, settings);
+    EXPECT_EQ(panel.income, "0,00");
+    EXPECT_EQ(panel.expense, "- 0,00");
+    EXPECT_EQ(panel.balance, "0,00");
+}
+
+TEST(Totals, AHandTypedWordStopsTheSumWithATypeMismatch)
+{
+    auto ledger = ledgerOf({{"10,00", ""}, {"zehn", ""}});
+    test::MemorySettings settings;
+    for (auto run : {+[](const ReceiptLedger& l, const Settings& s) { (void)panelTotals(l, s); },
+                     +[](const ReceiptLedger& l, const Settings&) { (void)cashBalance(l, "EUR"); },
+                     +[](const ReceiptLedger& l, const Settings&) { (void)incomeWindowText(l, "EUR"); }}) {
+        try {
+            run(ledger, settings);
+            ADD_FAILURE() << "no error";
+        } catch (const RunError& error) {
+            EXPECT_EQ(error.number(), 13);
+        }
+    }
+}
+
+TEST(Totals, TheResetButtonsStoreZeroAndLeaveTheLedger)
+{
+    auto ledger = ledgerOf({{"10,00", ""}});
+    test::MemorySettings settings;
+    settings.set("Buchhaltung", "Einnahme", "500");
+    resetCarriedIncome(settings);
+    resetCarriedExpense(settings);
+    EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
+    EXPECT_EQ(settings.option("Buchhaltung", "Ausgabe"), "0");
+    EXPECT_EQ(incomeWindowText(ledger, "EUR"), "10,00 EUR");
+}
+
+} // namespace
+} // namespace zw
