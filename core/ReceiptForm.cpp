@@ -171,6 +171,12 @@ void ReceiptForm::setFormBackground(std::string path)
     notify({FormAspect::Background});
 }
 
+void ReceiptForm::setPicture(FormElement element, std::string path)
+{
+    m_pictures[indexOf(element)] = std::move(path);
+    notify({FormAspect::Picture, element});
+}
+
 void ReceiptForm::addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
 
 void ReceiptForm::notify(const FormChange& change)

@@ -21,7 +21,7 @@ enum class PrintLayout { Option1, Option3, Option2, Option4 };
 enum class StampChoice { None, Original, Copy };
 
 // What changed, so that a window can mirror just that.
-enum class FormAspect { Text, Visibility, Font, Switch, MenuCheck, Background };
+enum class FormAspect { Text, Visibility, Font, Switch, MenuCheck, Background, Picture };
 
 struct FormChange
 {
@@ -90,6 +90,10 @@ public:
     const std::string& formBackground() const { return m_formBackground; }
     void setFormBackground(std::string path);
 
+    // The file shown by a picture field (Image3, Image6, Image7); empty shows nothing.
+    const std::string& picture(FormElement element) const { return m_pictures[indexOf(element)]; }
+    void setPicture(FormElement element, std::string path);
+
     using Listener = std::function<void(const FormChange&)>;
     void addListener(Listener listener);
 
@@ -118,6 +122,7 @@ private:
     std::string m_oben;
     std::set<std::string, std::less<>> m_checked;
     std::string m_formBackground;
+    std::array<std::string, kFormElementCount> m_pictures;
     std::vector<Listener> m_listeners;
 };
 

@@ -9,6 +9,7 @@
 #include "app/ProgramPaths.h"
 #include "core/Hints.h"
 #include "core/ReceiptForm.h"
+#include "print/FormFonts.h"
 #include "print/ReceiptLayout.h"
 
 namespace zw {
@@ -155,6 +156,10 @@ void ReceiptFormView::mirror(const FormChange& change)
         m_background = QPixmap(QString::fromStdString(m_paths.resolve(m_form.formBackground()).string()));
         update();
         break;
+    case FormAspect::Picture:
+        if (auto* picture = qobject_cast<QLabel*>(m_widgets[indexOf(change.element)]))
+            picture->setPixmap(QPixmap(qt(m_form.picture(change.element))));
+        break;
     case FormAspect::Switch:
     case FormAspect::MenuCheck:
         break;
@@ -190,15 +195,7 @@ void ReceiptFormView::mirrorFont(FormElement element)
     QWidget* widget = m_widgets[indexOf(element)];
     if (widget == nullptr || isPicture(element))
         return;
-    QFont font(qt(m_form.fontFamily(element)));
-    int size = 9;
-    if (element == F::Label1)
-        size = m_form.pointSize(F::Label1);
-    else if (element == F::Label29 || element == F::Label18)
-        size = 7;
-    font.setPointSize(size);
-    font.setBold(element == F::Label1);
-    widget->setFont(font);
+    widget->setFont(formFont(m_form, element));
 }
 
 FormElement ReceiptFormView::elementOf(QObject* object) const

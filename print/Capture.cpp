@@ -1,0 +1,114 @@
+#include "print/Capture.h"
+
+#include <QPainter>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "print/FormFonts.h"
+#include "print/ReceiptLayout.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+// The grey of the area where the background picture does not reach.
+const QColor kAreaColour(0xF0, 0xF0, 0xF0);
+
+bool isPicture(F element) { return element == F::Image3 || element == F::Image6 || element == F::Image7; }
+
+// Inner margins of the screen's fields: a frameless line edit keeps 2 pixels, a text box 4, a caption none.
+int textMargin(const LayoutEntry& entry)
+{
+    if (!entry.editable)
+        return 0;
+    return entry.multiLine ? 4 : 2;
+}
+
+int alignmentFlags(const LayoutEntry& entry)
+{
+    if (entry.multiLine)
+        return Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
+    if (!entry.editable)
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    switch (entry.align) {
+    case Align::Centre:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    case Align::Right:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case Align::Left:
+        break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& entry)
+{
+    QString text = QString::fromStdString(form.text(entry.element));
+    if (text.isEmpty())
+        return;
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    const QRect field(entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels());
+    const int margin = textMargin(entry);
+    QRect inner = field.adjusted(margin, entry.multiLine && entry.editable ? margin : 0, -margin, 0);
+    int flags = alignmentFlags(entry);
+    painter.setFont(formFont(form, entry.element));
+    // A line edit whose text is wider than itself shows the text's beginning, whatever its alignment.
+    if (!entry.multiLine && painter.fontMetrics().horizontalAdvance(text) > inner.width())
+        flags = (flags & ~Qt::AlignHorizontal_Mask) | Qt::AlignLeft;
+    painter.setClipRect(field);
+    painter.drawText(inner, flags, text);
+    painter.setClipping(false);
+}
+
+} // namespace
+
+Capture::Capture(const ProgramPaths& paths) : m_paths(paths) {}
+
+const QImage& Capture::picture(const std::filesystem::path& file) const
+{
+    static const QImage kNone;
+    std::error_code error;
+    auto modified = std::filesystem::last_write_time(file, error);
+    if (error)
+        return kNone;
+    auto found = m_pictures.find(file);
+    if (found == m_pictures.end() || found->second.modified != modified) {
+        QImage image(QString::fromStdString(file.string()));
+        found = m_pictures.insert_or_assign(file, CachedPicture{modified, std::move(image)}).first;
+    }
+    return found->second.image;
+}
+
+QImage Capture::operator()(const ReceiptForm& form) const
+{
+    QImage photo(kFormWidthPixels, kFormHeightPixels, QImage::Format_RGB32);
+    photo.fill(kAreaColour);
+    QPainter painter(&photo);
+    if (!form.formBackground().empty()) {
+        const QImage& background = picture(m_paths.resolve(form.formBackground()));
+        if (!background.isNull())
+            painter.drawImage(0, 0, background);
+    }
+    painter.setPen(Qt::black);
+    // Later entries of the table lie above earlier ones, as the screen stacks them.
+    for (const auto& entry : receiptLayout()) {
+        if (!form.isVisible(entry.element))
+            continue;
+        if (isPicture(entry.element)) {
+            if (form.picture(entry.element).empty())
+                continue;
+            const QImage& image = picture(form.picture(entry.element));
+            if (!image.isNull()) {
+                painter.drawImage(QRect(entry.leftPixels(), entry.topPixels(), entry.widthPixels(),
+                                        entry.heightPixels()),
+                                  image);
+            }
+            continue;
+        }
+        drawText(painter, form, entry);
+    }
+    return photo;
+}
+
+} // namespace zw

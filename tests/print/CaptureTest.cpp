@@ -1,0 +1,152 @@
+#include "print/Capture.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "tests/app/TempFolder.h"
+#include "tests/print/PictureProbe.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using test::inkIn;
+using test::pixelsOf;
+
+// Field rectangles in pixels, from the twips of the receipt's layout table divided by 15.
+const QRect kText1(248, 32, 81, 19);
+const QRect kText8(56, 312, 209, 19);
+const QRect kText12(432, 128, 113, 19);
+const QRect kLabel15(336, 136, 81, 17);
+const QRect kRTFBox(24, 72, 297, 73);
+const QRect kImage6(288, 352, 257, 57);
+const QRect kImage7(16, 56, 313, 97);
+
+class CaptureTest : public ::testing::Test
+{
+protected:
+    CaptureTest() : paths(folder.path()), capture(paths)
+    {
+        // Start from an empty form so that each case sees only its own ink.
+        for (std::size_t i = 0; i < kFormElementCount; ++i)
+            form.setText(static_cast<F>(i), "");
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    Capture capture;
+    ReceiptForm form;
+};
+
+TEST_F(CaptureTest, HasTheSizeOfTheFormAndItsBackgroundAtTheTopLeft)
+{
+    test::writeSolidPicture(paths.backgroundFolder() / "blau.bmp", 566, 425, QColor(0, 0, 255));
+    form.setFormBackground("\\hintergrund\\blau.bmp");
+
+    QImage photo = capture(form);
+
+    EXPECT_EQ(photo.size(), QSize(570, 429));
+    EXPECT_EQ(pixelsOf(photo, QRect(0, 0, 566, 425), qRgb(0, 0, 255)), 566 * 425);
+    // The four pixels the picture does not cover keep the grey of the area.
+    EXPECT_EQ(pixelsOf(photo, QRect(566, 0, 4, 429), qRgb(0xF0, 0xF0, 0xF0)), 4 * 429);
+    EXPECT_EQ(pixelsOf(photo, QRect(0, 425, 570, 4), qRgb(0xF0, 0xF0, 0xF0)), 570 * 4);
+}
+
+TEST_F(CaptureTest, AMissingBackgroundLeavesTheGreyArea)
+{
+    form.setFormBackground("\\hintergrund\\fehlt.jpg");
+    QImage photo = capture(form);
+    EXPECT_EQ(pixelsOf(photo, photo.rect(), qRgb(0xF0, 0xF0, 0xF0)), 570 * 429);
+}
+
+TEST_F(CaptureTest, DrawsVisibleTextsInTheirFieldsAndLeavesHiddenOnesOut)
+{
+    struct Row
+    {
+        const char* name;
+        F element;
+        QRect field;
+    };
+    const Row rows[] = {{"number", F::Text1, kText1}, {"place", F::Text8, kText8},
+                        {"VAT share", F::Text11, QRect(432, 96, 113, 19)}, {"caption", F::Label15, kLabel15},
+                        {"issuer", F::RTFBox, kRTFBox}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ReceiptForm one;
+        for (std::size_t i = 0; i < kFormElementCount; ++i)
+            one.setText(static_cast<F>(i), "");
+        one.setText(row.element, "8888");
+
+        QImage shown = capture(one);
+        EXPECT_GT(inkIn(shown, row.field), 20);
+        EXPECT_EQ(inkIn(shown, shown.rect()), inkIn(shown, row.field)) << "ink outside the field";
+
+        one.setVisible(row.element, false);
+        EXPECT_EQ(inkIn(capture(one), QRect(0, 0, 570, 429)), 0);
+    }
+}
+
+TEST_F(CaptureTest, CutsATextLongerThanItsFieldAtTheFieldsEdge)
+{
+    form.setText(F::Text8, std::string(80, 'W'));
+    QImage photo = capture(form);
+
+    EXPECT_GT(inkIn(photo, QRect(kText8.right() - 10, kText8.top(), 10, kText8.height())), 0);
+    // Between the place and the date caption nothing may show.
+    EXPECT_EQ(inkIn(photo, QRect(kText8.right() + 1, 300, 287 - kText8.right(), 50)), 0);
+}
+
+TEST_F(CaptureTest, AlignsAmountsRightAndShowsTheStartOfAnOverlongAmount)
+{
+    form.setText(F::Text12, "1,00");
+    QImage photo = capture(form);
+    const QRect leftHalf(kText12.left(), kText12.top(), kText12.width() / 2, kText12.height());
+    const QRect rightHalf(kText12.center().x(), kText12.top(), kText12.width() / 2 + 1, kText12.height());
+    EXPECT_EQ(inkIn(photo, leftHalf), 0);
+    EXPECT_GT(inkIn(photo, rightHalf), 0);
+
+    form.setText(F::Text12, "999.999.999.999.999,00");
+    photo = capture(form);
+    EXPECT_GT(inkIn(photo, QRect(kText12.left(), kText12.top(), 12, kText12.height())), 0);
+}
+
+TEST_F(CaptureTest, KeepsTheLineBreaksOfTheIssuerBlock)
+{
+    form.setText(F::RTFBox, "Erste Zeile\r\nZweite Zeile\r\n");
+    QImage photo = capture(form);
+    // Two lines of 9 point text: ink in the first and in the second line band, none far below.
+    EXPECT_GT(inkIn(photo, QRect(kRTFBox.left(), kRTFBox.top(), kRTFBox.width(), 18)), 0);
+    EXPECT_GT(inkIn(photo, QRect(kRTFBox.left(), kRTFBox.top() + 19, kRTFBox.width(), 15)), 0);
+    EXPECT_EQ(inkIn(photo, QRect(kRTFBox.left(), kRTFBox.top() + 40, kRTFBox.width(), 30)), 0);
+}
+
+TEST_F(CaptureTest, FitsPicturesToTheirFieldsAndOnlyWhileVisible)
+{
+    const auto red = folder / "rot.bmp";
+    test::writeSolidPicture(red, 10, 10, QColor(255, 0, 0));
+    form.setPicture(F::Image6, red.string());
+    form.setPicture(F::Image7, red.string());
+    form.setVisible(F::Image6, true);
+    form.setVisible(F::Image7, false);
+
+    QImage photo = capture(form);
+    EXPECT_EQ(pixelsOf(photo, kImage6, qRgb(255, 0, 0)), kImage6.width() * kImage6.height());
+    EXPECT_EQ(pixelsOf(photo, kImage7, qRgb(255, 0, 0)), 0);
+    EXPECT_EQ(pixelsOf(photo, photo.rect(), qRgb(255, 0, 0)), kImage6.width() * kImage6.height());
+}
+
+TEST_F(CaptureTest, AnUnreadablePictureShowsNothing)
+{
+    const auto broken = folder / "kaputt.jpg";
+    std::FILE* file = std::fopen(broken.c_str(), "wb");
+    std::fputs("kein Bild", file);
+    std::fclose(file);
+    form.setPicture(F::Image6, broken.string());
+    form.setVisible(F::Image6, true);
+    QImage photo = capture(form);
+    EXPECT_EQ(pixelsOf(photo, photo.rect(), qRgb(0xF0, 0xF0, 0xF0)), 570 * 429);
+}
+
+} // namespace
+} // namespace zw

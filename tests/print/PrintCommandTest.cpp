@@ -1,0 +1,214 @@
+#include "print/PrintCommand.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "print/Capture.h"
+#include "tests/app/TempFolder.h"
+#include "tests/print/PictureProbe.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using Row = std::vector<std::string>;
+using test::inkIn;
+using test::pixelsOf;
+
+std::string bytesOf(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::uint32_t littleEndian(const std::string& bytes, std::size_t offset, int size)
+{
+    std::uint32_t value = 0;
+    for (int i = size - 1; i >= 0; --i)
+        value = value << 8 | static_cast<unsigned char>(bytes[offset + static_cast<std::size_t>(i)]);
+    return value;
+}
+
+class PrintCommandTest : public ::testing::Test
+{
+protected:
+    PrintCommandTest() : paths(folder.path()), capture(paths), command(form, paths, capture)
+    {
+        std::filesystem::create_directories(paths.tempFolder());
+        test::writeSolidPicture(paths.backgroundFolder() / "weiss.bmp", 566, 425, QColor(255, 255, 255));
+        test::writeSolidPicture(paths.home() / "stempel_original.bmp", 116, 37, QColor(0, 160, 0));
+        form.setFormBackground("\\hintergrund\\weiss.bmp");
+        form.setPicture(F::Image3, (paths.home() / "stempel_original.bmp").string());
+        form.setText(F::Text1, "00000042");
+        form.setText(F::Text9, "23.11.2026");
+        form.setText(F::Text12, "119,00");
+        form.setText(F::Text10, "100,00");
+        form.setText(F::Text11, "19,00");
+        form.setText(F::Text4, "einhundertneunzehn");
+        form.setText(F::Text5, "Erika Mustermann");
+        form.setText(F::Text7, "Miete März");
+        form.setText(F::Text8, "Köln");
+        form.setText(F::RTFBox, "Muster GmbH\r\nHauptstraße 1");
+        form.setText(F::steuernummer2, "12/345/67890");
+        form.setText(F::Text14, "Kasse 1");
+    }
+
+    Row filedOnce()
+    {
+        Row filed;
+        int calls = 0;
+        command.run([&](const Row& row) {
+            filed = row;
+            ++calls;
+        });
+        EXPECT_EQ(calls, 1);
+        return filed;
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    Capture capture;
+    ReceiptForm form;
+    PrintCommand command;
+};
+
+TEST_F(PrintCommandTest, WritesTheFormAsA24BitWindowsBitmap)
+{
+    auto file = command.run({});
+
+    ASSERT_EQ(file, paths.tempFolder() / "temp_.bmp");
+    const std::string bytes = bytesOf(file);
+    ASSERT_GE(bytes.size(), 54u);
+    EXPECT_EQ(bytes.substr(0, 2), "BM");
+    EXPECT_EQ(littleEndian(bytes, 2, 4), bytes.size());
+    EXPECT_EQ(littleEndian(bytes, 18, 4), 570u);
+    EXPECT_EQ(littleEndian(bytes, 22, 4), 429u);
+    EXPECT_EQ(littleEndian(bytes, 28, 2), 24u);
+    // Rows of 570 * 3 bytes padded to 1712.
+    EXPECT_EQ(bytes.size(), 54u + 1712u * 429u);
+}
+
+TEST_F(PrintCommandTest, ABlankPrintWithTaxOnShowsHeadingsRateAndStampButNoValues)
+{
+    form.setPrintLayout(PrintLayout::Option4);
+    QImage photo(QString::fromStdString(command.run({}).string()));
+    ASSERT_FALSE(photo.isNull());
+
+    struct Area
+    {
+        const char* name;
+        QRect pixels;
+        bool inked;
+    };
+    const Area areas[] = {
+        {"number Text1", {248, 32, 81, 19}, false},      {"gross Text12", {432, 128, 113, 19}, false},
+        {"net Text10", {432, 64, 113, 19}, false},        {"share Text11", {432, 96, 113, 19}, false},
+        {"words Text4", {24, 176, 521, 19}, false},       {"from Text5", {40, 208, 513, 19}, false},
+        {"issuer RTFBox", {24, 72, 297, 73}, false},      {"tax number", {96, 400, 153, 17}, false},
+        {"booking note Text14", {16, 352, 257, 41}, false}, {"rate Text3", {344, 96, 33, 17}, true},
+        {"caption Label15", {336, 136, 81, 17}, true},    {"caption Label5", {16, 208, 24, 17}, true},
+        {"caption Label11", {288, 336, 233, 17}, true},
+    };
+    for (const Area& area : areas) {
+        SCOPED_TRACE(area.name);
+        if (area.inked)
+            EXPECT_GT(inkIn(photo, area.pixels), 0);
+        else
+            EXPECT_EQ(inkIn(photo, area.pixels), 0);
+    }
+    EXPECT_EQ(pixelsOf(photo, QRect(440, 16, 116, 37), qRgb(0, 160, 0)), 116 * 37) << "stamp";
+    EXPECT_GT(pixelsOf(photo, QRect(0, 0, 566, 425), qRgb(255, 255, 255)), 566 * 425 / 2) << "background";
+}
+
+TEST_F(PrintCommandTest, AfterABlankPrintTheIssuerStaysHiddenAndNetAndShareStayEmpty)
+{
+    form.setPrintLayout(PrintLayout::Option2);
+    form.setVisible(F::Image6, false);
+    command.run({});
+
+    for (F element : {F::Text1, F::Text2, F::Text12, F::steuernummer2, F::Image7, F::Text4, F::Text5, F::Text6,
+                      F::Text7, F::Text8, F::Text9, F::Text14, F::Image6}) {
+        SCOPED_TRACE(std::string(elementName(element)));
+        EXPECT_TRUE(form.isVisible(element));
+    }
+    EXPECT_FALSE(form.isVisible(F::RTFBox));
+    EXPECT_EQ(form.text(F::Text10), "");
+    EXPECT_EQ(form.text(F::Text11), "");
+    EXPECT_EQ(form.text(F::Text12), "119,00");
+    EXPECT_EQ(form.text(F::Text1), "00000042");
+}
+
+TEST_F(PrintCommandTest, ANormalPrintShowsHiddenPicturesAgainAndLeavesTheAmounts)
+{
+    form.setVisible(F::Image6, false);
+    form.setVisible(F::Image7, false);
+    command.run({});
+    EXPECT_TRUE(form.isVisible(F::Image6));
+    EXPECT_TRUE(form.isVisible(F::Image7));
+    EXPECT_TRUE(form.isVisible(F::RTFBox));
+    EXPECT_EQ(form.text(F::Text10), "100,00");
+}
+
+TEST_F(PrintCommandTest, FilesTheRowOfIncomeAndExpenseOnlyWithSaveCheck)
+{
+    form.setSaveCheck(1);
+    form.setText(F::Label1, "Quittung");
+    const Row income = filedOnce();
+    EXPECT_EQ(income, (Row{"23.11.2026", "00000042", "119,00", "", "EUR", "19", "100,00", "19,00",
+                           "einhundertneunzehn", "Erika Mustermann", "", "Miete März", "Köln", "Kasse 1",
+                           "Quittung"}));
+
+    form.setIncome(0);
+    const Row expense = filedOnce();
+    EXPECT_EQ(expense[2], "");
+    EXPECT_EQ(expense[3], "-119,00");
+
+    form.setSaveCheck(0);
+    int calls = 0;
+    command.run([&](const Row&) { ++calls; });
+    EXPECT_EQ(calls, 0);
+}
+
+TEST_F(PrintCommandTest, ABlankPrintFilesTheRealValuesWithoutNetAndShare)
+{
+    form.setSaveCheck(1);
+    form.setPrintLayout(PrintLayout::Option4);
+    const Row row = filedOnce();
+    EXPECT_EQ(row[1], "00000042");
+    EXPECT_EQ(row[2], "119,00");
+    EXPECT_EQ(row[6], "");
+    EXPECT_EQ(row[7], "");
+    EXPECT_EQ(row[9], "Erika Mustermann");
+}
+
+TEST_F(PrintCommandTest, AMissingTempFolderFailsWithoutFilingAndKeepsTheFormUsable)
+{
+    std::filesystem::remove_all(paths.tempFolder());
+    form.setSaveCheck(1);
+    form.setPrintLayout(PrintLayout::Option4);
+    int calls = 0;
+    try {
+        command.run([&](const Row&) { ++calls; });
+        FAIL() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 76);
+    }
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(form.isVisible(F::Text12));
+    EXPECT_TRUE(form.isVisible(F::Text5));
+    EXPECT_FALSE(std::filesystem::exists(paths.tempFolder()));
+}
+
+TEST_F(PrintCommandTest, ReplacesTheLastBitmap)
+{
+    std::ofstream(paths.tempFolder() / "temp_.bmp", std::ios::binary) << std::string(100000, 'x');
+    auto file = command.run({});
+    EXPECT_EQ(bytesOf(file).substr(0, 2), "BM");
+    EXPECT_EQ(std::filesystem::file_size(file), 54u + 1712u * 429u);
+}
+
+} // namespace
+} // namespace zw
