@@ -1,0 +1,326 @@
+#include "print/PrintJob.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <thread>
+#include <unistd.h>
+
+#include "core/RunError.h"
+#include "tests/app/TempFolder.h"
+
+namespace zw {
+namespace {
+
+constexpr int kRenderDotsPerInch = 100;
+constexpr double kMillimetresPerDot = 25.4 / kRenderDotsPerInch;
+
+// A run of rows (or columns) that hold ink, in millimetres from the paper's edge.
+struct Band
+{
+    double from;
+    double to;
+};
+
+// The page as poppler draws it, in grey.
+QImage renderPage(const QString& pdf, int page = 1)
+{
+    const QString base = pdf + ".page";
+    QProcess pdftoppm;
+    pdftoppm.start("pdftoppm", {"-r", QString::number(kRenderDotsPerInch), "-gray", "-f", QString::number(page),
+                                "-l", QString::number(page), "-singlefile", pdf, base});
+    pdftoppm.waitForFinished(30000);
+    EXPECT_EQ(pdftoppm.exitCode(), 0);
+    EXPECT_TRUE(pdftoppm.readAllStandardError().isEmpty());
+    return QImage(base + ".pgm");
+}
+
+std::vector<Band> inkBands(const QImage& page, Qt::Orientation along)
+{
+    std::vector<Band> bands;
+    const int length = along == Qt::Vertical ? page.height() : page.width();
+    const int across = along == Qt::Vertical ? page.width() : page.height();
+    int start = -1;
+    for (int i = 0; i <= length; ++i) {
+        bool ink = false;
+        for (int j = 0; i < length && j < across && !ink; ++j)
+            ink = qGray(along == Qt::Vertical ? page.pixel(j, i) : page.pixel(i, j)) < 100;
+        if (ink && start < 0)
+            start = i;
+        if (!ink && start >= 0) {
+            bands.push_back({start * kMillimetresPerDot, i * kMillimetresPerDot});
+            start = -1;
+        }
+    }
+    return bands;
+}
+
+QImage blackReceipt()
+{
+    QImage picture(570, 429, QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    return picture;
+}
+
+class PrintJobTest : public ::testing::Test
+{
+protected:
+    QString pdfOf(int run) const { return QString::fromStdString((folder / ("run" + std::to_string(run) + ".pdf")).string()); }
+    PrintJob job{[this](int run) { return pdfOf(run); }};
+    test::TempFolder folder;
+};
+
+TEST(PrintFields, MillimetresTakeTheLeadingNumberRoundedHalfToEven)
+{
+    const std::pair<const char*, int> rows[] = {{"20", 20},  {"12,5", 12}, {"12.5", 12}, {"13.5", 14},
+                                                {"", 0},     {"abc", 0},   {"-25", -25}, {" 1 5", 15},
+                                                {"7mm", 7}};
+    for (auto [text, expected] : rows) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(millimetres(text), expected);
+    }
+}
+
+TEST(PrintFields, RunsFailForAnEmptyOrWrongCount)
+{
+    EXPECT_EQ(printRuns("3"), 3);
+    EXPECT_EQ(printRuns("0"), 0);
+    for (const char* wrong : {"", "drei", "3x"}) {
+        SCOPED_TRACE(wrong);
+        try {
+            printRuns(wrong);
+            ADD_FAILURE() << "no error";
+        } catch (const RunError& error) {
+            EXPECT_EQ(error.number(), 13);
+        }
+    }
+}
+
+TEST(PrintFields, QualityCodesMapToRisingResolutions)
+{
+    int last = 0;
+    for (int index = 0; index < 4; ++index) {
+        SCOPED_TRACE(kQualityCaptions[index]);
+        EXPECT_EQ(qualityCode(index), -(index + 1));
+        EXPECT_GT(resolutionOf(qualityCode(index)), last);
+        last = resolutionOf(qualityCode(index));
+    }
+}
+
+TEST_F(PrintJobTest, PutsTheReceiptAtTheChosenMillimetresInItsNaturalSizeOnA4)
+{
+    PrintRequest request;
+    request.x = "20";
+    request.y = "30";
+    ASSERT_EQ(job.print(blackReceipt(), request), 1);
+
+    QImage page = renderPage(pdfOf(1));
+    ASSERT_FALSE(page.isNull());
+    EXPECT_NEAR(page.width() * kMillimetresPerDot, 210, 1);
+    EXPECT_NEAR(page.height() * kMillimetresPerDot, 297, 1);
+    auto columns = inkBands(page, Qt::Horizontal);
+    auto rows = inkBands(page, Qt::Vertical);
+    ASSERT_EQ(columns.size(), 1u);
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_NEAR(columns[0].from, 20, 1);
+    EXPECT_NEAR(rows[0].from, 30, 1);
+    // 570 x 429 pixels at 96 dots per inch.
+    EXPECT_NEAR(columns[0].to - columns[0].from, 150.8, 1);
+    EXPECT_NEAR(rows[0].to - rows[0].from, 113.5, 1);
+}
+
+TEST_F(PrintJobTest, TwoToASheetPutTheSecondAtTheFixedOffsetOfThePaper)
+{
+    struct Row
+    {
+        const char* name;
+        Paper paper;
+        double secondTop;
+        double height;
+    };
+    for (const Row& row : {Row{"A4", Paper::A4, 160, 113.5}, Row{"A5", Paper::A5, 110, 90}}) {
+        SCOPED_TRACE(row.name);
+        PrintRequest request;
+        request.paper = row.paper;
+        request.x = "10";
+        request.y = "5";
+        request.width = std::string(paperRow(row.paper).width);
+        request.height = std::string(paperRow(row.paper).height);
+        request.twoPerSheet = true;
+        ASSERT_EQ(job.print(blackReceipt(), request), 1);
+        auto rows = inkBands(renderPage(pdfOf(1)), Qt::Vertical);
+        ASSERT_EQ(rows.size(), 2u);
+        EXPECT_NEAR(rows[0].from, 5, 1);
+        EXPECT_NEAR(rows[1].from, row.secondTop, 1);
+        EXPECT_NEAR(rows[1].to - rows[1].from, row.height, 1);
+    }
+}
+
+TEST_F(PrintJobTest, A5ShrinksThePictureTo111By90Millimetres)
+{
+    PrintRequest request;
+    request.paper = Paper::A5;
+    request.x = "12";
+    request.y = "15";
+    request.width = "111";
+    request.height = "90";
+    job.print(blackReceipt(), request);
+    QImage page = renderPage(pdfOf(1));
+    EXPECT_NEAR(page.width() * kMillimetresPerDot, 148, 1);
+    auto columns = inkBands(page, Qt::Horizontal);
+    auto rows = inkBands(page, Qt::Vertical);
+    ASSERT_EQ(columns.size(), 1u);
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_NEAR(columns[0].from, 12, 1);
+    EXPECT_NEAR(columns[0].to - columns[0].from, 111, 1);
+    EXPECT_NEAR(rows[0].to - rows[0].from, 90, 1);
+}
+
+TEST_F(PrintJobTest, AFreeSizeWithoutHeightAndANegativeLeftEdge)
+{
+    PrintRequest request;
+    request.paper = Paper::Free;
+    request.x = "-25";
+    request.y = "12,5"; // the comma ends the number: 12
+    request.width = "80";
+    job.print(blackReceipt(), request);
+    auto columns = inkBands(renderPage(pdfOf(1)), Qt::Horizontal);
+    auto rows = inkBands(renderPage(pdfOf(1)), Qt::Vertical);
+    ASSERT_EQ(columns.size(), 1u);
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_NEAR(columns[0].from, 0, 0.5);
+    EXPECT_NEAR(columns[0].to, 150.8 - 25, 1);
+    EXPECT_NEAR(rows[0].from, 12, 1);
+}
+
+TEST_F(PrintJobTest, EachRunIsAJobOfItsOwnAndAWrongCountPrintsNothing)
+{
+    PrintRequest request;
+    request.runs = "3";
+    EXPECT_EQ(job.print(blackReceipt(), request), 3);
+    for (int run = 1; run <= 3; ++run)
+        EXPECT_TRUE(QFile::exists(pdfOf(run))) << run;
+    EXPECT_FALSE(QFile::exists(pdfOf(4)));
+
+    QFile::remove(pdfOf(1));
+    request.runs = "";
+    EXPECT_THROW(job.print(blackReceipt(), request), RunError);
+    request.runs = "0";
+    EXPECT_EQ(job.print(blackReceipt(), request), 0);
+    request.runs = "-2";
+    EXPECT_EQ(job.print(blackReceipt(), request), 0);
+    EXPECT_FALSE(QFile::exists(pdfOf(1)));
+}
+
+// lpstat -r exits 0 either way; only its words tell.
+bool schedulerRunning()
+{
+    QProcess lpstat;
+    lpstat.start("lpstat", {"-r"});
+    lpstat.waitForFinished(5000);
+    return lpstat.readAllStandardOutput().startsWith("scheduler is running");
+}
+
+// A print server of its own with a PDF queue, for the path through the system's printing.
+class CupsServer
+{
+public:
+    CupsServer()
+    {
+        if (QStandardPaths::findExecutable("cupsd", {"/usr/sbin"}).isEmpty() || ::geteuid() != 0)
+            return;
+        if (!schedulerRunning()) {
+            m_daemon.start("/usr/sbin/cupsd", {"-f"});
+            if (!m_daemon.waitForStarted(5000))
+                return;
+            for (int i = 0; i < 100 && !schedulerRunning(); ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+        m_ready = QProcess::execute("lpadmin", {"-p", kQueue, "-E", "-v", "cups-pdf:/", "-m",
+                                                "lsb/usr/cups-pdf/CUPS-PDF_opt.ppd"}) == 0;
+    }
+    ~CupsServer()
+    {
+        if (m_daemon.state() != QProcess::NotRunning) {
+            m_daemon.terminate();
+            m_daemon.waitForFinished(5000);
+        }
+    }
+    bool ready() const { return m_ready; }
+    static constexpr const char* kQueue = "ZettelwerkTest";
+
+    // Waits until the queue is empty.
+    static void drain()
+    {
+        for (int i = 0; i < 200; ++i) {
+            QProcess lpstat;
+            lpstat.start("lpstat", {"-o", kQueue});
+            lpstat.waitForFinished(5000);
+            if (lpstat.readAllStandardOutput().trimmed().isEmpty())
+                return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+    }
+
+private:
+    QProcess m_daemon;
+    bool m_ready = false;
+};
+
+QStringList pdfsIn(const QString& folder)
+{
+    QDir dir(folder);
+    return dir.entryList({"*.pdf"}, QDir::Files, QDir::Time);
+}
+
+TEST(PrintThroughCups, JobsReachThePdfQueueAtTheirPlaceAndAVanishedPrinterIsReported)
+{
+    CupsServer server;
+    if (!server.ready())
+        GTEST_SKIP() << "no print server could be started here";
+    const QString out = QDir::homePath() + "/PDF";
+    ASSERT_TRUE(PrintJob::printerNames().end() !=
+                std::find(PrintJob::printerNames().begin(), PrintJob::printerNames().end(), CupsServer::kQueue));
+    const int before = static_cast<int>(pdfsIn(out).size());
+
+    PrintJob job;
+    PrintRequest request;
+    request.printer = CupsServer::kQueue;
+    request.x = "25";
+    request.y = "40";
+    request.runs = "2";
+    EXPECT_EQ(job.print(blackReceipt(), request), 2);
+    CupsServer::drain();
+    QStringList pdfs;
+    for (int i = 0; i < 50 && pdfsIn(out).size() < before + 2; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    pdfs = pdfsIn(out);
+    ASSERT_EQ(pdfs.size(), before + 2);
+    test::TempFolder folder;
+    const QString copy = QString::fromStdString((folder / "job.pdf").string());
+    ASSERT_TRUE(QFile::copy(out + "/" + pdfs.first(), copy));
+    for (int i = 0; i < 2; ++i)
+        QFile::remove(out + "/" + pdfs[i]); // the two jobs of this test
+    QImage page = renderPage(copy);
+    auto columns = inkBands(page, Qt::Horizontal);
+    auto rows = inkBands(page, Qt::Vertical);
+    ASSERT_EQ(columns.size(), 1u);
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_NEAR(columns[0].from, 25, 1);
+    EXPECT_NEAR(rows[0].from, 40, 1);
+
+    QProcess::execute("lpadmin", {"-x", CupsServer::kQueue});
+    try {
+        job.print(blackReceipt(), request);
+        ADD_FAILURE() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 482);
+        EXPECT_NE(error.description().find(CupsServer::kQueue), std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace zw
