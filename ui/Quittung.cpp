@@ -278,7 +278,7 @@ QWidget* Quittung::buildShortcutBar()
 {
     m_shortcutBar = new QToolBox(m_central);
     m_shortcutBar->setObjectName("ShortcutBar1");
-    m_shortcutBar->setFixedWidth(230);
+    m_shortcutBar->setFixedWidth(285);
 
     // Belegdruck
     auto* print = new QWidget;

@@ -1,0 +1,155 @@
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "tests/app/TempFolder.h"
+#include "ui/FrmSplash1.h"
+#include "ui/Quittung.h"
+#include "ui/ReceiptFormView.h"
+
+namespace zw {
+namespace {
+
+// Lives until the process ends: destroying it among the other statics at exit crashes Qt.
+QApplication& application()
+{
+    static int argc = 1;
+    static char name[] = "zw_ui_tests";
+    static char* argv[] = {name, nullptr};
+    static auto* app = new QApplication(argc, argv);
+    return *app;
+}
+
+// Answers every modal dialog that opens with its default button, as a user pressing RETURN would.
+class ReturnPresser
+{
+public:
+    ReturnPresser()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [] {
+            if (QWidget* modal = QApplication::activeModalWidget())
+                QTest::keyClick(modal, Qt::Key_Return);
+        });
+        m_timer.start(50);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+// Types text character by character, umlauts included, as a keyboard would.
+void typeText(QWidget* widget, const QString& text)
+{
+    for (QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
+}
+
+class QuittungWindowTest : public ::testing::Test
+{
+protected:
+    QuittungWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        application();
+        ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
+    }
+
+    QString fieldText(FormElement element)
+    {
+        auto* edit = qobject_cast<QLineEdit*>(window->formView()->widgetOf(element));
+        return edit ? edit->text() : QString();
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    std::unique_ptr<Quittung> window;
+};
+
+TEST_F(QuittungWindowTest, SplashRunsAllStepsToTheFullBar)
+{
+    FrmSplash1 splash(paths);
+    splash.show();
+    splash.laden(0.0);
+    EXPECT_EQ(splash.progress(), 100);
+    EXPECT_EQ(splash.stepText(), "Programmfenster öffnen...");
+    EXPECT_TRUE(std::filesystem::is_directory(paths.backgroundFolder()));
+}
+
+TEST_F(QuittungWindowTest, FirstStartShowsTheFormWithItsDefaultsAfterTheTaxNumberNote)
+{
+    ReturnPresser presser;
+    window = std::make_unique<Quittung>(form, settings, paths);
+    window->logic().load();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+
+    EXPECT_EQ(window->windowTitle(), "Zettelwerk V6.0.0");
+    EXPECT_EQ(fieldText(FormElement::Text1), "00000001");
+    EXPECT_EQ(fieldText(FormElement::Text2), "EUR");
+    EXPECT_EQ(fieldText(FormElement::Text3), "19");
+    EXPECT_TRUE(window->action("steueran")->isChecked());
+    EXPECT_TRUE(window->action("xpdesign")->isChecked());
+    EXPECT_FALSE(window->action("save")->isEnabled()); // its subsystem is not wired here
+    EXPECT_EQ(settings.get("Zettelwerk", "Buchhaltung", "Einnahme", ""), "0");
+    // The note was answered, and the tax number caption is hidden.
+    EXPECT_FALSE(window->formView()->widgetOf(FormElement::Label29)->isVisible());
+}
+
+TEST_F(QuittungWindowTest, NewReceiptFromTheMenuAdvancesTheNumberShownOnTheForm)
+{
+    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
+    settings.save("Zettelwerk", "Drucken", "ZW_NR", "1");
+    settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+    std::ofstream(paths.dataFile("nummer.dat"), std::ios::binary) << "00000041\r\n";
+    window = std::make_unique<Quittung>(form, settings, paths);
+    window->logic().load();
+    window->show();
+
+    window->action("neue")->trigger(); // the notice closes itself after its time
+    EXPECT_EQ(fieldText(FormElement::Text1), "42");
+    std::ifstream in(paths.dataFile("nummer.dat"), std::ios::binary);
+    std::string stored((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(stored, "42\r\n");
+}
+
+TEST_F(QuittungWindowTest, TypedTextReachesTheModelAndTaxOffHidesTheAmounts)
+{
+    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
+    window = std::make_unique<Quittung>(form, settings, paths);
+    window->logic().load();
+    window->show();
+    auto* payer = window->formView()->widgetOf(FormElement::Text5);
+    typeText(payer, "Müller & Söhne");
+    EXPECT_EQ(form.text(FormElement::Text5), "Müller & Söhne");
+
+    window->action("steueraus")->trigger();
+    EXPECT_FALSE(window->formView()->widgetOf(FormElement::Text10)->isVisible());
+    EXPECT_TRUE(window->action("steueraus")->isChecked());
+    EXPECT_FALSE(window->action("steueran")->isChecked());
+    EXPECT_EQ(settings.get("Zettelwerk", "Steuer", "Anzeigen", ""), "Nein");
+}
+
+TEST_F(QuittungWindowTest, ExitAskedAndRefusedKeepsTheWindow)
+{
+    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
+    window = std::make_unique<Quittung>(form, settings, paths);
+    window->logic().load();
+    window->show();
+    QTimer::singleShot(100, [] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            QTest::keyClick(modal, Qt::Key_Escape);
+    });
+    window->action("exxxit")->trigger();
+    EXPECT_TRUE(window->isVisible());
+}
+
+} // namespace
+} // namespace zw
