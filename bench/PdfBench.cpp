@@ -13,13 +13,17 @@ namespace {
 constexpr std::int32_t kReceiptWidth = 570;
 constexpr std::int32_t kReceiptHeight = 429;
 
-LocalDateTime fixedMoment() { return {2024, 1, 2, 3, 4, 5}; }
+LocalDateTime fixedMoment()
+{
+    return {2024, 1, 2, 3, 4, 5};
+}
 
 // Looks like a captured receipt: white paper, a frame, rows of dark glyph strokes.
 Bitmap receiptPicture()
 {
-    Bitmap picture{kReceiptWidth, kReceiptHeight,
-                   std::vector<std::uint8_t>(static_cast<std::size_t>(kReceiptWidth * kReceiptHeight * 3), 255)};
+    Bitmap picture{
+        kReceiptWidth, kReceiptHeight,
+        std::vector<std::uint8_t>(static_cast<std::size_t>(kReceiptWidth * kReceiptHeight * 3), 255)};
     std::mt19937 random(42);
     auto paint = [&](std::int32_t x, std::int32_t y, std::uint8_t r, std::uint8_t g, std::uint8_t b) {
         std::uint8_t* pixel = &picture.pixels[static_cast<std::size_t>((y * kReceiptWidth + x) * 3)];
@@ -67,13 +71,22 @@ void picturePage(benchmark::State& state, const Bitmap& picture, bool gray)
     state.counters["bytes"] = static_cast<double>(size);
 }
 
-void BM_PicturePage(benchmark::State& state) { picturePage(state, receiptPicture(), /*gray=*/false); }
+void BM_PicturePage(benchmark::State& state)
+{
+    picturePage(state, receiptPicture(), /*gray=*/false);
+}
 BENCHMARK(BM_PicturePage)->Unit(benchmark::kMillisecond);
 
-void BM_PicturePageGray(benchmark::State& state) { picturePage(state, receiptPicture(), /*gray=*/true); }
+void BM_PicturePageGray(benchmark::State& state)
+{
+    picturePage(state, receiptPicture(), /*gray=*/true);
+}
 BENCHMARK(BM_PicturePageGray)->Unit(benchmark::kMillisecond);
 
-void BM_PicturePageNoise(benchmark::State& state) { picturePage(state, noisePicture(), /*gray=*/false); }
+void BM_PicturePageNoise(benchmark::State& state)
+{
+    picturePage(state, noisePicture(), /*gray=*/false);
+}
 BENCHMARK(BM_PicturePageNoise)->Unit(benchmark::kMillisecond);
 
 // The whole way from a bitmap file to the document's bytes, as a peer that converts a picture file does it.
@@ -90,8 +103,8 @@ void BM_PicturePageFromFile(benchmark::State& state)
         clsPDF pdf(fixedMoment);
         pdf.setWidth(static_cast<std::int16_t>(picture.width));
         pdf.setHeight(static_cast<std::int16_t>(picture.height));
-        pdf.DrawPicture(0, 0, static_cast<std::int16_t>(picture.width), static_cast<std::int16_t>(picture.height),
-                        picture, /*gray=*/false);
+        pdf.DrawPicture(0, 0, static_cast<std::int16_t>(picture.width),
+                        static_cast<std::int16_t>(picture.height), picture, /*gray=*/false);
         pdf.PrintLine("");
         const std::string document = pdf.Value();
         benchmark::DoNotOptimize(document.data());
@@ -103,7 +116,8 @@ void BM_TextDocument100Pages(benchmark::State& state)
 {
     std::vector<std::string> lines;
     for (int line = 0; line < 72 * 100; ++line)
-        lines.push_back("Pos. " + std::to_string(line) + "  Quittung (Kopie) über 1.234,56 € inkl. 19 % MwSt \\ bar");
+        lines.push_back("Pos. " + std::to_string(line) +
+                        "  Quittung (Kopie) über 1.234,56 € inkl. 19 % MwSt \\ bar");
     for (auto _ : state) {
         clsPDF pdf(fixedMoment);
         for (const std::string& line : lines)

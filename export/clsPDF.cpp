@@ -291,16 +291,17 @@ void clsPDF::DrawPicture(std::int16_t x, std::int16_t y, std::int16_t width, std
         y = sub16(y, height);
     const std::int16_t bottom = sub16(sub16(Height(), y), height);
 
-    std::string raw;
+    // Colour pixels are already the bytes to write: red, green, blue, rows from the top.
+    std::string grayLevels;
+    std::string_view raw(reinterpret_cast<const char*>(picture.pixels.data()), picture.pixels.size());
     if (gray) {
-        raw.resize(picture.pixels.size() / 3);
+        grayLevels.resize(picture.pixels.size() / 3);
         const std::uint8_t* in = picture.pixels.data();
-        for (char& out : raw) {
+        for (char& out : grayLevels) {
             out = static_cast<char>((77u * in[0] + 151u * in[1] + 28u * in[2] + 127u) / 256u);
             in += 3;
         }
-    } else {
-        raw.assign(reinterpret_cast<const char*>(picture.pixels.data()), picture.pixels.size());
+        raw = grayLevels;
     }
     const std::string compressed = CompressRunLength(raw);
     // The "/F /RL" line costs 7 bytes and the end-of-data byte one; raw data wins a tie.
