@@ -104,10 +104,13 @@ constexpr std::array<MenuEntry, 94> kMenu = {{
 }};
 
 // The help menu's further entries follow the first two.
-constexpr std::array<MenuEntry, 7> kHelpTail = {{
+constexpr std::array<MenuEntry, 10> kHelpTail = {{
     {"tipppp", "Tipp des &Tages anzeigen", 1},
     {"step10", "-", 1},
     {"besuch", "Besuchen Sie uns im &WWW", 1},
+    {"www_start", "&Startseite", 2},
+    {"www_download", "&Downloadbereich", 2},
+    {"www_neu", "&Neuigkeiten", 2},
     {"softbew", "&Bewerten Sie unsere Software", 1},
     {"fehlmit", "Teilen Sie uns &Fehler in der Software mit", 1},
     {"anr", "Support - Senden Sie uns eine &Nachricht...", 1},

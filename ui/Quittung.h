@@ -54,6 +54,8 @@ public:
     // WindowParts
     void setWindowBackground(const std::string& programPath) override;
     void showRulers(bool visible) override;
+    void applyMenuDesign(int styleNumber) override;
+    void applyButtonStyle(int styleNumber) override;
     void setLastFileCaption(const std::string& caption) override;
 
     // The three ways out end here: unload every window once.

@@ -5,6 +5,7 @@
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
+#include "ui/FrameCommands.h"
 #include "ui/FrmSplash1.h"
 #include "ui/Quittung.h"
 
@@ -30,6 +31,7 @@ int main(int argc, char** argv)
     }
 
     zw::Quittung window(form, settings, paths);
+    zw::installFrameCommands(window, form, settings, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

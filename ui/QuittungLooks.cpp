@@ -1,0 +1,25 @@
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include "ui/Looks.h"
+#include "ui/Quittung.h"
+
+namespace zw {
+
+// The menu design reaches every menu of the window, the popups of the form and the tray included.
+void Quittung::applyMenuDesign(int styleNumber)
+{
+    const QString sheet = menuDesignStyleSheet(styleNumber);
+    menuBar()->setStyleSheet(sheet);
+    for (QMenu* menu : findChildren<QMenu*>())
+        menu->setStyleSheet(sheet);
+}
+
+void Quittung::applyButtonStyle(int styleNumber)
+{
+    if (auto* button = findChild<QPushButton*>("xpButton3"))
+        button->setStyleSheet(buttonStyleSheet(styleNumber));
+}
+
+} // namespace zw

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string>
+#include <string_view>
+
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTextEdit;
+
+namespace zw {
+
+class Quittung;
+class RunError;
+
+// The error window: the report of one trapped fault, three beeps, and the ways on. Sending the report is built
+// with the mail; until then its button stays disabled.
+class fehlerform : public QDialog
+{
+public:
+    fehlerform(QWidget* parent, std::function<void()> closer);
+
+    // Label1 to Label3: number, description, the window's internal name.
+    void setFault(const std::string& number, const std::string& description, const std::string& formName);
+
+    // The report as the window fills it on activation, in rich-text form.
+    const std::string& reportSource() const { return m_reportSource; }
+
+    // Stand-ins for the tests: how a beep sounds and how long the pause between two beeps is.
+    std::function<void()> beep;
+    double pauseSeconds = 1.0;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void activate();
+    void closeProgram();
+
+    QLabel* m_number = nullptr;
+    QLabel* m_description = nullptr;
+    QLabel* m_form = nullptr;
+    QTextEdit* m_report = nullptr;
+    QWidget* m_frame = nullptr;
+    QLineEdit* m_mail = nullptr;
+    QPushButton* m_sendShow = nullptr;
+    std::function<void()> m_closeProgram;
+    std::string m_reportSource;
+    bool m_activated = false;
+    bool m_closing = false;
+};
+
+// The error exit of the routines that report their faults: fills and shows the error window modally. The caller
+// then leaves its routine.
+void reportFault(Quittung& window, const RunError& error, std::string_view formName);
+
+} // namespace zw
