@@ -1,0 +1,134 @@
+#include "print/IssuerData.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class IssuerDataTest : public ::testing::Test
+{
+protected:
+    IssuerDataTest() : paths(folder.path()), issuers(form, settings, paths, host)
+    {
+        std::filesystem::create_directories(paths.dataFolder());
+    }
+    void writeData(const std::string& name, const std::string& bytes)
+    {
+        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
+    }
+    std::string readData(const std::string& name)
+    {
+        std::ifstream in(paths.dataFile(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    void steuer(const char* key, const char* value) { settings.save(kApplicationName, "Steuer", key, value); }
+    std::string steuer(const char* key) { return settings.get(kApplicationName, "Steuer", key, "<none>"); }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    ReceiptForm form;
+    test::MemorySettings settings;
+    test::FakeHost host;
+    IssuerData issuers;
+};
+
+TEST_F(IssuerDataTest, OpeningReadsTheWholeFileInItsCodePageAndTheDefaultsOfEmptyKeys)
+{
+    writeData("aussteller.dat", "M\xfcller GmbH\r\nStra\xdf" "e 1\r\n");
+    IssuerEntry entry = issuers.openAussteller();
+    EXPECT_EQ(entry.text, "Müller GmbH\r\nStraße 1\r\n");
+    EXPECT_EQ(entry.taxNumber, "");
+    EXPECT_FALSE(entry.showTaxNumber);
+    EXPECT_EQ(entry.exemptionNote, "Von der Umsatzsteuer nach §19 UStG befreit.");
+
+    steuer("Steuernummer", "12/345/67890");
+    steuer("Steuer_Check", "1");
+    steuer("Kleinunternehmer", "Kein Ausweis der USt.");
+    entry = issuers.openAussteller();
+    EXPECT_EQ(entry.taxNumber, "12/345/67890");
+    EXPECT_TRUE(entry.showTaxNumber);
+    EXPECT_EQ(entry.exemptionNote, "Kein Ausweis der USt.");
+}
+
+TEST_F(IssuerDataTest, OpeningWithoutTheFileFailsWithFileNotFound)
+{
+    try {
+        issuers.openAussteller();
+        FAIL() << "no error";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.number(), 53);
+    }
+}
+
+TEST_F(IssuerDataTest, EachOpenAndSaveAddsOneEmptyLine)
+{
+    writeData("aussteller.dat", "Muster\r\n");
+    for (int round = 0; round < 2; ++round)
+        issuers.saveAussteller(issuers.openAussteller());
+    EXPECT_EQ(readData("aussteller.dat"), "Muster\r\n\r\n\r\n");
+    EXPECT_EQ(form.text(F::RTFBox), "Muster\r\n\r\n");
+    ASSERT_EQ(host.notices.size(), 2u);
+    EXPECT_EQ(host.notices[0], Notice::aussteller1);
+}
+
+TEST_F(IssuerDataTest, SavingStoresTheThreeKeysAndAnEmptyTextAsOneEmptyLine)
+{
+    issuers.saveAussteller({"", "99/999", true, "Notiz"});
+    EXPECT_EQ(readData("aussteller.dat"), "\r\n");
+    EXPECT_EQ(steuer("Steuernummer"), "99/999");
+    EXPECT_EQ(steuer("Steuer_Check"), "1");
+    EXPECT_EQ(steuer("Kleinunternehmer"), "Notiz");
+    issuers.saveAussteller({"x", "", false, "Notiz"});
+    EXPECT_EQ(steuer("Steuer_Check"), "0");
+}
+
+TEST_F(IssuerDataTest, ThePagesShowTheirTaxNumbersOnlyWhileTheFirstIssuerHasOne)
+{
+    writeData("aussteller.dat", "Eins\r\n");
+    writeData("aussteller2.dat", "Zwei\r\n");
+    steuer("Steuernummer2", "222");
+    steuer("Steuernummer3", "333");
+
+    auto pages = issuers.openAusstellerPro();
+    EXPECT_EQ(pages[0].text, "Eins\r\n");
+    EXPECT_EQ(pages[1].text, "Zwei\r\n");
+    EXPECT_EQ(pages[2].text, "");
+    for (const auto& page : pages)
+        EXPECT_EQ(page.taxNumber, "");
+
+    steuer("Steuernummer", "111");
+    pages = issuers.openAusstellerPro();
+    EXPECT_EQ(pages[0].taxNumber, "111");
+    EXPECT_EQ(pages[1].taxNumber, "222");
+    EXPECT_EQ(pages[2].taxNumber, "333");
+}
+
+TEST_F(IssuerDataTest, ChoosingASecondIssuerShowsItButLeavesTheActiveFileAndKey)
+{
+    writeData("aussteller.dat", "Eins\r\n");
+    steuer("Steuernummer", "111");
+    issuers.chooseIssuer(1, {"Zwei GmbH\r\nWeg 2", "222"});
+
+    EXPECT_EQ(form.text(F::RTFBox), "Zwei GmbH\r\nWeg 2");
+    EXPECT_EQ(form.text(F::steuernummer2), "222");
+    EXPECT_EQ(readData("aussteller2.dat"), "Zwei GmbH\r\nWeg 2\r\n");
+    EXPECT_EQ(steuer("Steuernummer2"), "222");
+    EXPECT_EQ(readData("aussteller.dat"), "Eins\r\n");
+    EXPECT_EQ(steuer("Steuernummer"), "111");
+
+    issuers.chooseIssuer(0, {"Neu", "000"});
+    EXPECT_EQ(readData("aussteller.dat"), "Neu\r\n");
+    EXPECT_EQ(steuer("Steuernummer"), "000");
+}
+
+} // namespace
+} // namespace zw

@@ -1,0 +1,162 @@
+#include "print/PictureCommands.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
+#include "tests/print/PictureProbe.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class PictureCommandsTest : public ::testing::Test
+{
+protected:
+    PictureCommandsTest() : paths(folder.path()), commands(form, paths, host)
+    {
+        std::filesystem::create_directories(paths.dataFolder());
+        logoPicture = (folder / "logo.bmp").string();
+        test::writeSolidPicture(logoPicture, 313, 97, QColor(0, 0, 200));
+    }
+    void writeData(const std::string& name, const std::string& bytes)
+    {
+        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
+    }
+    std::string readData(const std::string& name)
+    {
+        std::ifstream in(paths.dataFile(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    ReceiptForm form;
+    test::FakeHost host;
+    PictureCommands commands;
+    std::string logoPicture;
+};
+
+TEST_F(PictureCommandsTest, FirstLogoClickWithoutSigFileOpensTheWindowAndAsksForASecondClick)
+{
+    commands.switchOn(PictureKind::Logo);
+
+    EXPECT_TRUE(std::filesystem::exists(paths.dataFile("signatur_logo.sig")));
+    EXPECT_EQ(host.openedWindows, std::vector<std::string>{"logodatei"});
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].text, "Bitte nun nochmal das Logo einschalten.");
+    EXPECT_EQ(host.messages[0].title, "Bitte beachten");
+    EXPECT_EQ(static_cast<int>(host.messages[0].style), 65);
+    EXPECT_FALSE(form.isChecked("ausstellerein"));
+    EXPECT_TRUE(form.isChecked("austeller_ent"));
+    EXPECT_TRUE(form.isVisible(F::RTFBox));
+    EXPECT_EQ(form.picture(F::Image7), "");
+
+    // The window saved a path meanwhile; the second click shows the logo in place of the issuer block.
+    commands.saveFile(PictureKind::Logo, logoPicture);
+    commands.switchOn(PictureKind::Logo);
+    EXPECT_EQ(form.picture(F::Image7), logoPicture);
+    EXPECT_TRUE(form.isVisible(F::Image7));
+    EXPECT_FALSE(form.isVisible(F::RTFBox));
+    EXPECT_TRUE(form.isChecked("ausstellerein"));
+    EXPECT_FALSE(form.isChecked("austeller_ent"));
+    EXPECT_EQ(host.messages.size(), 1u);
+}
+
+TEST_F(PictureCommandsTest, AnEmptySigFileBlanksTheFieldWithTheMarksOn)
+{
+    writeData("signatur.sig", "");
+    form.setPicture(F::Image6, logoPicture);
+    commands.switchOn(PictureKind::Signature);
+    EXPECT_EQ(form.picture(F::Image6), "");
+    EXPECT_TRUE(form.isVisible(F::Image6));
+    EXPECT_TRUE(form.isChecked("einfst"));
+    EXPECT_FALSE(form.isChecked("entfst"));
+    EXPECT_TRUE(host.openedWindows.empty());
+}
+
+TEST_F(PictureCommandsTest, APathSplitOverLinesIsJoinedAndABrokenPathFails)
+{
+    const auto cut = logoPicture.size() / 2;
+    writeData("signatur.sig", logoPicture.substr(0, cut) + "\r\n" + logoPicture.substr(cut) + "\r\n");
+    commands.switchOn(PictureKind::Signature);
+    EXPECT_EQ(form.picture(F::Image6), logoPicture);
+
+    struct Row
+    {
+        const char* name;
+        std::string content;
+        int error;
+    };
+    writeData("kein_bild.jpg", "Text statt Bild");
+    const Row rows[] = {{"missing", (folder / "weg.jpg").string(), 53},
+                        {"no picture", paths.dataFile("kein_bild.jpg").string(), 481}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        writeData("signatur.sig", row.content + "\r\n");
+        try {
+            commands.switchOn(PictureKind::Signature);
+            ADD_FAILURE() << "no error";
+        } catch (const RunError& error) {
+            EXPECT_EQ(error.number(), row.error);
+        }
+    }
+}
+
+TEST_F(PictureCommandsTest, OffAndChooseSetTheMarksAndOnlyTheLogoGivesBackTheIssuerBlock)
+{
+    writeData("signatur_logo.sig", logoPicture + "\r\n");
+    commands.switchOn(PictureKind::Logo);
+    commands.choose(PictureKind::Logo);
+    EXPECT_TRUE(form.isVisible(F::RTFBox));
+    EXPECT_FALSE(form.isVisible(F::Image7));
+    EXPECT_TRUE(form.isChecked("austeller_ent"));
+    EXPECT_EQ(host.openedWindows.back(), "logodatei");
+
+    writeData("signatur.sig", logoPicture + "\r\n");
+    commands.switchOn(PictureKind::Signature);
+    commands.choose(PictureKind::Signature);
+    EXPECT_TRUE(form.isVisible(F::Image6)) << "choosing leaves the signature picture as it is";
+    EXPECT_TRUE(form.isChecked("entfst"));
+    EXPECT_FALSE(form.isChecked("einfst"));
+    EXPECT_EQ(host.openedWindows.back(), "stunter");
+    commands.switchOff(PictureKind::Signature);
+    EXPECT_FALSE(form.isVisible(F::Image6));
+}
+
+TEST_F(PictureCommandsTest, TheFileWindowCreatesAMissingSigFileAndReadsTheStartSwitch)
+{
+    PictureFileChoice choice = commands.openFileWindow(PictureKind::Signature, "");
+    EXPECT_EQ(choice.path, "");
+    EXPECT_FALSE(choice.everyStart);
+    EXPECT_EQ(readData("signatur.sig"), "\r\n");
+
+    commands.setEveryStart(PictureKind::Signature, true);
+    EXPECT_EQ(readData("sigunteraa.dat"), "1\r\n");
+    commands.saveFile(PictureKind::Signature, "/bilder/unterschrift.jpg");
+    choice = commands.openFileWindow(PictureKind::Signature, "");
+    EXPECT_EQ(choice.path, "/bilder/unterschrift.jpg");
+    EXPECT_TRUE(choice.everyStart);
+    EXPECT_EQ(host.notices.size(), 1u);
+}
+
+TEST_F(PictureCommandsTest, TheStampChoiceLoadsItsPictureFromTheProgramFolder)
+{
+    const std::pair<StampChoice, const char*> rows[] = {{StampChoice::Original, "stempel_original.jpg"},
+                                                        {StampChoice::Copy, "stempel_kopie.jpg"},
+                                                        {StampChoice::None, "stempel_leer.jpg"}};
+    for (auto [choice, file] : rows) {
+        SCOPED_TRACE(file);
+        form.setStampChoice(choice);
+        commands.showStampChoice();
+        EXPECT_EQ(form.picture(F::Image3), (paths.home() / file).string());
+    }
+}
+
+} // namespace
+} // namespace zw
