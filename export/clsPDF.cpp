@@ -1,10 +1,10 @@
 #include "export/clsPDF.h"
 
+#include "app/AtomicFile.h"
 #include "core/CodePage.h"
 #include "core/RunError.h"
 
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -12,8 +12,6 @@
 #include <ctime>
 #include <iterator>
 #include <limits>
-#include <random>
-#include <system_error>
 
 namespace zw {
 namespace {
@@ -105,24 +103,6 @@ std::string toLower(std::string text)
             c = static_cast<char>(c - 'A' + 'a');
     }
     return text;
-}
-
-RunError errorOfErrno(int error)
-{
-    switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-        return RunError::pathNotFound();
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return RunError::permissionDenied();
-    case ENOSPC:
-    case EDQUOT:
-        return RunError::diskFull();
-    default:
-        return RunError::pathFileAccess();
-    }
 }
 
 } // namespace
@@ -765,27 +745,8 @@ std::string clsPDF::ReadWholeFile(const std::filesystem::path& fileName)
 
 void clsPDF::WriteWholeFile(const std::filesystem::path& fileName, std::string_view bytes)
 {
-    // Written beside the target and renamed over it, so a failure never leaves a shortened file.
-    std::filesystem::path temporary = fileName;
-    temporary += ".~" + std::to_string(std::random_device{}()) + ".tmp";
-    std::FILE* file = std::fopen(temporary.c_str(), "wb");
-    if (file == nullptr)
-        throw errorOfErrno(errno);
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    int error = errno;
-    const bool closed = std::fclose(file) == 0;
-    if (written && !closed)
-        error = errno;
-    if (!written || !closed) {
-        std::remove(temporary.c_str());
-        throw errorOfErrno(error);
-    }
-    std::error_code renameError;
-    std::filesystem::rename(temporary, fileName, renameError);
-    if (renameError) {
-        std::remove(temporary.c_str());
-        throw errorOfErrno(renameError.value());
-    }
+    // Through a temporary file and a rename, so that a failure never leaves a shortened file.
+    writeFileAtomically(fileName, bytes);
 }
 
 std::string_view clsPDF::DetectLineBreak(std::string_view text)

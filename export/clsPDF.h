@@ -24,7 +24,8 @@ struct LocalDateTime
 using LocalClock = std::function<LocalDateTime()>;
 LocalDateTime currentLocalDateTime();
 
-// The host named in every document's /Producer entry.
+// The vendor's web host as built in, named in every document's /Producer entry unless the caller names
+// another.
 inline constexpr std::string_view kPdfProducerHost = "www.zettelwerk.example";
 
 // A writer for PDF 1.1 documents that produces every byte itself: a line printer of Courier text that pages
