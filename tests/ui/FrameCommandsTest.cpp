@@ -1,0 +1,427 @@
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolBox>
+#include <QToolButton>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+#include "app/CommandCatalogue.h"
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "tests/app/TempFolder.h"
+#include "ui/FrameCommands.h"
+#include "ui/Quittung.h"
+#include "ui/ReceiptFormView.h"
+#include "ui/fehlerform.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+QApplication& application()
+{
+    static int argc = 1;
+    static char name[] = "zw_frame_tests";
+    static char* argv[] = {name, nullptr};
+    static auto* app = new QApplication(argc, argv);
+    return *app;
+}
+
+// Records the addresses the program hands to the desktop instead of opening them.
+class UrlRecorder : public QObject
+{
+    Q_OBJECT
+public:
+    UrlRecorder()
+    {
+        for (const char* scheme : {"http", "https", "file"})
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+    ~UrlRecorder() override
+    {
+        for (const char* scheme : {"http", "https", "file"})
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+    std::vector<QString> urls;
+
+public slots:
+    void open(const QUrl& url) { urls.push_back(url.toString()); }
+};
+
+// Closes every modal window that opens, noting its object name, as a user pressing Escape would.
+class ModalCloser
+{
+public:
+    explicit ModalCloser(std::function<void(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (modal == nullptr)
+                return;
+            seen.push_back(modal->objectName().isEmpty() ? modal->metaObject()->className() : modal->objectName());
+            if (m_inspect)
+                m_inspect(modal);
+            if (auto* dialog = qobject_cast<QDialog*>(modal); dialog && dialog->isVisible())
+                dialog->reject();
+        });
+        m_timer.start(30);
+    }
+    std::vector<QString> seen;
+
+private:
+    QTimer m_timer;
+    std::function<void(QWidget*)> m_inspect;
+};
+
+class FrameCommandsTest : public ::testing::Test
+{
+protected:
+    FrameCommandsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        application();
+        ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+    }
+
+    void open()
+    {
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+        window->logic().load();
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    // Where the screenshots go when ZETTELWERK_SHOT_DIR names a folder; under Xvfb the whole screen is taken.
+    void screenshot(QWidget* widget, const char* name)
+    {
+        const QByteArray folderName = qgetenv("ZETTELWERK_SHOT_DIR");
+        if (folderName.isEmpty())
+            return;
+        QApplication::processEvents();
+        QTest::qWait(200);
+        QPixmap picture = QGuiApplication::platformName() == "xcb"
+                              ? QGuiApplication::primaryScreen()->grabWindow(0)
+                              : widget->grab();
+        picture.save(QString::fromUtf8(folderName) + "/" + name + ".png");
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    std::unique_ptr<Quittung> window;
+};
+
+TEST_F(FrameCommandsTest, EveryBuiltMenuEntryReachesItsCommand)
+{
+    UrlRecorder urls;
+    ModalCloser closer;
+    open();
+    std::vector<std::string> opened;
+    window->setWindowOpener("optionen", [&] { opened.emplace_back("optionen"); });
+    auto option = [&](const char* key) { return settings.get("Zettelwerk", "Options", key, ""); };
+    auto lastUrl = [&] { return urls.urls.empty() ? std::string() : urls.urls.back().toStdString(); };
+    auto sawModal = [&](const char* name) {
+        return [&closer, name] { return !closer.seen.empty() && closer.seen.back() == name; };
+    };
+
+    // What each built entry must have done; an enabled entry missing here fails the test.
+    std::map<std::string, std::function<bool()>> reached = {
+        {"neue", [&] { return form.text(F::Text5).empty(); }},
+        {"exxxit", sawModal("MessageDialog")},
+        {"schriftarial", [&] { return form.fontFamily(F::Text10) == "Courier New"; }},
+        {"schrift", [&] { return form.fontFamily(F::Text10) == "Verdana"; }},
+        {"pdf_Schablone", [&] { return lastUrl().ends_with("/ZW-Schablone.pdf"); }},
+        {"einna", [&] { return form.income() == 1; }},
+        {"ausga", [&] { return form.income() == 0; }},
+        {"steueran", [&] { return form.isVisible(F::Text10); }},
+        {"steueraus", [&] { return !form.isVisible(F::Text10); }},
+        {"eur", [&] { return settings.get("Zettelwerk", "Waehrung", "waehr.Text", "") == "EUR"; }},
+        {"ortfest", sawModal("MessageDialog")},
+        {"spr_deutsch", [&] { return window->action("spr_deutsch")->isChecked(); }},
+        {"spr_englisch", [&] { return window->action("spr_englisch")->isChecked(); }},
+        {"optio", [&] { return opened == std::vector<std::string>{"optionen"}; }},
+        {"hel11", [&] { return lastUrl().ends_with("/hilfe/index.html"); }},
+        {"www_start", [&] { return lastUrl() == "https://www.zettelwerk.example/"; }},
+        {"www_download", [&] { return lastUrl() == "https://www.zettelwerk.example/download/"; }},
+        {"www_neu", [&] { return lastUrl() == "https://www.zettelwerk.example/neuigkeiten/"; }},
+        {"softbew", [&] { return lastUrl().ends_with("/formulare/bewertung.php"); }},
+        {"fehlmit", [&] { return lastUrl().ends_with("/formulare/fehlermeldung.php"); }},
+    };
+    const std::pair<const char*, const char*> colours[] = {
+        {"hg_standard", "quittung_leer.jpg"}, {"hg_red", "quittung_rot.bmp"},
+        {"hg_orange", "quittung_orange.bmp"}, {"hg_yellow", "quittung_gelb.bmp"},
+        {"hg_green", "quittung_gruen.bmp"},   {"hg_blue", "quittung_blau.bmp"},
+        {"hg_purple", "quittung_purpur.bmp"}, {"hg_hellgrau", "quittung_hellgrau.bmp"}};
+    for (auto [entry, picture] : colours)
+        reached[entry] = [&, picture] { return form.formBackground() == std::string("\\hintergrund\\") + picture; };
+    for (auto [entry, stored] : {std::pair{"xpdesign", "XP"}, {"office2003er", "2003"}, {"office2007er", "2007"},
+                                 {"vbstudio05", "VS2005"}})
+        reached[entry] = [&, stored] { return option("Menue") == stored; };
+    for (auto [entry, stored] : {std::pair{"stand_button", "Standard"}, {"flat_button", "Flat"},
+                                 {"xp_button", "XP-Style"}, {"office_button", "Office"},
+                                 {"office2003_button", "Office2003"}, {"vista_button", "Vista"}})
+        reached[entry] = [&, stored] { return option("Buttons") == stored; };
+    for (int number = 1; number <= 4; ++number)
+        reached["hintergrund" + std::to_string(number)] = [&, number] {
+            return option("Hintergrund") == "\\hintergrund\\hg" + std::to_string(number) + ".jpg";
+        };
+
+    int triggered = 0;
+    for (const MenuEntry& entry : menuTree()) {
+        QAction* action = window->action(std::string(entry.name));
+        if (action == nullptr || !action->isEnabled())
+            continue;
+        SCOPED_TRACE(std::string(entry.name));
+        auto check = reached.find(std::string(entry.name));
+        ASSERT_NE(check, reached.end()) << "an enabled entry without a check";
+        form.setText(F::Text5, "vorher");
+        action->trigger();
+        QApplication::processEvents();
+        EXPECT_TRUE(check->second());
+        ++triggered;
+    }
+    EXPECT_EQ(triggered, static_cast<int>(reached.size())) << "an entry of the table is not built or disabled";
+    for (const char* later : {"oeffnen", "save", "updaten", "quikop", "aussetller", "report", "copy"}) {
+        SCOPED_TRACE(later);
+        ASSERT_NE(window->action(later), nullptr);
+        EXPECT_FALSE(window->action(later)->isEnabled()) << "its subsystem is not wired here";
+    }
+    EXPECT_EQ(window->action("oeffnen")->shortcut(), QKeySequence(Qt::Key_F1)) << "F1 opens a file, not the help";
+    EXPECT_EQ(window->action("exxxit")->shortcut(), QKeySequence(Qt::Key_F12));
+}
+
+TEST_F(FrameCommandsTest, LooksDifferForEachDesignAndStyleAndComeBackAfterARestart)
+{
+    ModalCloser closer;
+    open();
+    std::set<QString> menuLooks;
+    for (const char* entry : {"xpdesign", "office2003er", "office2007er", "vbstudio05"}) {
+        window->action(entry)->trigger();
+        menuLooks.insert(window->menuBar()->styleSheet());
+        EXPECT_EQ(window->menu("desi")->styleSheet(), window->menuBar()->styleSheet()) << entry;
+    }
+    EXPECT_EQ(menuLooks.size(), 4u);
+    auto* print = window->findChild<QPushButton*>("xpButton3");
+    ASSERT_NE(print, nullptr);
+    std::set<QString> buttonLooks;
+    for (const char* entry : {"stand_button", "flat_button", "xp_button", "office_button", "office2003_button",
+                              "vista_button"}) {
+        window->action(entry)->trigger();
+        buttonLooks.insert(print->styleSheet());
+    }
+    EXPECT_EQ(buttonLooks.size(), 6u);
+    EXPECT_FALSE(window->action("stand_button")->isChecked());
+
+    window->action("office2007er")->trigger();
+    window->action("flat_button")->trigger();
+    window->action("hintergrund4")->trigger();
+    window->action("hg_purple")->trigger();
+    window->action("spr_englisch")->trigger();
+    const QString menuLook = window->menuBar()->styleSheet();
+    const QString buttonLook = print->styleSheet();
+    auto* field = window->formView()->widgetOf(F::Text7);
+    EXPECT_TRUE(field->styleSheet().contains("#990099"));
+    EXPECT_FALSE(window->formView()->widgetOf(F::Text4)->styleSheet().contains("#990099"));
+    screenshot(window.get(), "main-office2007-purpur");
+    window.reset();
+
+    // A restart over the same store and folder.
+    ReceiptForm restarted;
+    auto again = std::make_unique<Quittung>(restarted, settings, paths);
+    installFrameCommands(*again, restarted, settings, paths);
+    again->logic().load();
+    again->show();
+    EXPECT_EQ(again->menuBar()->styleSheet(), menuLook);
+    EXPECT_TRUE(again->action("office2007er")->isChecked());
+    EXPECT_EQ(again->findChild<QPushButton*>("xpButton3")->styleSheet(), buttonLook);
+    EXPECT_EQ(restarted.formBackground(), "\\hintergrund\\quittung_leer.jpg") << "the colour lasts one session";
+    EXPECT_FALSE(again->formView()->widgetOf(F::Text7)->styleSheet().contains("#990099"));
+    EXPECT_EQ(restarted.text(F::Label5), "von") << "the English labels are gone";
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Hintergrund", ""), "\\hintergrund\\hg4.jpg");
+    EXPECT_TRUE(again->findChild<QWidget*>("centralArea")->autoFillBackground()) << "the window background stays";
+    screenshot(again.get(), "main-office2007-restart");
+}
+
+TEST_F(FrameCommandsTest, ToolbarKeysFollowTheirEntriesAndDoTheirCommands)
+{
+    UrlRecorder urls;
+    ModalCloser closer;
+    open();
+    auto* bar = window->findChild<QToolBar*>("Coolbar1");
+    ASSERT_NE(bar, nullptr);
+    auto key = [&](const char* name) { return window->findChild<QAction*>(name); };
+    for (auto [name, entry] : {std::pair{"neu_bar", "neue"}, {"open_bar", "oeffnen"}, {"save_bar", "save"},
+                               {"grafik_bar", "quikop"}, {"aussteller_bar", "aussetller"}, {"help_bar", "hel11"},
+                               {"bmp_bm", "bmpdatei"}, {"pdf_bm", "alspdf"}}) {
+        SCOPED_TRACE(name);
+        ASSERT_NE(key(name), nullptr);
+        EXPECT_EQ(key(name)->isEnabled(), window->action(entry)->isEnabled());
+    }
+    // A subsystem that registers its handler later enables the key with the entry.
+    EXPECT_FALSE(key("save_bar")->isEnabled());
+    bool saved = false;
+    window->setCommand("save", [&] { saved = true; });
+    EXPECT_TRUE(key("save_bar")->isEnabled());
+    key("save_bar")->trigger();
+    EXPECT_TRUE(saved);
+
+    form.setText(F::Text6, "alt");
+    key("neu_bar")->trigger();
+    EXPECT_EQ(form.text(F::Text6), "");
+    key("help_bar")->trigger();
+    ASSERT_FALSE(urls.urls.empty());
+    EXPECT_TRUE(urls.urls.back().endsWith("/hilfe/index.html"));
+    key("einstellungen_bar")->trigger();
+    EXPECT_EQ(closer.seen.back(), "optionen");
+    key("bm_schriftart")->trigger();
+    EXPECT_EQ(closer.seen.back(), "QFontDialog");
+    key("bm_original")->trigger();
+    EXPECT_EQ(form.stampChoice(), StampChoice::Original);
+    key("bm_kopie")->trigger();
+    EXPECT_EQ(form.stampChoice(), StampChoice::Copy);
+    key("bm_keinstempel")->trigger();
+    EXPECT_EQ(form.stampChoice(), StampChoice::None);
+    const int calendar = form.calendarButton();
+    key("bm_kalenderbutton")->trigger();
+    EXPECT_NE(form.calendarButton(), calendar);
+    EXPECT_FALSE(key("bm_email")->isEnabled());
+    EXPECT_FALSE(key("bm_vonliste")->isEnabled());
+}
+
+TEST_F(FrameCommandsTest, ShortcutBarPopupShowsMoreAndFewerGroups)
+{
+    open();
+    auto* bar = window->findChild<QToolBox*>("ShortcutBar1");
+    auto* popup = window->findChild<QMenu*>("mnuPopupTop");
+    ASSERT_NE(bar, nullptr);
+    ASSERT_NE(popup, nullptr);
+    ASSERT_EQ(bar->count(), 5);
+    auto entry = [&](const char* name) { return popup->findChild<QAction*>(name); };
+    entry("mnuPopup_0")->trigger();
+    EXPECT_EQ(bar->count(), 5) << "no more than the five groups";
+    for (int i = 0; i < 6; ++i)
+        entry("mnuPopup_1")->trigger();
+    EXPECT_EQ(bar->count(), 1) << "one group stays";
+    entry("mnuPopup_0")->trigger();
+    entry("mnuPopup_0")->trigger();
+    ASSERT_EQ(bar->count(), 3);
+    EXPECT_EQ(bar->itemText(2), "Belegeinstellungen") << "groups come back in their order";
+}
+
+TEST_F(FrameCommandsTest, TrayAppearsOnMinimiseAndItsMenuReachesItsCommands)
+{
+    UrlRecorder urls;
+    open();
+    std::vector<std::string> opened;
+    window->setWindowOpener("optionen", [&] { opened.emplace_back("optionen"); });
+    window->showMinimized();
+    QApplication::processEvents();
+    auto* tray = window->findChild<QMenu*>("trayMenu");
+    ASSERT_NE(tray, nullptr) << "the tray comes with the first minimise";
+    auto entry = [&](const char* name) { return tray->findChild<QAction*>(name); };
+    entry("einstellungen")->trigger();
+    EXPECT_EQ(opened, std::vector<std::string>{"optionen"});
+    entry("hilfe")->trigger();
+    ASSERT_EQ(urls.urls.size(), 1u);
+    EXPECT_FALSE(entry("upd")->isEnabled());
+    EXPECT_FALSE(entry("copyr")->isEnabled());
+    entry("open")->trigger();
+    QApplication::processEvents();
+    EXPECT_FALSE(window->isMinimized());
+    EXPECT_TRUE(window->isVisible());
+    // The tray's exit asks nothing and ends the program.
+    ModalCloser closer;
+    entry("exit")->trigger();
+    EXPECT_TRUE(closer.seen.empty());
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
+{
+    std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "7\r\n";
+    open();
+    form.setText(F::Label1, "Spendenquittung");
+    bool checked = false;
+    ModalCloser closer([&](QWidget* modal) {
+        if (modal->objectName() != "optionen" || checked)
+            return;
+        checked = true;
+        auto* rate = modal->findChild<QLineEdit*>("mwstwert1");
+        EXPECT_EQ(rate->text(), "7");
+        EXPECT_TRUE(rate->isEnabled());
+        EXPECT_TRUE(modal->findChild<QRadioButton*>("Option2")->isChecked());
+        EXPECT_EQ(modal->findChild<QLineEdit*>("belegart_opt")->text(), "Spendenquittung");
+        modal->findChild<QRadioButton*>("Option1")->click();
+        EXPECT_EQ(rate->text(), "19");
+        EXPECT_FALSE(rate->isEnabled());
+        modal->findChild<QCheckBox*>("chkLoadTipsAtStartup")->setChecked(true);
+        auto* ruler = modal->findChild<QCheckBox*>("ruler_check1");
+        ruler->setChecked(false);
+        EXPECT_EQ(ruler->text(), "Lineal deaktiviert");
+        screenshot(modal, "optionen");
+        modal->findChild<QPushButton*>("abbr")->click();
+    });
+    window->action("optio")->trigger();
+    EXPECT_TRUE(checked);
+    std::ifstream in(paths.dataFile("mwst.dat"), std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "7\r\n") << "Zurück stores no rate";
+    EXPECT_EQ(settings.get("zettelwerk", "Options", "Show Tips at Startup", ""), "1") << "the switch stored at once";
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Ruler", ""), "0");
+    EXPECT_FALSE(window->findChild<QWidget*>("Ruler1") && window->findChild<QWidget*>("Ruler1")->isVisible());
+}
+
+TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramOnce)
+{
+    int beeps = 0;
+    int closes = 0;
+    fehlerform window(nullptr, [&] { ++closes; });
+    window.beep = [&] { ++beeps; };
+    window.pauseSeconds = 0.05;
+    window.setFault("53", "Datei nicht gefunden", "report1");
+    QTimer::singleShot(0, &window, [&] {
+        QTRY_COMPARE_WITH_TIMEOUT(beeps, 3, 5000);
+        auto* report = window.findChild<QWidget*>("RichTextBox1");
+        ASSERT_NE(report, nullptr);
+        EXPECT_NE(window.reportSource().find("\\b 53"), std::string::npos);
+        auto* frame = window.findChild<QWidget*>("Frame1");
+        EXPECT_FALSE(frame->isVisible());
+        auto* show = window.findChild<QPushButton*>("Command3");
+        show->click();
+        EXPECT_TRUE(frame->isVisible());
+        EXPECT_FALSE(show->isEnabled());
+        EXPECT_FALSE(window.findChild<QPushButton*>("Command4")->isEnabled());
+        screenshot(&window, "fehlerform");
+        auto* end = window.findChild<QPushButton*>("Command2");
+        end->click();
+        end->click();
+    });
+    window.exec();
+    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(beeps, 3);
+}
+
+} // namespace
+} // namespace zw
+
+#include "FrameCommandsTest.moc"
