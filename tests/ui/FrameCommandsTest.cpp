@@ -244,6 +244,18 @@ TEST_F(FrameCommandsTest, LooksDifferForEachDesignAndStyleAndComeBackAfterAResta
     EXPECT_TRUE(field->styleSheet().contains("#990099"));
     EXPECT_FALSE(window->formView()->widgetOf(F::Text4)->styleSheet().contains("#990099"));
     screenshot(window.get(), "main-office2007-purpur");
+    if (!qgetenv("ZETTELWERK_SHOT_DIR").isEmpty()) {
+        for (const char* design : {"office2003er", "vbstudio05"}) {
+            window->action(design)->trigger();
+            QMenu* higifa = window->menu("higifa");
+            window->menu("ausf")->popup(window->mapToGlobal(QPoint(150, 20)));
+            higifa->popup(window->mapToGlobal(QPoint(150 + window->menu("ausf")->sizeHint().width(), 20)));
+            screenshot(window.get(), design);
+            higifa->close();
+            window->menu("ausf")->close();
+        }
+        window->action("office2007er")->trigger();
+    }
     window.reset();
 
     // A restart over the same store and folder.
