@@ -119,10 +119,39 @@ private:
         command("www_neu", [this] { openUrl(m_vendor.webNews); });
         command("softbew", [this] { openUrl(m_vendor.ratingForm); });
         command("fehlmit", [this] { openUrl(m_vendor.errorForm); });
+        m_window.setWindowOpener("info1", [this] { aboutWindow("info1", "Info zum Programm", false); });
+        m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
+        command("info", [this] { m_window.openWindow("info1"); });
+        command("copy", [this] { m_window.openWindow("Copyright"); });
         if (auto* fontButton = m_window.findChild<QPushButton*>("Command6_0")) {
             fontButton->setEnabled(true);
             connect(fontButton, &QPushButton::clicked, this, [this] { fontDialog(); });
         }
+    }
+
+    // The program's name, version and, for the copyright window, the notice of rights.
+    void aboutWindow(const char* name, const char* title, bool rights)
+    {
+        QDialog dialog(&m_window);
+        dialog.setObjectName(name);
+        dialog.setWindowTitle(title);
+        auto* layout = new QVBoxLayout(&dialog);
+        auto* headline = new QLabel("Zettelwerk V" + qt(versionText()), &dialog);
+        QFont big = headline->font();
+        big.setBold(true);
+        big.setPointSize(big.pointSize() + 4);
+        headline->setFont(big);
+        layout->addWidget(headline);
+        layout->addWidget(new QLabel("Quittungen und Belege ausstellen, drucken, exportieren und verwalten.", &dialog));
+        if (rights)
+            layout->addWidget(new QLabel("Copyright © Zettelwerk. Alle Rechte vorbehalten.", &dialog));
+        auto* web = new QLabel("<a href=\"" + qt(m_vendor.webHome) + "\">" + qt(m_vendor.webHome) + "</a>", &dialog);
+        web->setOpenExternalLinks(true);
+        layout->addWidget(web);
+        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &dialog);
+        connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+        layout->addWidget(buttons);
+        dialog.exec();
     }
 
     // A toolbar handler reports its faults in the error window, as the toolbar always did.

@@ -167,6 +167,8 @@ TEST_F(FrameCommandsTest, EveryBuiltMenuEntryReachesItsCommand)
         {"www_neu", [&] { return lastUrl() == "https://www.zettelwerk.example/neuigkeiten/"; }},
         {"softbew", [&] { return lastUrl().ends_with("/formulare/bewertung.php"); }},
         {"fehlmit", [&] { return lastUrl().ends_with("/formulare/fehlermeldung.php"); }},
+        {"info", sawModal("info1")},
+        {"copy", sawModal("Copyright")},
     };
     const std::pair<const char*, const char*> colours[] = {
         {"hg_standard", "quittung_leer.jpg"}, {"hg_red", "quittung_rot.bmp"},
@@ -202,7 +204,7 @@ TEST_F(FrameCommandsTest, EveryBuiltMenuEntryReachesItsCommand)
         ++triggered;
     }
     EXPECT_EQ(triggered, static_cast<int>(reached.size())) << "an entry of the table is not built or disabled";
-    for (const char* later : {"oeffnen", "save", "updaten", "quikop", "aussetller", "report", "copy"}) {
+    for (const char* later : {"oeffnen", "save", "updaten", "quikop", "aussetller", "report"}) {
         SCOPED_TRACE(later);
         ASSERT_NE(window->action(later), nullptr);
         EXPECT_FALSE(window->action(later)->isEnabled()) << "its subsystem is not wired here";
@@ -357,7 +359,7 @@ TEST_F(FrameCommandsTest, TrayAppearsOnMinimiseAndItsMenuReachesItsCommands)
     entry("hilfe")->trigger();
     ASSERT_EQ(urls.urls.size(), 1u);
     EXPECT_FALSE(entry("upd")->isEnabled());
-    EXPECT_FALSE(entry("copyr")->isEnabled());
+    EXPECT_TRUE(entry("copyr")->isEnabled());
     entry("open")->trigger();
     QApplication::processEvents();
     EXPECT_FALSE(window->isMinimized());
