@@ -30,7 +30,7 @@ void saveLedger(const ReceiptLedger& ledger, const ProgramPaths& paths)
     writeFileAtomically(paths.dataFile("belege.dat"), ledgerBytes(ledger));
 }
 
-std::string ledgerRow(const ReceiptForm& form)
+std::string ledgerRowText(const ReceiptForm& form)
 {
     using F = FormElement;
     const bool income = form.income() == 1;
@@ -52,7 +52,20 @@ std::string ledgerRow(const ReceiptForm& form)
 
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths)
 {
-    ledger.insertRow(0, ledgerRow(form));
+    ledger.insertRow(0, ledgerRowText(form));
+    ledger.setCurrentRow(0);
+    saveLedger(ledger, paths);
+}
+
+void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths)
+{
+    std::string row;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            row += '\t';
+        row += fields[i];
+    }
+    ledger.insertRow(0, std::move(row));
     ledger.setCurrentRow(0);
     saveLedger(ledger, paths);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace zw {
 
@@ -16,9 +17,11 @@ void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths);
 void saveLedger(const ReceiptLedger& ledger, const ProgramPaths& paths);
 
 // The tab-joined row of the form's receipt; xpCheck1 decides income or expense.
-std::string ledgerRow(const ReceiptForm& form);
+std::string ledgerRowText(const ReceiptForm& form);
 
 // Files the form's receipt as row 1, makes it current and saves. The print command calls it when Save_Check is on.
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths);
+// The same for a row already split into its fields, as the print command hands it over.
+void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths);
 
 } // namespace zw

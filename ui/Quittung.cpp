@@ -387,11 +387,11 @@ QWidget* Quittung::buildShortcutBar()
     booksLayout->addWidget(smallCaption("Einnahmen und Ausgaben", books));
     for (auto [name, caption] : {std::pair{"Label21", "Einnahmen:"}, {"Label23", "Ausgaben:"}, {"Label25", "Differenz:"}}) {
         auto* row = new QHBoxLayout;
-        auto* captionLabel = new QLabel(caption, books);
-        captionLabel->setObjectName(name);
-        row->addWidget(captionLabel);
+        row->addWidget(new QLabel(caption, books));
         row->addStretch();
-        row->addWidget(new QLabel("0,00", books));
+        auto* value = new QLabel("0,00", books);
+        value->setObjectName(name); // the totals are the named labels
+        row->addWidget(value);
         booksLayout->addLayout(row);
     }
     auto* currencyRow = new QHBoxLayout;

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -403,6 +404,22 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
     EXPECT_EQ(settings.get("zettelwerk", "Options", "Show Tips at Startup", ""), "1") << "the switch stored at once";
     EXPECT_EQ(settings.get("Zettelwerk", "Options", "Ruler", ""), "0");
     EXPECT_FALSE(window->findChild<QWidget*>("Ruler1") && window->findChild<QWidget*>("Ruler1")->isVisible());
+}
+
+TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStillOpens)
+{
+    std::ofstream(paths.dataFile("druck.dat"), std::ios::binary) << "10\r\n1\r\n20\r\n5\r\n";
+    open();
+    QString reportedForm;
+    ModalCloser closer([&](QWidget* modal) {
+        if (modal->objectName() == "fehlerform")
+            reportedForm = modal->findChild<QLabel*>("Label3")->text();
+    });
+    window->openWindow("optionen");
+    ASSERT_EQ(closer.seen.size(), 2u);
+    EXPECT_EQ(closer.seen[0], "fehlerform");
+    EXPECT_EQ(reportedForm, "optionen");
+    EXPECT_EQ(closer.seen[1], "optionen");
 }
 
 TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramOnce)

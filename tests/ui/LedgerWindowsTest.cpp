@@ -1,0 +1,255 @@
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QProcess>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QMenu>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "ledger/Currency.h"
+#include "ledger/LedgerOperations.h"
+#include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
+#include "ui/LedgerCommands.h"
+#include "ui/LedgerWindows.h"
+#include "ui/Quittung.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+QApplication& application()
+{
+    static int argc = 1;
+    static char name[] = "zw_ledger_window_tests";
+    static char* argv[] = {name, nullptr};
+    static auto* app = new QApplication(argc, argv);
+    return *app;
+}
+
+const std::string kLedger = "12.03.2011;1047;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;"
+                            "Quittung\r\n13.03.2011;1048;;-135,50;USD;7;;;f\xFCnf;Post;;Porto;Bonn;;Ausgabebeleg\r\n";
+
+std::string readBytes(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+class LedgerWindowsTest : public ::testing::Test
+{
+protected:
+    LedgerWindowsTest() : paths(folder.path())
+    {
+        application();
+        std::filesystem::create_directories(paths.dataFolder());
+        std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
+        settings.set("Options", "Berechnung", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        part = &installLedger(*window, form, settings, paths);
+        part->reportFault = [this](const RunError& error, std::string_view formName) {
+            faults.emplace_back(std::to_string(error.number()) + " " + std::string(formName));
+        };
+    }
+
+    QLabel* label(const char* name) { return window->findChild<QLabel*>(name); }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    test::MemorySettings settings;
+    ReceiptForm form;
+    std::unique_ptr<Quittung> window;
+    LedgerPart* part = nullptr;
+    std::vector<std::string> faults;
+};
+
+TEST_F(LedgerWindowsTest, TheGridShowsTheLedgerOnItsOwnTab)
+{
+    auto* tabs = window->findChild<QTabWidget*>("sevTabStrip1");
+    ASSERT_NE(tabs, nullptr);
+    EXPECT_EQ(tabs->count(), 2);
+    EXPECT_EQ(tabs->tabText(1), "Belegliste");
+    auto* grid = window->findChild<QTableView*>("Grid1");
+    ASSERT_NE(grid, nullptr);
+    auto* model = grid->model();
+    ASSERT_EQ(model->rowCount(), 2);
+    EXPECT_EQ(model->headerData(1, Qt::Horizontal).toString(), "Beleg-Nr.:");
+    EXPECT_EQ(model->index(1, 8).data().toString(), "fünf");
+    EXPECT_EQ(model->index(0, 2).data(Qt::ForegroundRole).value<QColor>(), QColor(0, 255, 0));
+    EXPECT_EQ(model->index(1, 3).data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+    for (int column = 0; column < 15; ++column) {
+        SCOPED_TRACE(column);
+        EXPECT_EQ(grid->isColumnHidden(column), column >= 4);
+    }
+    EXPECT_EQ(grid->currentIndex().row(), 0);
+    EXPECT_EQ(part->operations().buffer()[1], "1047");
+}
+
+TEST_F(LedgerWindowsTest, FilingAndEditingRewriteTheFile)
+{
+    form.setText(F::Text9, "14.03.2011");
+    form.setText(F::Text1, "1049");
+    form.setText(F::Text12, "5,00");
+    form.setIncome(1);
+    part->fileReceipt();
+    auto* grid = window->findChild<QTableView*>("Grid1");
+    EXPECT_EQ(grid->model()->rowCount(), 3);
+    EXPECT_EQ(grid->currentIndex().row(), 0);
+    EXPECT_EQ(readBytes(paths.dataFile("belege.dat")).substr(0, 22), "14.03.2011;1049;5,00;;");
+
+    grid->model()->setData(grid->model()->index(2, 3), "-99,00");
+    EXPECT_THAT(readBytes(paths.dataFile("belege.dat")), HasSubstr("13.03.2011;1048;;-99,00;USD"));
+}
+
+TEST_F(LedgerWindowsTest, RefreshingTheTotalsFillsThePanel)
+{
+    window->findChild<QPushButton*>("Button3")->click();
+    EXPECT_EQ(label("Label21")->text(), "119,00");
+    EXPECT_EQ(label("Label23")->text(), "- 135,50");
+    EXPECT_EQ(label("Label25")->text(), "-16,50");
+    EXPECT_EQ(label("Label28")->text(), "EUR");
+    EXPECT_EQ(label("Label25")->palette().color(QPalette::WindowText), QColor(255, 0, 0));
+
+    // A word typed into an amount cell stops the sum; the labels keep what they showed.
+    part->ledger().setCell(0, 2, "viel");
+    window->findChild<QPushButton*>("Button3")->click();
+    EXPECT_EQ(label("Label21")->text(), "119,00");
+    EXPECT_THAT(faults, ::testing::ElementsAre("13 Quittung"));
+}
+
+TEST_F(LedgerWindowsTest, DeletingOnAnEmptyGridReachesTheErrorTrap)
+{
+    part->ledger().assignRows({}, {});
+    part->runToolbarKey("loeschen");
+    EXPECT_THAT(faults, ::testing::ElementsAre("9 Quittung"));
+}
+
+TEST_F(LedgerWindowsTest, SaveAndOpenGoThroughTheFileCommands)
+{
+    const auto file = folder.path() / "beleg.ZW5";
+    part->askFileName = [&](LedgerPart::FileDialog) { return QString::fromStdString(file.string()); };
+    form.setText(F::Text7, "Größe €");
+    window->action("save")->trigger();
+    EXPECT_EQ(settings.option("Options", "Letzter_Beleg"), file.string());
+    EXPECT_EQ(window->action("men_dat")->text().toStdString(), file.string());
+    form.setText(F::Text7, "");
+    window->action("men_dat")->trigger();
+    EXPECT_EQ(form.text(F::Text7), "Größe €");
+
+    part->askFileName = [&](LedgerPart::FileDialog) { return QString::fromStdString((folder.path() / "x").string()); };
+    window->action("oeffnen")->trigger();
+    EXPECT_THAT(faults, ::testing::ElementsAre("53 Quittung"));
+}
+
+TEST_F(LedgerWindowsTest, PrintedListsReadBackFromThePdf)
+{
+    struct Case
+    {
+        LedgerList kind;
+        const char* title;
+        bool hasIncome;
+        bool hasExpense;
+    };
+    const Case cases[] = {{LedgerList::drucken, "Belegliste", true, true},
+                          {LedgerList::einnahmen_drucken, "Belegliste nur Einnahmen", true, false},
+                          {LedgerList::ausgaben_drucken, "Belegliste nur Ausgaben", false, true}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.title);
+        const auto pdf = folder.path() / "liste.pdf";
+        {
+            QPrinter printer;
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(QString::fromStdString(pdf.string()));
+            printLedgerList(ledgerList(part->ledger(), c.kind), printer);
+        }
+        QProcess pdftotext;
+        pdftotext.start("pdftotext", {"-layout", QString::fromStdString(pdf.string()), "-"});
+        ASSERT_TRUE(pdftotext.waitForFinished(20000));
+        const std::string text = pdftotext.readAllStandardOutput().toStdString();
+        EXPECT_THAT(text, HasSubstr(c.title));
+        EXPECT_THAT(text, ::testing::ContainsRegex("Datum: +Beleg-Nr.: +Einnahme: +Ausgabe:"));
+        EXPECT_THAT(text, ::testing::ContainsRegex("13.03.2011 +1048"));
+        EXPECT_EQ(text.find("119,00") != std::string::npos, c.hasIncome);
+        EXPECT_EQ(text.find("-135,50") != std::string::npos, c.hasExpense);
+        EXPECT_THAT(text, HasSubstr(std::string(134, '-')));
+    }
+}
+
+TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
+{
+    ReportWindow report(window.get(), part->ledger(), paths, part->reportFault);
+    const std::string page = report.browser()->toPlainText().toStdString();
+    EXPECT_THAT(page, HasSubstr("Am 12.03.2011 wurde eine Quittung über 119,00 Euro (Einnahmen) ausgestellt."));
+    EXPECT_THAT(page, HasSubstr("Am 13.03.2011 wurde eine Quittung über -135,50 Euro (Ausgaben) ausgestellt."));
+    EXPECT_THAT(page, HasSubstr("Für : Porto"));
+    EXPECT_EQ(readBytes(paths.dataFile("last.html")), readBytes(paths.dataFile("last.rep")));
+
+    report.resize(600, 400);
+    report.show();
+    QApplication::processEvents();
+    const int narrowBrowser = report.browser()->width();
+    report.resize(1000, 700);
+    QApplication::processEvents();
+    EXPECT_GT(report.browser()->width(), narrowBrowser);
+    for (const char* name : {"xpButton3", "Command1", "xpButton1"}) {
+        SCOPED_TRACE(name);
+        auto* button = report.findChild<QPushButton*>(name);
+        EXPECT_TRUE(report.rect().contains(button->geometry()));
+        EXPECT_GT(button->y(), report.browser()->geometry().bottom());
+    }
+
+    report.findChild<QPushButton*>("Command1")->click();
+    EXPECT_EQ(report.browser()->toPlainText().trimmed(), "");
+    EXPECT_EQ(readBytes(paths.dataFile("last.html")), "\r\n");
+    EXPECT_EQ(part->ledger().rowCount(), 2u);
+}
+
+TEST_F(LedgerWindowsTest, TheTotalWindowsShowTheirPatterns)
+{
+    form.setText(F::Text2, "USD");
+    TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, part->reportFault);
+    EXPECT_EQ(income.label1()->text(), "119,00 USD");
+    income.findChild<QPushButton*>("Button1")->click();
+    EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
+    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, part->reportFault);
+    EXPECT_EQ(expense.label1()->text(), "-135,50 USD");
+    CashBalanceWindow cash(window.get(), part->ledger(), "USD", part->reportFault);
+    auto* balance = cash.findChild<QLabel*>("Label5");
+    EXPECT_EQ(balance->text(), "--16,50 USD");
+    EXPECT_EQ(balance->palette().color(QPalette::WindowText), QColor(255, 0, 0));
+}
+
+TEST_F(LedgerWindowsTest, TheCurrencyWindowOffersSuggestionsAndStoresTheCode)
+{
+    test::FakeHost host;
+    CurrencyChoice choice(form, settings, host);
+    CurrencyWindow currency(window.get(), choice, paths);
+    EXPECT_EQ(currency.waehr()->text(), "EUR");
+    QStringList offered;
+    for (QAction* action : currency.findChild<QToolButton*>("waehrPopup")->menu()->actions())
+        offered << action->text();
+    EXPECT_TRUE(offered.contains("EUR"));
+    EXPECT_TRUE(offered.contains("USD"));
+    currency.waehr()->setText("CHF");
+    currency.findChild<QPushButton*>("Command4")->click();
+    EXPECT_EQ(form.text(F::Text2), "CHF");
+    EXPECT_EQ(settings.option("Waehrung", "waehr.Text"), "CHF");
+    EXPECT_EQ(currency.result(), QDialog::Accepted);
+}
+
+} // namespace
+} // namespace zw

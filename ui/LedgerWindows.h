@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string_view>
+
+class QLabel;
+class QLineEdit;
+class QPrinter;
+class QPushButton;
+class QTextBrowser;
+
+namespace zw {
+
+class CurrencyChoice;
+class ProgramPaths;
+class ReceiptLedger;
+class RunError;
+class Settings;
+struct PrintedList;
+
+// The error exit of the trapped routines: number, description and the window's name.
+using FaultReporter = std::function<void(const RunError& error, std::string_view formName)>;
+
+// ein1 and aus1: one total with the currency, and the button that sets the carried total to zero.
+class TotalWindow : public QDialog
+{
+public:
+    enum class Kind { Income, Expense };
+    TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger, const std::string& currency,
+                Settings& settings, const FaultReporter& reportFault);
+    QLabel* label1() const { return m_label1; }
+
+private:
+    QLabel* m_label1 = nullptr;
+};
+
+// kassenstand: income, expense and the balance, red below zero.
+class CashBalanceWindow : public QDialog
+{
+public:
+    CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
+                      const FaultReporter& reportFault);
+};
+
+// waehrung1: the currency code with its suggestion list.
+class CurrencyWindow : public QDialog
+{
+public:
+    CurrencyWindow(QWidget* parent, CurrencyChoice& choice, const ProgramPaths& paths);
+    QLineEdit* waehr() const { return m_waehr; }
+
+private:
+    QLineEdit* m_waehr = nullptr;
+};
+
+// report1: the ledger as a page, its print button and the button that empties the page.
+class ReportWindow : public QDialog
+{
+public:
+    ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const ProgramPaths& paths,
+                 const FaultReporter& reportFault);
+    QTextBrowser* browser() const { return m_browser; }
+
+    // How the page reaches a printer; the window asks for one with the print dialog.
+    std::function<void(QTextBrowser&)> printPage;
+
+private:
+    void navigate(const std::string& file);
+
+    QTextBrowser* m_browser = nullptr;
+};
+
+// Prints a ledger list: pieces at tab columns of the font's average character width, the printer's page breaks.
+void printLedgerList(const PrintedList& list, QPrinter& printer);
+
+} // namespace zw
