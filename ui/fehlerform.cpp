@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "app/Version.h"
+#include "core/FormHost.h"
 #include "core/RunError.h"
 #include "core/Settings.h"
 #include "export/rtf/RtfReader.h"
@@ -175,6 +176,16 @@ void reportFault(Quittung& window, const RunError& error, std::string_view formN
     fehlerform form(&window, [&window] { window.unloadAll(); });
     form.setFault(std::to_string(error.number()), error.description(), std::string(formName));
     form.exec();
+}
+
+} // namespace zw
+
+namespace zw {
+
+void showUntrappedFault(FormHost& host, const RunError& error)
+{
+    host.showMessage("Laufzeitfehler '" + std::to_string(error.number()) + "':\r\r" + error.description(),
+                     MessageStyle::Error, kApplicationName);
 }
 
 } // namespace zw

@@ -13,6 +13,7 @@ class QTextEdit;
 
 namespace zw {
 
+class FormHost;
 class Quittung;
 class RunError;
 
@@ -56,5 +57,8 @@ private:
 // The error exit of the routines that report their faults: fills and shows the error window modally. The caller
 // then leaves its routine.
 void reportFault(Quittung& window, const RunError& error, std::string_view formName);
+
+// A fault that no routine traps: the run time's message box with number and description; the program goes on.
+void showUntrappedFault(FormHost& host, const RunError& error);
 
 } // namespace zw

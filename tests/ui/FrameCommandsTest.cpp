@@ -27,6 +27,7 @@
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
 #include "ui/FrameCommands.h"
 #include "ui/Quittung.h"
 #include "ui/ReceiptFormView.h"
@@ -420,6 +421,15 @@ TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStil
     EXPECT_EQ(closer.seen[0], "fehlerform");
     EXPECT_EQ(reportedForm, "optionen");
     EXPECT_EQ(closer.seen[1], "optionen");
+}
+
+TEST(UntrappedFault, ShowsTheRunTimeMessageWithNumberAndDescription)
+{
+    test::FakeHost host;
+    showUntrappedFault(host, RunError::pathNotFound());
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].text, "Laufzeitfehler '76':\r\rPfad nicht gefunden");
+    EXPECT_EQ(host.messages[0].style, MessageStyle::Error);
 }
 
 TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramOnce)
