@@ -498,7 +498,7 @@ private:
     }
 
 public:
-    QSystemTrayIcon* tray() const { return m_tray; }
+    const ReceiptLook& look() const { return m_look; }
 
 private:
     Quittung& m_window;
@@ -521,6 +521,15 @@ void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& setting
 {
     auto* frame = new Frame(window, form, settings, paths);
     frame->setObjectName("frameCommands");
+}
+
+const ReceiptLook* receiptLook(const Quittung& window)
+{
+    for (QObject* child : window.children()) {
+        if (auto* frame = dynamic_cast<Frame*>(child))
+            return &frame->look();
+    }
+    return nullptr;
 }
 
 } // namespace zw
