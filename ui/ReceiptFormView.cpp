@@ -126,8 +126,8 @@ void ReceiptFormView::createWidgets()
         widget->setProperty("zwElement", static_cast<int>(entry.element));
         widget->installEventFilter(this);
         m_widgets[indexOf(entry.element)] = widget;
-        mirrorText(entry.element);
         mirrorFont(entry.element);
+        mirrorText(entry.element);
         widget->setVisible(m_form.isVisible(entry.element));
     }
     if (auto* label1 = m_widgets[indexOf(F::Label1)])
@@ -149,8 +149,10 @@ void ReceiptFormView::mirror(const FormChange& change)
             widget->setVisible(m_form.isVisible(change.element));
         break;
     case FormAspect::Font:
-        for (const auto& entry : receiptLayout())
+        for (const auto& entry : receiptLayout()) {
             mirrorFont(entry.element);
+            mirrorText(entry.element);
+        }
         break;
     case FormAspect::Background:
         m_background = QPixmap(QString::fromStdString(m_paths.resolve(m_form.formBackground()).string()));
@@ -184,8 +186,12 @@ void ReceiptFormView::mirrorText(FormElement element)
         if (plain->toPlainText() != shown)
             plain->setPlainText(shown);
     } else if (auto* label = qobject_cast<QLabel*>(widget)) {
-        if (!isPicture(element))
+        if (!isPicture(element)) {
             label->setText(text);
+            // A one-line caption is never cut: the form's font may be a little wider than the one it was drawn for.
+            if (auto entry = layoutOf(element); entry && !entry->multiLine)
+                label->resize(std::max(entry->widthPixels(), label->sizeHint().width()), entry->heightPixels());
+        }
     }
     m_mirroring = false;
 }
