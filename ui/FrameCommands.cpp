@@ -371,7 +371,9 @@ private:
         connect(button, &QToolButton::clicked, this,
                 [this, button] { m_popup->popup(button->mapToGlobal(QPoint(0, button->height()))); });
         m_menuButton = button;
-        m_bar->installEventFilter(new CornerKeeper(button, m_bar));
+        auto* keeper = new CornerKeeper(button, m_bar);
+        m_bar->installEventFilter(keeper);
+        keeper->place(m_bar);
     }
 
     // Keeps the menu button in the shortcut bar's lower right corner.
@@ -381,13 +383,18 @@ private:
         CornerKeeper(QWidget* button, QWidget* bar) : QObject(bar), m_button(button) {}
         bool eventFilter(QObject* watched, QEvent* event) override
         {
-            if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
-                auto* bar = static_cast<QWidget*>(watched);
-                m_button->move(bar->width() - m_button->sizeHint().width() - 2,
-                               bar->height() - m_button->sizeHint().height() - 2);
-                m_button->raise();
-            }
+            if (event->type() == QEvent::Resize || event->type() == QEvent::Show ||
+                event->type() == QEvent::LayoutRequest)
+                place(static_cast<QWidget*>(watched));
             return false;
+        }
+
+        void place(QWidget* bar)
+        {
+            m_button->resize(m_button->sizeHint());
+            m_button->move(bar->width() - m_button->width() - 2, bar->height() - m_button->height() - 2);
+            m_button->show();
+            m_button->raise();
         }
 
     private:

@@ -336,6 +336,14 @@ TEST_F(FrameCommandsTest, ShortcutBarPopupShowsMoreAndFewerGroups)
     ASSERT_NE(bar, nullptr);
     ASSERT_NE(popup, nullptr);
     ASSERT_EQ(bar->count(), 5);
+    auto* button = bar->findChild<QToolButton*>("ShortcutBar1_menu");
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_TRUE(bar->rect().contains(button->geometry())) << "the menu button sits in the bar's corner";
+    EXPECT_EQ(bar->childAt(button->geometry().center()), button) << "nothing covers it";
+    button->click();
+    EXPECT_TRUE(popup->isVisible());
+    popup->close();
     auto entry = [&](const char* name) { return popup->findChild<QAction*>(name); };
     entry("mnuPopup_0")->trigger();
     EXPECT_EQ(bar->count(), 5) << "no more than the five groups";
