@@ -10,6 +10,7 @@ namespace zw::cli {
 std::span<const CliCommand> commands();
 
 int runInfo(CliContext& context);
+int runLedger(CliContext& context);
 int runWords(CliContext& context);
 int runGross(CliContext& context);
 int runNet(CliContext& context);

@@ -1,0 +1,30 @@
+"""zettelwerk-cli ledger totals against hand-added figures of a mixed ledger."""
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+cli = sys.argv[1]
+with tempfile.TemporaryDirectory() as folder:
+    ledger = Path(folder) / "belege.dat"
+    # Income 119,00 + 1.000,50; expense 135,50 + 12,25 typed without minus; a USD row counts like the others.
+    ledger.write_bytes("12.03.2011;1047;119,00;;EUR;19;;;einhundertneunzehn;Jürgen\r\n"
+                       "13.03.2011;1048;;-135,50;USD\r\n"
+                       "14.03.2011;1049;1.000,50;;EUR\r\n"
+                       "15.03.2011;1050;;12,25;EUR\r\n".encode("cp1252"))
+    config = Path(folder) / "config"
+    config.mkdir()
+    run = subprocess.run([cli, "--config", str(config), "ledger", "totals", str(ledger)], capture_output=True)
+    expected = ["Einnahmen: 1119,50", "Ausgaben: - 147,75", "Differenz: 971,75", "Aktuelle Währung: EUR",
+                "Einnahmen 1119,50 EUR", "Ausgaben -147,75 EUR", "+/- 971,75 EUR"]
+    assert run.returncode == 0, run.stderr
+    assert run.stdout.decode("utf-8").splitlines() == expected, run.stdout.decode("utf-8")
+
+    missing = subprocess.run([cli, "--config", str(config), "ledger", "totals", str(Path(folder) / "fehlt.dat")],
+                             capture_output=True)
+    assert missing.returncode == 1 and "Datei nicht gefunden" in missing.stderr.decode("utf-8"), missing
+
+    ledger.write_bytes(b"1;2;zehn;\r\n")
+    word = subprocess.run([cli, "--config", str(config), "ledger", "totals", str(ledger)], capture_output=True)
+    assert word.returncode == 1 and "Typen unvertr" in word.stderr.decode("utf-8"), word
+print("ok")
