@@ -12,6 +12,7 @@
 
 #include "app/TextFile.h"
 #include "core/RunError.h"
+#include "ledger/Currency.h"
 #include "print/ReceiptLayout.h"
 
 namespace zw {
@@ -211,6 +212,7 @@ bool generateDistribution(const fs::path& folder)
     ok &= save(receiptForm(TaxFields::Shown), folder / "hintergrund" / "quittung_leer.jpg", "JPG", 92);
     ok &= save(receiptForm(TaxFields::Hidden), folder / "hintergrund" / "quittung_steueraus.jpg", "JPG", 92);
     ok &= writeHelp(folder / "hilfe");
+    ok &= writeLines(folder / "daten" / "waehrung.dat", defaultCurrencySuggestions());
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     return ok;
 }
