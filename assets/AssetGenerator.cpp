@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/TextFile.h"
+#include "assets/PrintAssets.h"
 #include "core/RunError.h"
 #include "ledger/Currency.h"
 #include "print/ReceiptLayout.h"
@@ -214,6 +215,7 @@ bool generateDistribution(const fs::path& folder)
     ok &= writeHelp(folder / "hilfe");
     ok &= writeLines(folder / "daten" / "waehrung.dat", defaultCurrencySuggestions());
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
+    ok &= generatePrintAssets(folder);
     return ok;
 }
 

@@ -49,7 +49,8 @@ bool isCheckable(std::string_view name)
         "einna",       "ausga",        "steueran",      "steueraus",         "eur",          "waehrungfestlegen",
         "spr_deutsch", "spr_englisch", "schriftarial",  "schrift",           "xpdesign",     "office2003er",
         "office2007er", "vbstudio05",  "flat_button",   "office_button",     "office2003_button",
-        "xp_button",   "vista_button", "ausstellerein", "einfst"};
+        "xp_button",   "vista_button", "ausstellerein", "einfst",
+        "austeller_ent", "entfst"};
     for (auto name2 : kCheckable) {
         if (name2 == name)
             return true;
@@ -556,6 +557,23 @@ void Quittung::setWindowBackground(const std::string& programPath)
     colours.setBrush(QPalette::Window, QBrush(picture));
     m_central->setAutoFillBackground(true);
     m_central->setPalette(colours);
+}
+
+void Quittung::setStartPart(const std::string& name, std::function<void()> part)
+{
+    m_startParts[name] = std::move(part);
+}
+
+void Quittung::ausstellerein()
+{
+    if (auto found = m_startParts.find("ausstellerein"); found != m_startParts.end())
+        found->second();
+}
+
+void Quittung::einfst()
+{
+    if (auto found = m_startParts.find("einfst"); found != m_startParts.end())
+        found->second();
 }
 
 void Quittung::showRulers(bool visible)

@@ -57,6 +57,11 @@ public:
     void applyMenuDesign(int styleNumber) override;
     void applyButtonStyle(int styleNumber) override;
     void setLastFileCaption(const std::string& caption) override;
+    void ausstellerein() override;
+    void einfst() override;
+
+    // What the start runs to switch the logo and the signature on; the picture commands register it.
+    void setStartPart(const std::string& name, std::function<void()> part);
 
     // The three ways out end here: unload every window once.
     void unloadAll();
@@ -89,6 +94,7 @@ private:
     std::map<std::string, QAction*> m_actions;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, std::function<void()>> m_openers;
+    std::map<std::string, std::function<void()>> m_startParts;
     QPixmap* m_windowBackground = nullptr;
     // Shortcut bar controls mirrored from the model.
     QCheckBox* m_saveCheck = nullptr;

@@ -7,6 +7,7 @@
 #include "core/ReceiptForm.h"
 #include "ui/FrameCommands.h"
 #include "ui/FrmSplash1.h"
+#include "ui/PrintCommands.h"
 #include "ui/LedgerCommands.h"
 #include "ui/Quittung.h"
 
@@ -34,6 +35,7 @@ int main(int argc, char** argv)
     zw::Quittung window(form, settings, paths);
     zw::installLedger(window, form, settings, paths);
     zw::installFrameCommands(window, form, settings, paths);
+    zw::installPrinting(window, form, settings, paths, {});
     window.logic().load();
     window.show();
     return QApplication::exec();

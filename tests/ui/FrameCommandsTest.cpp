@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QSystemTrayIcon>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -69,19 +70,20 @@ public slots:
     void open(const QUrl& url) { urls.push_back(url.toString()); }
 };
 
-// Closes every modal window that opens, noting its object name, as a user pressing Escape would.
+// Closes every modal window that opens, noting its object name, as a user pressing Escape would. `inspect` looks at
+// each first and returns false to leave the closing to itself.
 class ModalCloser
 {
 public:
-    explicit ModalCloser(std::function<void(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
+    explicit ModalCloser(std::function<bool(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
     {
         QObject::connect(&m_timer, &QTimer::timeout, [this] {
             QWidget* modal = QApplication::activeModalWidget();
             if (modal == nullptr)
                 return;
             seen.push_back(modal->objectName().isEmpty() ? modal->metaObject()->className() : modal->objectName());
-            if (m_inspect)
-                m_inspect(modal);
+            if (m_inspect && !m_inspect(modal))
+                return;
             if (auto* dialog = qobject_cast<QDialog*>(modal); dialog && dialog->isVisible())
                 dialog->reject();
         });
@@ -91,7 +93,7 @@ public:
 
 private:
     QTimer m_timer;
-    std::function<void(QWidget*)> m_inspect;
+    std::function<bool(QWidget*)> m_inspect;
 };
 
 class FrameCommandsTest : public ::testing::Test
@@ -377,6 +379,17 @@ TEST_F(FrameCommandsTest, TrayAppearsOnMinimiseAndItsMenuReachesItsCommands)
     QApplication::processEvents();
     EXPECT_FALSE(window->isMinimized());
     EXPECT_TRUE(window->isVisible());
+    window->showMinimized();
+    QApplication::processEvents();
+    auto* icon = window->findChild<QSystemTrayIcon*>("sevTray1");
+    ASSERT_NE(icon, nullptr);
+    EXPECT_EQ(icon->toolTip(), "Zettelwerk V6.0.0");
+    emit icon->activated(QSystemTrayIcon::Context);
+    EXPECT_TRUE(window->isMinimized()) << "a right click leaves the window where it is";
+    emit icon->activated(QSystemTrayIcon::DoubleClick);
+    QApplication::processEvents();
+    EXPECT_FALSE(window->isMinimized());
+    EXPECT_FALSE(icon->isVisible()) << "the double click takes the icon away";
     // The tray's exit asks nothing and ends the program.
     ModalCloser closer;
     entry("exit")->trigger();
@@ -392,7 +405,7 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
     bool checked = false;
     ModalCloser closer([&](QWidget* modal) {
         if (modal->objectName() != "optionen" || checked)
-            return;
+            return true;
         checked = true;
         auto* rate = modal->findChild<QLineEdit*>("mwstwert1");
         EXPECT_EQ(rate->text(), "7");
@@ -408,6 +421,7 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
         EXPECT_EQ(ruler->text(), "Lineal deaktiviert");
         screenshot(modal, "optionen");
         modal->findChild<QPushButton*>("abbr")->click();
+        return true;
     });
     window->action("optio")->trigger();
     EXPECT_TRUE(checked);
@@ -418,6 +432,42 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
     EXPECT_FALSE(window->findChild<QWidget*>("Ruler1") && window->findChild<QWidget*>("Ruler1")->isVisible());
 }
 
+TEST_F(FrameCommandsTest, SettingsWindowSaveWritesTheFilesThenShowsTheNotice)
+{
+    open();
+    bool filled = false;
+    ModalCloser closer([&](QWidget* modal) {
+        if (modal->objectName() != "optionen")
+            return true;
+        if (filled)
+            return false; // Save is on its way
+        filled = true;
+        modal->findChild<QRadioButton*>("Option2")->click();
+        auto* rate = modal->findChild<QLineEdit*>("mwstwert1");
+        rate->setText("7");
+        modal->findChild<QLineEdit*>("abstand")->setText("12");
+        modal->findChild<QLineEdit*>("anzahl")->setText("2");
+        modal->findChild<QLineEdit*>("oben")->setText("30");
+        modal->findChild<QLineEdit*>("Text1")->setText("00000100");
+        modal->findChild<QCheckBox*>("checkGB_Berechnung")->setChecked(false);
+        // Clicked after this look returns, so that the notice it opens is seen too.
+        QTimer::singleShot(0, modal->findChild<QPushButton*>("xpButton1"), &QPushButton::click);
+        return false;
+    });
+    window->action("optio")->trigger();
+    auto read = [&](const char* name) {
+        std::ifstream in(paths.dataFile(name), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    EXPECT_EQ(read("mwst.dat"), "7\r\n");
+    EXPECT_EQ(read("druck.dat"), "12\r\n2\r\n30\r\n");
+    EXPECT_EQ(read("nummer.dat"), "00000100\r\n");
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Berechnung", ""), "0");
+    ASSERT_GE(closer.seen.size(), 2u);
+    EXPECT_EQ(closer.seen[1], "NoticeWindow") << "the notice follows Save";
+    EXPECT_EQ(form.text(F::Text1), "00000001") << "the number reaches the form at the next NewReceipt";
+}
+
 TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStillOpens)
 {
     std::ofstream(paths.dataFile("druck.dat"), std::ios::binary) << "10\r\n1\r\n20\r\n5\r\n";
@@ -426,6 +476,7 @@ TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStil
     ModalCloser closer([&](QWidget* modal) {
         if (modal->objectName() == "fehlerform")
             reportedForm = modal->findChild<QLabel*>("Label3")->text();
+        return true;
     });
     window->openWindow("optionen");
     ASSERT_EQ(closer.seen.size(), 2u);

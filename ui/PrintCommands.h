@@ -1,0 +1,17 @@
+#pragma once
+
+#include "print/PrintCommand.h"
+
+namespace zw {
+
+class ProgramPaths;
+class Quittung;
+class ReceiptForm;
+class Settings;
+
+// The print button with its dialog, the copy as picture, the issuer windows, the logo, signature and stamp
+// commands. fileReceipt files a printed receipt in the ledger when Save_Check is on.
+void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
+                     FileReceipt fileReceipt);
+
+} // namespace zw
