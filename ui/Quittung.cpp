@@ -27,11 +27,13 @@
 #include "core/AmountEntry.h"
 #include "core/ReceiptForm.h"
 #include "core/ReceiptTypes.h"
+#include "core/RunError.h"
 #include "print/ReceiptLayout.h"
 #include "ui/MessageDialog.h"
 #include "ui/NoticeWindow.h"
 #include "ui/ReceiptFormView.h"
 #include "ui/Ruler.h"
+#include "ui/fehlerform.h"
 
 namespace zw {
 namespace {
@@ -240,7 +242,14 @@ void Quittung::setCommand(const std::string& name, std::function<void()> handler
     if (target == nullptr)
         return;
     target->setEnabled(true);
-    connect(target, &QAction::triggered, this, [handler = std::move(handler)] { handler(); });
+    // A fault the command does not trap itself ends in the run time's message, and the program goes on.
+    connect(target, &QAction::triggered, this, [this, handler = std::move(handler)] {
+        try {
+            handler();
+        } catch (const RunError& error) {
+            showUntrappedFault(*this, error);
+        }
+    });
 }
 
 void Quittung::registerCommands()

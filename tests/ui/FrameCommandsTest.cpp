@@ -485,6 +485,17 @@ TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStil
     EXPECT_EQ(closer.seen[1], "optionen");
 }
 
+TEST_F(FrameCommandsTest, FaultOfAMenuCommandShowsAMessageAndTheWindowGoesOn)
+{
+    open();
+    window->setCommand("report", [] { throw RunError::fileNotFound(); });
+    ModalCloser closer;
+    window->action("report")->trigger();
+    ASSERT_EQ(closer.seen.size(), 1u);
+    EXPECT_EQ(closer.seen[0], "MessageDialog");
+    EXPECT_TRUE(window->isVisible());
+}
+
 TEST(UntrappedFault, ShowsTheRunTimeMessageWithNumberAndDescription)
 {
     test::FakeHost host;
