@@ -219,12 +219,25 @@ std::string ledgerBytes(const ReceiptLedger& ledger)
     bytes.reserve(total);
     for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
         const std::string& text = ledger.rowText(row);
-        std::size_t start = bytes.size();
-        if (isAscii(text))
-            bytes += text;
-        else
-            bytes += utf8ToCp1252(text);
-        std::replace(bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.end(), '\t', ';');
+        const std::size_t start = bytes.size();
+        bytes += text;
+        // One pass turns tabs into separators and finds whether the row needs the code page at all.
+        bool ascii = true;
+        for (std::size_t i = start; i < bytes.size(); ++i) {
+            char& c = bytes[i];
+            if (c == '\t') {
+                c = ';';
+            } else if (static_cast<unsigned char>(c) >= 0x80) {
+                ascii = false;
+                break;
+            }
+        }
+        if (!ascii) {
+            bytes.resize(start);
+            std::string converted = utf8ToCp1252(text);
+            std::replace(converted.begin(), converted.end(), '\t', ';');
+            bytes += converted;
+        }
         bytes += "\r\n";
     }
     return bytes;
