@@ -10,6 +10,8 @@
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QMenu>
+#include <QTest>
+#include <QToolBar>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -113,6 +115,48 @@ TEST_F(LedgerWindowsTest, FilingAndEditingRewriteTheFile)
 
     grid->model()->setData(grid->model()->index(2, 3), "-99,00");
     EXPECT_THAT(readBytes(paths.dataFile("belege.dat")), HasSubstr("13.03.2011;1048;;-99,00;USD"));
+}
+
+TEST_F(LedgerWindowsTest, ADoubleClickEditsACellAndReturnSavesIt)
+{
+    auto* grid = window->findChild<QTableView*>("Grid1");
+    window->show();
+    window->findChild<QTabWidget*>("sevTabStrip1")->setCurrentIndex(1);
+    QApplication::processEvents();
+    const QRect cell = grid->visualRect(grid->model()->index(0, 1));
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
+    auto* editor = grid->viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    QTest::keyClicks(editor, "2000");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(readBytes(paths.dataFile("belege.dat")).substr(0, 21), "12.03.2011;2000;119,0");
+}
+
+TEST_F(LedgerWindowsTest, ShowTakesTheSelectedRowToTheFormTab)
+{
+    auto* toolbar = window->findChild<QToolBar*>("Coolbar2");
+    ASSERT_NE(toolbar, nullptr);
+    QStringList captions;
+    for (QAction* action : toolbar->actions())
+        captions << action->text();
+    EXPECT_EQ(captions, QStringList({"Anzeigen", "Bearbeiten", "Löschen", "Alle Felder", "Drucken"}));
+    auto* dropDown = qobject_cast<QToolButton*>(toolbar->widgetForAction(toolbar->actions().last()))->menu();
+    ASSERT_NE(dropDown, nullptr);
+    EXPECT_EQ(dropDown->actions().size(), 3);
+    EXPECT_EQ(dropDown->actions().last()->text(), "Gesamte Belegliste löschen");
+
+    auto* grid = window->findChild<QTableView*>("Grid1");
+    auto* tabs = window->findChild<QTabWidget*>("sevTabStrip1");
+    tabs->setCurrentIndex(1);
+    grid->setCurrentIndex(grid->model()->index(1, 0));
+    toolbar->actions().first()->trigger();
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_EQ(form.text(F::Text12), "135,50");
+    EXPECT_EQ(form.text(F::Label1), "Ausgabebeleg");
+    EXPECT_EQ(form.text(F::Text4), "fünf");
 }
 
 TEST_F(LedgerWindowsTest, RefreshingTheTotalsFillsThePanel)
