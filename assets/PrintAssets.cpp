@@ -5,6 +5,7 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <fstream>
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
@@ -106,6 +107,11 @@ bool generatePrintAssets(const fs::path& folder)
     save(stamp("ORIGINAL", QColor(200, 20, 30)), "stempel_original.jpg");
     save(stamp("KOPIE", QColor(20, 50, 170)), "stempel_kopie.jpg");
     ok &= writeTemplate(folder);
+    // The issuer window opens only on an existing file: a new installation starts with an empty issuer.
+    std::error_code error;
+    fs::create_directories(folder / "daten", error);
+    std::ofstream(folder / "daten" / "aussteller.dat", std::ios::binary | std::ios::trunc);
+    ok &= fs::exists(folder / "daten" / "aussteller.dat");
     return ok;
 }
 

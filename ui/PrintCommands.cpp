@@ -12,6 +12,7 @@
 #include "print/IssuerData.h"
 #include "print/PictureCommands.h"
 #include "ui/IssuerWindows.h"
+#include "ui/LedgerCommands.h"
 #include "ui/MessageDialog.h"
 #include "ui/NoticeWindow.h"
 #include "ui/Quittung.h"
@@ -147,6 +148,13 @@ private:
 void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
                      FileReceipt fileReceipt)
 {
+    if (!fileReceipt) {
+        // The ledger part of the window files the row; without one nothing is filed.
+        fileReceipt = [&window](const std::vector<std::string>& row) {
+            if (auto* ledger = window.findChild<LedgerPart*>())
+                ledger->fileReceiptRow(row);
+        };
+    }
     new PrintingPart(window, form, settings, paths, std::move(fileReceipt));
 }
 

@@ -10,7 +10,7 @@ class ReceiptForm;
 class Settings;
 
 // The print button with its dialog, the copy as picture, the issuer windows, the logo, signature and stamp
-// commands. fileReceipt files a printed receipt in the ledger when Save_Check is on.
+// commands. fileReceipt files a printed receipt when Save_Check is on; left empty, the window's ledger part does.
 void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
                      FileReceipt fileReceipt);
 

@@ -1,0 +1,159 @@
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "tests/app/TempFolder.h"
+#include "ui/FrameCommands.h"
+#include "ui/PrintCommands.h"
+#include "ui/Quittung.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+// Answers every modal window that opens: notes its name, lets `inspect` look at it, then closes it.
+class ModalCloser
+{
+public:
+    explicit ModalCloser(std::function<void(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            seen.push_back(dialog->objectName());
+            if (m_inspect)
+                m_inspect(dialog);
+            dialog->reject();
+        });
+        m_timer.start(30);
+    }
+    std::vector<QString> seen;
+
+private:
+    QTimer m_timer;
+    std::function<void(QWidget*)> m_inspect;
+};
+
+class PrintingWindowTest : public ::testing::Test
+{
+protected:
+    PrintingWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        ProgramPaths::install(ZW_DIST_DIR, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+        installPrinting(*window, form, settings, paths, [this](const std::vector<std::string>& row) { filed.push_back(row); });
+        window->logic().load();
+        window->show();
+        form.setText(F::Text12, "119,00");
+        form.setText(F::Text5, "Erika Mustermann");
+    }
+
+    void clickPrint() { QTest::mouseClick(window->findChild<QPushButton*>("xpButton3"), Qt::LeftButton); }
+
+    // Where the screenshots go when ZETTELWERK_SHOT_DIR names a folder; under Xvfb the whole screen is taken.
+    static void screenshot(QWidget* widget, const char* name)
+    {
+        const QByteArray shots = qgetenv("ZETTELWERK_SHOT_DIR");
+        if (shots.isEmpty())
+            return;
+        QTest::qWait(300);
+        QPixmap picture = QGuiApplication::platformName() == "xcb" ? QGuiApplication::primaryScreen()->grabWindow(0)
+                                                                   : widget->grab();
+        picture.save(QString::fromUtf8(shots) + "/" + name + ".png");
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    std::unique_ptr<Quittung> window;
+    std::vector<std::vector<std::string>> filed;
+};
+
+TEST_F(PrintingWindowTest, ThePrintButtonFilesOnceAPressThenOpensTheDialogWithThePicture)
+{
+    form.setSaveCheck(1);
+    ModalCloser closer([](QWidget* dialog) {
+        if (dialog->objectName() == "druckmenue2011")
+            screenshot(dialog, "druckmenue2011");
+    });
+    clickPrint();
+    EXPECT_EQ(closer.seen, std::vector<QString>{"druckmenue2011"});
+    ASSERT_EQ(filed.size(), 1u);
+    EXPECT_EQ(filed[0][2], "119,00");
+    EXPECT_EQ(filed[0][9], "Erika Mustermann");
+    EXPECT_EQ(QImage(QString::fromStdString((paths.tempFolder() / "temp_.bmp").string())).size(), QSize(570, 429));
+
+    // Closing the dialog takes nothing back; a second press files a second row, and the number stays.
+    const std::string number = form.text(F::Text1);
+    clickPrint();
+    EXPECT_EQ(filed.size(), 2u);
+    EXPECT_EQ(form.text(F::Text1), number);
+}
+
+TEST_F(PrintingWindowTest, AMissingTempFolderGivesAMessageFilesNothingAndKeepsTheForm)
+{
+    form.setSaveCheck(1);
+    form.setPrintLayout(PrintLayout::Option4);
+    std::filesystem::remove_all(paths.tempFolder());
+    QString message;
+    ModalCloser closer([&](QWidget* dialog) {
+        if (auto* text = dialog->findChild<QLabel*>("text"))
+            message = text->text();
+    });
+    clickPrint();
+    EXPECT_EQ(closer.seen, std::vector<QString>{"MessageDialog"});
+    EXPECT_TRUE(message.contains("76")) << message.toStdString();
+    EXPECT_TRUE(filed.empty());
+    EXPECT_TRUE(form.isVisible(F::Text12));
+    EXPECT_TRUE(window->findChild<QPushButton*>("xpButton3")->isEnabled());
+}
+
+TEST_F(PrintingWindowTest, F9OpensTheIssuerAndCopyPutsTheFormOnTheClipboard)
+{
+    ModalCloser closer;
+    QAction* entry = window->action("aussetller");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->shortcut(), QKeySequence(Qt::Key_F9));
+    entry->trigger();
+    EXPECT_EQ(closer.seen, std::vector<QString>{"aussteller"});
+    std::filesystem::remove(paths.dataFile("aussteller.dat"));
+    entry->trigger();
+    EXPECT_EQ(closer.seen.back(), "fehlerform") << "a missing issuer file reaches the error window";
+
+    window->action("quikop")->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(570, 429));
+}
+
+TEST_F(PrintingWindowTest, TheStampChoiceReachesThePhotograph)
+{
+    form.setStampChoice(StampChoice::Original);
+    EXPECT_EQ(form.picture(F::Image3), (paths.home() / "stempel_original.jpg").string());
+    ModalCloser closer;
+    clickPrint();
+    QImage photo(QString::fromStdString((paths.tempFolder() / "temp_.bmp").string()));
+    // The red of the "ORIGINAL" stamp inside the stamp field.
+    int red = 0;
+    for (int y = 16; y < 53; ++y)
+        for (int x = 440; x < 556; ++x)
+            red += qRed(photo.pixel(x, y)) > 150 && qGreen(photo.pixel(x, y)) < 90;
+    EXPECT_GT(red, 100);
+}
+
+} // namespace
+} // namespace zw
