@@ -99,17 +99,6 @@ TEST(PrintFields, RunsFailForAnEmptyOrWrongCount)
     }
 }
 
-TEST(PrintFields, QualityCodesMapToRisingResolutions)
-{
-    int last = 0;
-    for (int index = 0; index < 4; ++index) {
-        SCOPED_TRACE(kQualityCaptions[index]);
-        EXPECT_EQ(qualityCode(index), -(index + 1));
-        EXPECT_GT(resolutionOf(qualityCode(index)), last);
-        last = resolutionOf(qualityCode(index));
-    }
-}
-
 TEST_F(PrintJobTest, PutsTheReceiptAtTheChosenMillimetresInItsNaturalSizeOnA4)
 {
     PrintRequest request;
