@@ -214,6 +214,15 @@ void LedgerPart::fileReceipt()
     fileReceiptRow({});
 }
 
+LedgerPart* LedgerPart::of(QObject& window)
+{
+    for (QObject* child : window.children()) {
+        if (auto* part = dynamic_cast<LedgerPart*>(child))
+            return part;
+    }
+    return nullptr;
+}
+
 void LedgerPart::fileReceiptRow(const std::vector<std::string>& fields)
 {
     WaitCursor hourglass;

@@ -27,12 +27,15 @@ class ReceiptForm;
 class Settings;
 
 // The ledger, receipt files, totals, currency and report as parts of the main window. The print command reaches
-// it with window.findChild<LedgerPart*>() and files through fileReceipt or fileReceiptRow.
+// it with LedgerPart::of(window) and files through fileReceipt or fileReceiptRow.
 class LedgerPart : public QObject
 {
 public:
     LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
     ~LedgerPart() override;
+
+    // The window's ledger part, or nullptr. findChild<LedgerPart*> cannot tell it apart: it has no meta-object.
+    static LedgerPart* of(QObject& window);
 
     ReceiptLedger& ledger() { return m_ledger; }
     LedgerOperations& operations() { return m_operations; }

@@ -151,7 +151,7 @@ void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, co
     if (!fileReceipt) {
         // The ledger part of the window files the row; without one nothing is filed.
         fileReceipt = [&window](const std::vector<std::string>& row) {
-            if (auto* ledger = window.findChild<LedgerPart*>())
+            if (auto* ledger = LedgerPart::of(window))
                 ledger->fileReceiptRow(row);
         };
     }

@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <fstream>
@@ -10,7 +11,10 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
+#include "ui/FrameCommands.h"
 #include "ui/FrmSplash1.h"
+#include "ui/LedgerCommands.h"
+#include "ui/PrintCommands.h"
 #include "ui/Quittung.h"
 #include "ui/ReceiptFormView.h"
 
@@ -149,6 +153,36 @@ TEST_F(QuittungWindowTest, ExitAskedAndRefusedKeepsTheWindow)
     });
     window->action("exxxit")->trigger();
     EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumber)
+{
+    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
+    settings.save("Zettelwerk", "Options", "Auto_Save", "1");
+    settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+    std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
+    // Composed as the program composes it.
+    window = std::make_unique<Quittung>(form, settings, paths);
+    installLedger(*window, form, settings, paths);
+    installFrameCommands(*window, form, settings, paths);
+    installPrinting(*window, form, settings, paths, {});
+    window->logic().load();
+    window->show();
+    form.setText(FormElement::Text12, "119,00");
+    form.setText(FormElement::Text5, "Anna Weiß");
+
+    QTimer::singleShot(300, [] {
+        if (QWidget* modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    window->findChild<QPushButton*>("xpButton3")->click();
+
+    auto* ledger = LedgerPart::of(*window);
+    ASSERT_NE(ledger, nullptr);
+    ASSERT_EQ(ledger->ledger().rowCount(), 1u);
+    EXPECT_EQ(form.text(FormElement::Text1), "00000001");
+    EXPECT_TRUE(std::filesystem::exists(paths.dataFile("belege.dat")));
+    EXPECT_TRUE(std::filesystem::exists(paths.tempFolder() / "temp_.bmp"));
 }
 
 } // namespace
