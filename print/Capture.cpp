@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "app/Appearance.h"
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "print/FormFonts.h"
@@ -80,6 +81,30 @@ const QImage& Capture::picture(const std::filesystem::path& file) const
     return found->second.image;
 }
 
+void Capture::drawLook(QPainter& painter, const ReceiptForm& form) const
+{
+    if (auto stampArea = layoutOf(F::Image3); stampArea && !m_look->stampAreaPicture().empty()) {
+        const QImage& image = picture(m_paths.resolve(m_look->stampAreaPicture()));
+        if (!image.isNull())
+            painter.drawImage(QRect(stampArea->leftPixels(), stampArea->topPixels(), stampArea->widthPixels(),
+                                    stampArea->heightPixels()),
+                              image);
+    }
+    if (!m_look->fieldColour())
+        return;
+    // The colour number has blue in its high byte and red in its low one.
+    const std::uint32_t colour = *m_look->fieldColour();
+    const QColor fill(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                      static_cast<int>((colour >> 16) & 0xFF));
+    for (F field : {F::Text1, F::Text2, F::Text3, F::Text10, F::Text11, F::Text12, F::Text5, F::Text6, F::Text7,
+                    F::Text8, F::Text9, F::Text14}) {
+        auto entry = layoutOf(field);
+        if (entry && form.isVisible(field))
+            painter.fillRect(QRect(entry->leftPixels(), entry->topPixels(), entry->widthPixels(), entry->heightPixels()),
+                             fill);
+    }
+}
+
 QImage Capture::operator()(const ReceiptForm& form) const
 {
     QImage photo(kFormWidthPixels, kFormHeightPixels, QImage::Format_RGB32);
@@ -90,6 +115,8 @@ QImage Capture::operator()(const ReceiptForm& form) const
         if (!background.isNull())
             painter.drawImage(0, 0, background);
     }
+    if (m_look != nullptr)
+        drawLook(painter, form);
     painter.setPen(Qt::black);
     // Later entries of the table lie above earlier ones, as the screen stacks them.
     for (const auto& entry : receiptLayout()) {

@@ -11,6 +11,7 @@
 #include "print/Capture.h"
 #include "print/IssuerData.h"
 #include "print/PictureCommands.h"
+#include "ui/FrameCommands.h"
 #include "ui/IssuerWindows.h"
 #include "ui/LedgerCommands.h"
 #include "ui/MessageDialog.h"
@@ -33,6 +34,7 @@ public:
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
+        m_capture.setLook(receiptLook(window));
         if (auto* printButton = window.findChild<QPushButton*>("xpButton3")) {
             printButton->setEnabled(true);
             connect(printButton, &QPushButton::clicked, this, [this] { xpButton3(); });

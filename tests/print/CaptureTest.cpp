@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/Appearance.h"
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
@@ -51,6 +52,23 @@ TEST_F(CaptureTest, HasTheSizeOfTheFormAndItsBackgroundAtTheTopLeft)
     // The four pixels the picture does not cover keep the grey of the area.
     EXPECT_EQ(pixelsOf(photo, QRect(566, 0, 4, 429), qRgb(0xF0, 0xF0, 0xF0)), 4 * 429);
     EXPECT_EQ(pixelsOf(photo, QRect(0, 425, 570, 4), qRgb(0xF0, 0xF0, 0xF0)), 570 * 4);
+}
+
+TEST_F(CaptureTest, TheReceiptColourFillsTheFieldsAndTheStampAreaButNotTheWords)
+{
+    test::writeSolidPicture(paths.backgroundFolder() / "stempel_gruen.bmp", 116, 37, QColor(0, 255, 0));
+    ReceiptLook look;
+    look.setColour(255, "\\hintergrund\\stempel_gruen.bmp"); // red, in the blue-high number form
+    capture.setLook(&look);
+
+    QImage photo = capture(form);
+
+    EXPECT_EQ(pixelsOf(photo, kText12, qRgb(255, 0, 0)), kText12.width() * kText12.height());
+    EXPECT_EQ(pixelsOf(photo, QRect(440, 16, 116, 37), qRgb(0, 255, 0)), 116 * 37);
+    // Text4, the amount in words, keeps its own background.
+    EXPECT_EQ(pixelsOf(photo, QRect(24, 176, 521, 19), qRgb(255, 0, 0)), 0);
+    form.setVisible(F::Text12, false);
+    EXPECT_EQ(pixelsOf(capture(form), kText12, qRgb(255, 0, 0)), 0);
 }
 
 TEST_F(CaptureTest, AMissingBackgroundLeavesTheGreyArea)
