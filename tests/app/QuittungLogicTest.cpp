@@ -45,15 +45,8 @@ protected:
         form.attach(&settings, &host);
     }
 
-    void writeData(const std::string& name, const std::string& bytes)
-    {
-        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
-    }
-    std::string readData(const std::string& name)
-    {
-        std::ifstream in(paths.dataFile(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
+    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
+    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
     test::TempFolder folder;
     ProgramPaths paths;

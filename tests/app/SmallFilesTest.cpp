@@ -16,15 +16,8 @@ class SmallFilesTest : public ::testing::Test
 protected:
     SmallFilesTest() : paths(folder.path()) { std::filesystem::create_directory(paths.dataFolder()); }
 
-    void writeData(const std::string& name, const std::string& bytes)
-    {
-        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
-    }
-    std::string readData(const std::string& name)
-    {
-        std::ifstream in(paths.dataFile(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
+    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
+    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
     test::TempFolder folder;
     ProgramPaths paths;

@@ -24,15 +24,8 @@ protected:
         logoPicture = (folder / "logo.bmp").string();
         test::writeSolidPicture(logoPicture, 313, 97, QColor(0, 0, 200));
     }
-    void writeData(const std::string& name, const std::string& bytes)
-    {
-        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
-    }
-    std::string readData(const std::string& name)
-    {
-        std::ifstream in(paths.dataFile(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
+    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
+    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
     test::TempFolder folder;
     ProgramPaths paths;
