@@ -1,4 +1,5 @@
 #include "ui/Quittung.h"
+#include "ui/FileDialogs.h"
 
 #include <QAction>
 #include <QApplication>
@@ -95,6 +96,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);
+    m_speicherDialog.setPresenter(fileDialogPresenter(this));
 
     m_central = new QWidget(this);
     m_central->setObjectName("centralArea");

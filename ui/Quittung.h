@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "app/CommonDialog.h"
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
 
@@ -69,6 +70,9 @@ public:
     // Windows opened by name; other subsystems register theirs.
     void setWindowOpener(const std::string& name, std::function<void()> opener);
 
+    // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
+    CommonDialog& speicherDialog() { return m_speicherDialog; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -108,6 +112,7 @@ private:
     QSpinBox* m_anzahl = nullptr;
     QSpinBox* m_oben = nullptr;
     bool m_mirroring = false;
+    CommonDialog m_speicherDialog;
 };
 
 } // namespace zw

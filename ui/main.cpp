@@ -5,6 +5,7 @@
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
+#include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/FrmSplash1.h"
 #include "ui/PrintCommands.h"
@@ -36,6 +37,7 @@ int main(int argc, char** argv)
     zw::installLedger(window, form, settings, paths);
     zw::installFrameCommands(window, form, settings, paths);
     zw::installPrinting(window, form, settings, paths, {});
+    zw::installExports(window, form, settings, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

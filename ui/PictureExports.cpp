@@ -1,0 +1,7 @@
+#include "ui/ExportCommands.h"
+
+namespace zw {
+
+void installPictureExports(const ExportContext&) {}
+
+} // namespace zw

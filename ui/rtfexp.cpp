@@ -1,0 +1,7 @@
+#include "ui/ExportCommands.h"
+
+namespace zw {
+
+void installRtfExport(const ExportContext&) {}
+
+} // namespace zw
