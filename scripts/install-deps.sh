@@ -5,12 +5,12 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev libgl-dev
-  libcurl4-openssl-dev libzip-dev
+  libcurl4-openssl-dev libzip-dev zlib1g-dev
   fonts-liberation fonts-liberation2 fonts-dejavu-core
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 if [[ "${1:-}" == "--tests" ]]; then
-  packages+=(qpdf poppler-utils unzip xvfb xauth imagemagick python3 python3-aiosmtpd img2pdf cups printer-driver-cups-pdf)
+  packages+=(qpdf poppler-utils unzip xvfb xauth imagemagick python3 python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui)
 fi
 
 missing=()
