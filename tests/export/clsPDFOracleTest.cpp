@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/app/PeerProgram.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -20,31 +22,8 @@ namespace {
 
 using ::testing::IsEmpty;
 
-struct CommandResult
-{
-    int exitCode = -1;
-    std::string output;
-};
-
-CommandResult run(const std::string& command)
-{
-    CommandResult result;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return result;
-    char buffer[4096];
-    std::size_t count;
-    while ((count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        result.output.append(buffer, count);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
-
-bool toolAvailable(const std::string& tool)
-{
-    return run("command -v " + tool + " >/dev/null 2>&1").exitCode == 0;
-}
+using test::run;
+using test::toolAvailable;
 
 std::vector<std::string> linesOf(const std::string& text)
 {
