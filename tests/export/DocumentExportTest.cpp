@@ -129,7 +129,7 @@ TEST_F(PdfExportTest, AFullRunTellsEveryStepAndSavesOnePage)
     EXPECT_TRUE(has(head));
     // Rows of three-byte pixels give the run-length coder no runs to win: the data is raw, 570 * 429 * 3 bytes.
     const auto data = bytes.find(head) + head.size();
-    EXPECT_EQ(bytes.substr(data + 570 * 429 * 3, 18), ">\rEI\rQ\rendstream\r");
+    EXPECT_EQ(bytes.substr(data + 570 * 429 * 3, 17), ">\rEI\rQ\rendstream\r");
 }
 
 TEST_F(PdfExportTest, ACancelledDialogWritesNothingAndKeepsTheOpenButtonOff)
