@@ -22,6 +22,7 @@ namespace {
 
 using ::testing::IsEmpty;
 
+using test::CommandResult;
 using test::run;
 using test::toolAvailable;
 
