@@ -1,10 +1,10 @@
 #include <QApplication>
-#include <QFont>
 #include <QScreen>
 
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
+#include "print/FormFonts.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/FrmSplash1.h"
@@ -17,9 +17,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName("Zettelwerk");
     // The form is laid out for Arial and Courier New; their metric twins keep every text at its width.
-    QFont::insertSubstitution("Arial", "Liberation Sans");
-    QFont::insertSubstitution("Courier New", "Liberation Mono");
-    QFont::insertSubstitution("Verdana", "DejaVu Sans");
+    zw::installFontSubstitutes();
 
     const auto paths = zw::ProgramPaths::locate(QApplication::applicationDirPath().toStdString());
     zw::SettingsStore settings(zw::SettingsStore::defaultFolder());

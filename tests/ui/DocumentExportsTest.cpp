@@ -1,0 +1,138 @@
+// The PDF and XML commands of the composed main window, as a person uses them.
+#include <QAction>
+#include <QApplication>
+#include <QImage>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "tests/app/TempFolder.h"
+#include "ui/ExportCommands.h"
+#include "ui/FrameCommands.h"
+#include "ui/PrintCommands.h"
+#include "ui/Quittung.h"
+#include "ui/export_pdf.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+QStringList linesOf(const QListWidget* list)
+{
+    QStringList lines;
+    for (int row = 0; row < list->count(); ++row)
+        lines << list->item(row)->text();
+    return lines;
+}
+
+class DocumentExportsTest : public ::testing::Test
+{
+protected:
+    DocumentExportsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        ProgramPaths::install(ZW_DIST_DIR, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+        installPrinting(*window, form, settings, paths, [](const std::vector<std::string>&) {});
+        installExports(*window, form, settings, paths);
+        window->logic().load();
+        window->show();
+        form.setText(F::Text12, "119,00");
+        form.setText(F::Text7, "Miete & Nebenkosten");
+    }
+
+    // Triggers the command; `operate` gets the modal window that it opens, which is then closed.
+    void runWithModal(const std::string& command, const std::function<void(export_pdf&)>& operate)
+    {
+        bool seen = false;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = dynamic_cast<export_pdf*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            seen = true;
+            operate(*dialog);
+            dialog->findChild<QPushButton*>("xpButton1")->click();
+        });
+        window->action(command)->trigger();
+        EXPECT_TRUE(seen) << "no modal window";
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    std::unique_ptr<Quittung> window;
+};
+
+TEST_F(DocumentExportsTest, PdfCommandCapturesMakesSavesAndOpensTheDocument)
+{
+    const auto target = folder.path() / "Quittung 42.pdf";
+    std::vector<QUrl> opened;
+    runWithModal("alspdf", [&](export_pdf& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "PDF Export");
+        auto* open = dialog.findChild<QPushButton*>("Command1");
+        EXPECT_FALSE(open->isEnabled());
+        dialog.openUrl = [&](const QUrl& url) { opened.push_back(url); };
+        dialog.speicherDialog().setPresenter([&](const CommonDialog&, bool) { return target.string(); });
+        dialog.findChild<QPushButton*>("cmdGo")->click();
+        EXPECT_EQ(linesOf(dialog.findChild<QListWidget*>("lstLog")),
+                  QStringList({"Los gehts...", "Seite 1 begonnen...", "Seite 1 beendet.", "Fertig!"}));
+        ASSERT_TRUE(open->isEnabled());
+        open->click();
+        dialog.findChild<QToolButton*>("Image4")->click();
+    });
+    const QImage capture(QString::fromStdString((paths.home() / "temp.bmp").string()));
+    EXPECT_EQ(capture.size(), QSize(570, 429)) << "the capture stays as temp.bmp";
+    EXPECT_EQ(test::readBytes(target).substr(0, 8), "%PDF-1.1");
+    ASSERT_EQ(opened.size(), 2u);
+    EXPECT_EQ(opened[0], QUrl::fromLocalFile(QString::fromStdString(target.string())));
+    EXPECT_EQ(opened[1], QUrl(export_pdf::kReaderDownloadPage));
+}
+
+TEST_F(DocumentExportsTest, CancellingThePdfDialogWritesNothingAndLeavesOpeningOff)
+{
+    runWithModal("alspdf", [&](export_pdf& dialog) {
+        dialog.speicherDialog().setPresenter([](const CommonDialog&, bool) { return std::nullopt; });
+        dialog.findChild<QPushButton*>("cmdGo")->click();
+        EXPECT_EQ(linesOf(dialog.findChild<QListWidget*>("lstLog")),
+                  QStringList({"Los gehts...", "Seite 1 begonnen..."}));
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("Command1")->isEnabled());
+    });
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        EXPECT_NE(entry.path().extension(), ".pdf") << entry.path();
+}
+
+TEST_F(DocumentExportsTest, XmlCommandWritesThroughTheWindowsSharedDialog)
+{
+    const auto target = folder.path() / "q.xml";
+    int shown = 0;
+    std::optional<std::string> answer = target.string();
+    window->speicherDialog().setPresenter([&](const CommonDialog& dialog, bool saving) {
+        ++shown;
+        EXPECT_TRUE(saving);
+        EXPECT_EQ(dialog.Filter, "XML Datei (*.XML)|*.XML");
+        return answer;
+    });
+    window->action("alsxml")->trigger();
+    const std::string written = test::readBytes(target);
+    EXPECT_NE(written.find("     Miete & Nebenkosten\r\n"), std::string::npos);
+    EXPECT_NE(written.find("     119,00\r\n"), std::string::npos);
+
+    // Cancelled later, the dialog still holds the first name, and the export goes there again.
+    std::filesystem::remove(target);
+    answer = std::nullopt;
+    window->action("alsxml")->trigger();
+    EXPECT_EQ(shown, 2);
+    EXPECT_TRUE(std::filesystem::exists(target));
+}
+
+} // namespace
+} // namespace zw
