@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "export/cDIBSection.h"
+
+namespace zw {
+
+// The bytes of a 24-bit bitmap file of the surface: a 54-byte header, then its bits as they lie in memory.
+// Throws RunError 481 for a surface without a section.
+std::string bitmapFileBytes(const cDIBSection& surface);
+
+// Writes those bytes whole (temporary file and rename). Throws RunError as writeFileAtomically does.
+void saveBitmapFile(const cDIBSection& surface, const std::filesystem::path& path);
+
+// A bitmap file read into a surface. Throws RunError as readBitmapFile does.
+cDIBSection loadBitmapFile(const std::filesystem::path& path);
+cDIBSection parseBitmapBytes(std::string_view bytes);
+
+} // namespace zw
