@@ -1,7 +1,5 @@
 #include "ui/PrintCommands.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QObject>
 #include <QPushButton>
 
@@ -15,7 +13,6 @@
 #include "ui/IssuerWindows.h"
 #include "ui/LedgerCommands.h"
 #include "ui/MessageDialog.h"
-#include "ui/NoticeWindow.h"
 #include "ui/Quittung.h"
 #include "ui/druckmenue2011.h"
 #include "ui/fehlerform.h"
@@ -43,7 +40,6 @@ public:
             switchIssuer->setEnabled(true);
             connect(switchIssuer, &QPushButton::clicked, this, [this] { m_window.openWindow("aussteller_pro"); });
         }
-        window.setCommand("quikop", [this] { quikop(); });
         window.setCommand("aussetller", [this] { m_window.openWindow("aussteller"); });
         window.setWindowOpener("aussteller", [this] { openAussteller(); });
         window.setWindowOpener("aussteller_pro", [this] {
@@ -101,13 +97,6 @@ private:
         dialog.reportFault = [this](const RunError& error) { reportFault(m_window, error, "druckmenue2011"); };
         dialog.exec();
         m_printer = dialog.chosenPrinter();
-    }
-
-    void quikop()
-    {
-        NoticeWindow::run(&m_window, Notice::kopieren1);
-        QGuiApplication::clipboard()->clear();
-        QGuiApplication::clipboard()->setImage(m_capture(m_form));
     }
 
     void openAussteller()

@@ -13,6 +13,8 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
+#include "print/Capture.h"
+#include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/PrintCommands.h"
 #include "ui/Quittung.h"
@@ -57,6 +59,7 @@ protected:
         window = std::make_unique<Quittung>(form, settings, paths);
         installFrameCommands(*window, form, settings, paths);
         installPrinting(*window, form, settings, paths, [this](const std::vector<std::string>& row) { filed.push_back(row); });
+        installPictureExports({*window, form, settings, paths, [this] { return capture(form); }});
         window->logic().load();
         window->show();
         form.setText(F::Text12, "119,00");
@@ -81,6 +84,7 @@ protected:
     ProgramPaths paths;
     SettingsStore settings;
     ReceiptForm form;
+    Capture capture{paths};
     std::unique_ptr<Quittung> window;
     std::vector<std::vector<std::string>> filed;
 };
