@@ -1,52 +1,13 @@
-#include <QGuiApplication>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
 #include <filesystem>
 
-#include "app/ProgramPaths.h"
-#include "core/ReceiptForm.h"
 #include "print/Capture.h"
-#include "print/FormFonts.h"
 #include "print/PrintCommand.h"
+#include "bench/ReceiptFixture.h"
 
 namespace {
 
-using zw::FormElement;
-
-// A filled receipt on the distribution's background, as the print button photographs it.
-struct Fixture
-{
-    Fixture()
-        : folder(std::filesystem::temp_directory_path() / "zw-capture-bench"),
-          paths(folder)
-    {
-        std::filesystem::create_directories(paths.backgroundFolder());
-        std::filesystem::create_directories(paths.tempFolder());
-        if (const char* dist = std::getenv("ZETTELWERK_DIST")) {
-            std::error_code ignored;
-            std::filesystem::copy(std::filesystem::path(dist) / "hintergrund", paths.backgroundFolder(),
-                                  std::filesystem::copy_options::overwrite_existing, ignored);
-        }
-        form.setFormBackground("\\hintergrund\\quittung_leer.jpg");
-        form.setText(FormElement::Text12, "1.234,56");
-        form.setText(FormElement::Text5, "Erika Mustermann, Heidestraße 17, 51147 Köln");
-        form.setText(FormElement::Text7, "Miete für den Monat März einschließlich Nebenkosten");
-        form.setText(FormElement::Text8, "Köln");
-        form.setText(FormElement::Text9, "23.11.2026");
-        form.setText(FormElement::RTFBox, "Muster GmbH\r\nHauptstraße 1\r\n50667 Köln");
-        form.setText(FormElement::Text14, "Kasse 1, Beleg 42");
-    }
-
-    std::filesystem::path folder;
-    zw::ProgramPaths paths;
-    zw::ReceiptForm form;
-};
-
-Fixture& fixture()
-{
-    static Fixture instance;
-    return instance;
-}
+using zw::bench::fixture;
 
 void captureForm(benchmark::State& state)
 {
@@ -66,16 +27,4 @@ BENCHMARK(captureAndWriteBitmap)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    zw::installFontSubstitutes();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    std::error_code ignored;
-    std::filesystem::remove_all(fixture().folder, ignored);
-    return 0;
-}
+int main(int argc, char** argv) { return zw::bench::runBenchmarks(argc, argv); }
