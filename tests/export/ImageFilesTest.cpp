@@ -1,0 +1,302 @@
+#include <QImage>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <random>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "export/DibFile.h"
+#include "export/ImageFiles.h"
+#include "tests/app/TempFolder.h"
+#include "tests/export/PeerPrograms.h"
+
+namespace zw {
+namespace {
+
+struct Message
+{
+    std::string text;
+    std::string title;
+    bool operator==(const Message&) const = default;
+};
+
+struct Recorder
+{
+    std::vector<Message> messages;
+    PictureMessage show()
+    {
+        return [this](std::string_view text, std::string_view title) {
+            messages.push_back({std::string(text), std::string(title)});
+        };
+    }
+};
+
+void PrintTo(const Message& message, std::ostream* out) { *out << message.title << ": " << message.text; }
+
+// A receipt-like picture: white paper, a coloured band, fine noise where the text would be.
+cDIBSection receiptLike()
+{
+    cDIBSection surface;
+    EXPECT_TRUE(surface.Create(570, 429));
+    std::mt19937 random(3);
+    for (int y = 0; y < 429; ++y)
+        for (int x = 0; x < 570; ++x) {
+            cDIBSection::Pixel pixel{255, 255, 255};
+            if (y < 60)
+                pixel = {200, 160, static_cast<std::uint8_t>(x * 255 / 569)};
+            else if (y % 30 < 12 && x > 20 && x < 540)
+                pixel.blue = pixel.green = pixel.red = static_cast<std::uint8_t>(random() % 256);
+            surface.setPixel(x, y, pixel);
+        }
+    return surface;
+}
+
+std::string shellQuote(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
+
+TEST(PictureStatus, ReportTextsFollowTheStatusTable)
+{
+    const struct
+    {
+        int status;
+        const char* report;
+    } rows[] = {
+        {1, "Generic Error. GDI+ Error:1"},         {2, "Invalid Parameter. GDI+ Error:2"},
+        {7, "Win32 Error. GDI+ Error:7"},           {10, "File Not Found. GDI+ Error:10"},
+        {12, "Access Denied. GDI+ Error:12"},       {13, "Unknown Image Format. GDI+ Error:13"},
+        {17, "Unsupported Gdiplus Version. GDI+ Error:17"}, {18, "Gdiplus Not Initialized. GDI+ Error:18"},
+        {20, "Property Not Supported. GDI+ Error:20"}, {21, "Unknown GDI+ Error. GDI+ Error:21"},
+        {42, "Unknown GDI+ Error. GDI+ Error:42"},  {-5, "Unknown GDI+ Error. GDI+ Error:-5"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.status);
+        Recorder recorder;
+        EXPECT_EQ(reportStatus(row.status, recorder.show()), row.status);
+        EXPECT_THAT(recorder.messages, ::testing::ElementsAre(Message{row.report, "GDI Error"}));
+    }
+    Recorder recorder;
+    EXPECT_EQ(reportStatus(0, recorder.show()), 0);
+    EXPECT_TRUE(recorder.messages.empty()) << "success passes silently";
+}
+
+TEST(PictureFiles, JpegQualityZeroAndHundredAreValidFilesOfClearlyDifferentSize)
+{
+    test::TempFolder folder;
+    const cDIBSection picture = receiptLike();
+    std::map<int, std::uintmax_t> sizes;
+    for (int quality : {0, 100, -20, 250}) {
+        SCOPED_TRACE(quality);
+        const auto file = folder / ("q" + std::to_string(quality) + ".jpg");
+        ASSERT_EQ(savePictureFile(picture, file, PictureFormat::Jpeg, quality), 0);
+        int status = -1;
+        // ImageMagick estimates the quality from the file's quantisation tables.
+        const std::string described =
+            test::runPeer("/usr/bin/identify -regard-warnings -format '%m %w %h %Q' " + shellQuote(file) + " 2>&1",
+                          &status);
+        ASSERT_EQ(status, 0) << described;
+        const int clamped = std::clamp(quality, 0, 100);
+        EXPECT_THAT(described, ::testing::StartsWith("JPEG 570 429 "));
+        const int estimated = std::stoi(described.substr(described.rfind(' ') + 1));
+        if (clamped == 100)
+            EXPECT_GE(estimated, 98);
+        else
+            EXPECT_LE(estimated, 5);
+        sizes[clamped] = std::filesystem::file_size(file);
+    }
+    EXPECT_GT(sizes[100], 4 * sizes[0]);
+}
+
+TEST(PictureFiles, PngHoldsThePixelsExactlyAsPythonReadsThem)
+{
+    test::TempFolder folder;
+    const cDIBSection picture = receiptLike();
+    const auto file = folder / "beleg.png";
+    ASSERT_EQ(savePictureFile(picture, file, PictureFormat::Png), 0);
+    int status = -1;
+    const std::string rgb = test::runPeer(
+        "/usr/bin/python3 -c \"import sys; from PIL import Image; im = Image.open(sys.argv[1]); "
+        "sys.stdout.write(im.format + ' ' + im.mode + '\\n'); sys.stdout.flush(); "
+        "sys.stdout.buffer.write(im.convert('RGB').tobytes())\" " + shellQuote(file),
+        &status);
+    ASSERT_EQ(status, 0);
+    const auto newline = rgb.find('\n');
+    ASSERT_NE(newline, std::string::npos);
+    EXPECT_EQ(rgb.substr(0, newline), "PNG RGB");
+    const std::string pixels = rgb.substr(newline + 1);
+    ASSERT_EQ(pixels.size(), 570u * 429 * 3);
+    int wrong = 0;
+    for (int y = 0; y < 429; ++y)
+        for (int x = 0; x < 570; ++x) {
+            const auto at = static_cast<std::size_t>((y * 570 + x) * 3);
+            const auto expected = picture.pixel(x, y);
+            wrong += static_cast<std::uint8_t>(pixels[at]) != expected.red ||
+                     static_cast<std::uint8_t>(pixels[at + 1]) != expected.green ||
+                     static_cast<std::uint8_t>(pixels[at + 2]) != expected.blue;
+        }
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(PictureFiles, TheEncoderIsTheFirstOfTheTableWhoseMimeTypeMatchesInAnyCase)
+{
+    test::TempFolder folder;
+    PictureSession session([] {
+        return std::vector<ImageEncoder>{{"image/png", "png"}, {"IMAGE/JPEG", "jpeg"}, {"image/jpeg", "bmp"}};
+    });
+    ASSERT_EQ(session.startup(), 0);
+    Recorder recorder;
+    const auto file = folder / "x.jpg";
+    EXPECT_EQ(savePicture(session, receiptLike(), file, PictureFormat::Jpeg, 50, recorder.show()), 0);
+    EXPECT_EQ(test::runPeer("/usr/bin/identify -format '%m' " + shellQuote(file)), "JPEG");
+    EXPECT_TRUE(recorder.messages.empty());
+}
+
+TEST(PictureFiles, FailuresReachTheErrorReportAndLeaveNoFileBehind)
+{
+    test::TempFolder folder;
+    std::filesystem::create_directory(folder / "locked");
+    std::filesystem::permissions(folder / "locked", std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    // The superuser writes into any folder; a kernel folder refuses even it.
+    const std::filesystem::path unwritable =
+        ::geteuid() == 0 ? std::filesystem::path("/sys") : folder / "locked";
+    const struct
+    {
+        const char* name;
+        std::vector<ImageEncoder> encoders;
+        cDIBSection picture;
+        std::filesystem::path target;
+        int status;
+        Message message;
+    } rows[] = {
+        {"missing folder", installedEncoders(), receiptLike(), folder / "nirgends" / "a.png", 10,
+         {"File Not Found. GDI+ Error:10", "GDI Error"}},
+        {"unwritable folder", installedEncoders(), receiptLike(), unwritable / "a.png", 12,
+         {"Access Denied. GDI+ Error:12", "GDI Error"}},
+        {"no picture", installedEncoders(), cDIBSection(), folder / "a.png", 2,
+         {"Invalid Parameter. GDI+ Error:2", "GDI Error"}},
+        {"no PNG encoder", {{"image/jpeg", "jpeg"}}, receiptLike(), folder / "a.png", PictureStatus::NoEncoder,
+         {"Konnte keinen passenden Encoder ermitteln.", "Encoder Error"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        PictureSession session([&] { return row.encoders; });
+        ASSERT_EQ(session.startup(), 0);
+        Recorder recorder;
+        EXPECT_EQ(savePicture(session, row.picture, row.target, PictureFormat::Png, 85, recorder.show()), row.status);
+        EXPECT_THAT(recorder.messages, ::testing::ElementsAre(row.message));
+        EXPECT_FALSE(std::filesystem::exists(row.target));
+        EXPECT_EQ(pictureFailureText(row.status), row.message.text);
+    }
+}
+
+TEST(PictureFiles, AFullDiskIsAWin32ErrorAndKeepsTheEarlierFile)
+{
+    test::TempFolder folder;
+    const auto disk = folder / "disk";
+    std::filesystem::create_directory(disk);
+    if (::mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "a small disk needs the right to mount one";
+    const auto file = disk / "beleg.jpg";
+    test::writeBytes(file, "earlier");
+    Recorder recorder;
+    PictureSession session;
+    ASSERT_EQ(session.startup(), 0);
+    // Noise at the highest quality is far larger than the 64 kB disk.
+    cDIBSection noise;
+    ASSERT_TRUE(noise.Create(570, 429));
+    noise.RandomiseBits();
+    const int status = savePicture(session, noise, file, PictureFormat::Jpeg, 100, recorder.show());
+    const std::string left = test::readBytes(file);
+    const auto entries = std::distance(std::filesystem::directory_iterator(disk), {});
+    ::umount(disk.c_str());
+    EXPECT_EQ(status, 7);
+    EXPECT_THAT(recorder.messages, ::testing::ElementsAre(Message{"Win32 Error. GDI+ Error:7", "GDI Error"}));
+    EXPECT_EQ(left, "earlier");
+    EXPECT_EQ(entries, 1) << "no temporary file stays behind";
+}
+
+TEST(PictureSession, StartsOnlyWithAnEncoderAndForgetsThemOnShutdown)
+{
+    PictureSession none([] { return std::vector<ImageEncoder>{}; });
+    EXPECT_EQ(none.startup(), PictureStatus::GenericError);
+    EXPECT_FALSE(none.ready());
+    PictureSession installed;
+    EXPECT_FALSE(installed.ready());
+    ASSERT_EQ(installed.startup(), 0);
+    EXPECT_TRUE(installed.ready());
+    EXPECT_TRUE(installed.encoderFor("image/jpeg"));
+    EXPECT_TRUE(installed.encoderFor("Image/PNG"));
+    installed.shutdown();
+    EXPECT_FALSE(installed.ready());
+    EXPECT_FALSE(installed.encoderFor("image/png"));
+}
+
+TEST(LoadPicturePlus, ReadsWhatPythonWroteAndReportsWhatItCannotRead)
+{
+    test::TempFolder folder;
+    const auto written = folder / "python.png";
+    int status = -1;
+    test::runPeer("/usr/bin/python3 -c \"import sys; from PIL import Image; im = Image.new('RGB', (3, 2), (10, 20, 30)); "
+                  "im.putpixel((2, 1), (200, 100, 50)); im.save(sys.argv[1])\" " + shellQuote(written),
+                  &status);
+    ASSERT_EQ(status, 0);
+    Recorder recorder;
+    const cDIBSection picture = loadPicturePlus(written, recorder.show());
+    ASSERT_EQ(picture.Width(), 3);
+    ASSERT_EQ(picture.Height(), 2);
+    EXPECT_EQ(picture.pixel(0, 0), (cDIBSection::Pixel{30, 20, 10}));
+    EXPECT_EQ(picture.pixel(2, 1), (cDIBSection::Pixel{50, 100, 200}));
+    EXPECT_TRUE(recorder.messages.empty());
+
+    test::writeBytes(folder / "kaputt.png", "\x89PNG\r\n\x1a\n but not a picture");
+    const struct
+    {
+        const char* name;
+        std::filesystem::path file;
+        const char* report;
+    } rows[] = {
+        {"missing file", folder / "fehlt.bmp", "File Not Found. GDI+ Error:10"},
+        {"broken file", folder / "kaputt.png", "Unknown Image Format. GDI+ Error:13"},
+        {"a folder", folder.path(), "Generic Error. GDI+ Error:1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Recorder failures;
+        EXPECT_EQ(loadPicturePlus(row.file, failures.show()).hDib(), 0u);
+        EXPECT_THAT(failures.messages, ::testing::ElementsAre(Message{row.report, "GDI Error"}));
+    }
+}
+
+TEST(LoadPicturePlus, DamagedFilesGiveAStatusAndNeverACrash)
+{
+    // Every kind of picture the windows may meet, cut and bitten at random.
+    std::vector<std::string> originals;
+    const cDIBSection picture = receiptLike().Resample(60, 80);
+    originals.push_back(bitmapFileBytes(picture));
+    for (auto format : {PictureFormat::Png, PictureFormat::Jpeg}) {
+        std::string bytes;
+        int status = 0;
+        ASSERT_TRUE(encodePicture(picture, format == PictureFormat::Png ? "png" : "jpeg", format, 60, bytes, status));
+        originals.push_back(bytes);
+    }
+    std::mt19937 random(17);
+    int read = 0;
+    for (const std::string& original : originals) {
+        for (int round = 0; round < 150; ++round) {
+            std::string bytes = original;
+            if (round % 3 == 0)
+                bytes.resize(random() % bytes.size());
+            for (int bite = 0; bite < 1 + round % 8 && !bytes.empty(); ++bite)
+                bytes[random() % bytes.size()] = static_cast<char>(random());
+            int status = -1;
+            const cDIBSection result = readPictureBytes(bytes, status);
+            EXPECT_EQ(result.hDib() != 0, status == 0);
+            if (status == 0) {
+                ++read;
+                EXPECT_EQ(result.Width(), 80);
+            }
+        }
+    }
+    SUCCEED() << read << " damaged files still read";
+}
+
+} // namespace
+} // namespace zw
