@@ -28,10 +28,17 @@ void Document::append(std::string text, const CharFormat& format)
     if (paragraphs.empty())
         newParagraph();
     auto& runs = paragraphs.back().runs;
-    if (!runs.empty() && runs.back().format == format)
+    if (!runs.empty() && runs.back().format == format && !runs.back().picture)
         runs.back().text += text;
     else
-        runs.push_back({std::move(text), format});
+        runs.push_back({std::move(text), format, std::nullopt});
+}
+
+void Document::appendPicture(Picture picture, const CharFormat& format)
+{
+    if (paragraphs.empty())
+        newParagraph();
+    paragraphs.back().runs.push_back({{}, format, std::move(picture)});
 }
 
 void Document::newParagraph(Alignment alignment) { paragraphs.push_back({{}, alignment}); }

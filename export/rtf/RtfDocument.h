@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,16 +21,30 @@ struct CharFormat
     bool bold = false;
     bool italic = false;
     bool underline = false;
+    bool strikethrough = false;
     int halfPoints = 24;
     int font = 0;
     int colour = 0;
     bool operator==(const CharFormat&) const = default;
 };
 
+// A picture inside the text, kept as the PNG file it was read or encoded as.
+struct Picture
+{
+    std::string png;
+    int widthPixels = 0;
+    int heightPixels = 0;
+    int goalWidthTwips = 0; // the size on the page; 0 when the source named none
+    int goalHeightTwips = 0;
+    bool operator==(const Picture&) const = default;
+};
+
+// A stretch of text in one format, or a picture: a picture run has no text.
 struct Run
 {
     std::string text; // UTF-8; a tab is '\t', a line break inside the paragraph '\n'
     CharFormat format;
+    std::optional<Picture> picture;
     bool operator==(const Run&) const = default;
 };
 
@@ -63,10 +78,11 @@ struct Document
     int defaultLanguage = 1031;
     bool operator==(const Document&) const = default;
 
-    // The plain text: paragraphs joined by '\n'.
+    // The plain text: paragraphs joined by '\n'; pictures leave no trace.
     std::string plainText() const;
     // Appends a run to the last paragraph, merging it with the run before if the format is the same.
     void append(std::string text, const CharFormat& format);
+    void appendPicture(Picture picture, const CharFormat& format);
     void newParagraph(Alignment alignment = Alignment::Left);
 };
 

@@ -11,7 +11,7 @@
 namespace zw::rtf {
 namespace {
 
-enum class Destination { Text, FontTable, ColourTable, Skip };
+enum class Destination { Text, FontTable, ColourTable, Picture, Skip };
 
 struct State
 {
@@ -37,7 +37,7 @@ void appendUtf8(std::string& out, unsigned codePoint)
 
 bool isSkippedDestination(std::string_view word)
 {
-    static constexpr std::string_view kSkipped[] = {"info",   "stylesheet", "pict",     "header",  "footer",
+    static constexpr std::string_view kSkipped[] = {"info",   "stylesheet", "nonshppict", "header",  "footer",
                                                     "object", "field",      "fldinst",  "xmlnstbl", "listtable",
                                                     "listoverridetable", "rsidtbl", "generator", "themedata"};
     for (auto skipped : kSkipped) {
@@ -62,12 +62,14 @@ public:
                 flushText();
                 m_stack.push_back(m_stack.back());
                 m_groupStart = true;
+                m_starred.reset();
                 continue;
             }
             if (c == '}') {
                 ++m_at;
                 flushText();
                 closeGroup();
+                m_groupStart = false;
                 continue;
             }
             if (c == '\\') {
@@ -86,6 +88,8 @@ public:
             m_pending += c;
         }
         flushText();
+        if (m_picture)
+            finishPicture(); // a source cut off inside the picture still shows what arrived
         if (!m_document.paragraphs.empty() && m_document.paragraphs.back().runs.empty() && m_openParagraph)
             m_document.paragraphs.pop_back();
         return std::move(m_document);
@@ -98,6 +102,8 @@ private:
     {
         if (state().destination == Destination::FontTable && m_font)
             finishFont();
+        if (m_picture && m_stack.size() == m_pictureDepth)
+            finishPicture();
         if (m_stack.size() > 1)
             m_stack.pop_back();
     }
@@ -126,9 +132,46 @@ private:
                 }
             }
             break;
+        case Destination::Picture:
+            pictureHex(text);
+            break;
         case Destination::Skip:
             break;
         }
+    }
+
+    void pictureHex(const std::string& text)
+    {
+        for (char c : text) {
+            int nibble = c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                       : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+            if (nibble < 0)
+                continue; // line ends and blanks between the digits
+            if (m_highNibble < 0) {
+                m_highNibble = nibble;
+            } else {
+                m_picture->data += static_cast<char>((m_highNibble << 4) | nibble);
+                m_highNibble = -1;
+            }
+        }
+    }
+
+    // Only PNG pictures are kept; other kinds (metafiles, device bitmaps, JPEG) are passed over.
+    void finishPicture()
+    {
+        PictureState picture = std::move(*m_picture);
+        m_picture.reset();
+        m_highNibble = -1;
+        if (!picture.png || picture.data.empty())
+            return;
+        Picture result;
+        result.png = std::move(picture.data);
+        result.widthPixels = std::max(0, picture.width);
+        result.heightPixels = std::max(0, picture.height);
+        result.goalWidthTwips = std::max(0, picture.goalWidth);
+        result.goalHeightTwips = std::max(0, picture.goalHeight);
+        ensureParagraph();
+        m_document.appendPicture(std::move(result), m_stack[m_pictureDepth - 2].format);
     }
 
     void ensureParagraph()
@@ -193,14 +236,23 @@ private:
         while (m_at < m_source.size() && std::isdigit(static_cast<unsigned char>(m_source[m_at])))
             ++m_at;
         if (m_at > numberStart && !(m_at == numberStart + 1 && m_source[numberStart] == '-')) {
-            long value = std::stol(std::string(m_source.substr(numberStart, m_at - numberStart)));
-            parameter = static_cast<int>(std::clamp(value, -2147483647L, 2147483647L));
+            // Saturates rather than overflows: a hostile source may give any number of digits.
+            const bool negative = m_source[numberStart] == '-';
+            long long value = 0;
+            for (std::size_t i = numberStart + (negative ? 1 : 0); i < m_at; ++i)
+                value = std::min(value * 10 + (m_source[i] - '0'), 2147483647LL);
+            parameter = static_cast<int>(negative ? -value : value);
         } else {
             m_at = numberStart;
         }
         if (m_at < m_source.size() && m_source[m_at] == ' ')
             ++m_at; // the delimiting blank belongs to the word
+        if (word == "bin") {
+            binary(parameter.value_or(0));
+            return;
+        }
         controlWord(word, parameter);
+        m_starred.reset();
     }
 
     void controlSymbol(char c)
@@ -220,8 +272,10 @@ private:
             takeCharacter("-");
             break;
         case '*':
-            if (m_groupStart)
+            if (m_groupStart) {
+                m_starred = state().destination;
                 state().destination = Destination::Skip;
+            }
             break;
         case '\'': {
             if (m_at + 2 > m_source.size()) {
@@ -244,6 +298,17 @@ private:
         default:
             break;
         }
+    }
+
+    // \binN: N raw bytes follow. They are picture data inside a picture and nothing anywhere else.
+    void binary(int length)
+    {
+        flushText();
+        const std::size_t count = std::min<std::size_t>(static_cast<std::size_t>(std::max(0, length)),
+                                                        m_source.size() - m_at);
+        if (state().destination == Destination::Picture)
+            m_picture->data.append(m_source.substr(m_at, count));
+        m_at += count;
     }
 
     // One character of text, as far as the skip after a \u allows.
@@ -271,6 +336,21 @@ private:
         m_pendingSkip = 0;
         const int value = parameter.value_or(1);
         State& s = state();
+        if (m_starred && word == "shppict") {
+            s.destination = *m_starred; // the picture in its modern form, which this reader knows
+            return;
+        }
+        if (m_groupStart && word == "pict") {
+            if (s.destination == Destination::Text && !m_picture) {
+                flushText();
+                s.destination = Destination::Picture;
+                m_picture = PictureState{};
+                m_pictureDepth = m_stack.size();
+            } else {
+                s.destination = Destination::Skip;
+            }
+            return;
+        }
         if (m_groupStart && isSkippedDestination(word)) {
             s.destination = Destination::Skip;
             return;
@@ -305,6 +385,19 @@ private:
                 m_colour.blue = value;
             return;
         }
+        if (s.destination == Destination::Picture) {
+            if (word == "pngblip")
+                m_picture->png = true;
+            else if (word == "picw")
+                m_picture->width = value;
+            else if (word == "pich")
+                m_picture->height = value;
+            else if (word == "picwgoal")
+                m_picture->goalWidth = value;
+            else if (word == "pichgoal")
+                m_picture->goalHeight = value;
+            return;
+        }
         if (word == "ansicpg") {
             m_document.codePage = value;
             return;
@@ -329,6 +422,8 @@ private:
             s.format.underline = value != 0;
         } else if (word == "ulnone") {
             s.format.underline = false;
+        } else if (word == "strike") {
+            s.format.strikethrough = value != 0;
         } else if (word == "fs") {
             s.format.halfPoints = value;
         } else if (word == "f") {
@@ -379,6 +474,19 @@ private:
     bool m_groupStart = false;
     bool m_openParagraph = false;
     std::optional<Font> m_font;
+    struct PictureState
+    {
+        bool png = false;
+        int width = 0;
+        int height = 0;
+        int goalWidth = 0;
+        int goalHeight = 0;
+        std::string data;
+    };
+    std::optional<PictureState> m_picture;
+    std::size_t m_pictureDepth = 0; // the size of the group stack inside the picture's group
+    int m_highNibble = -1;
+    std::optional<Destination> m_starred; // the destination before a "\*" at a group's start
     int m_fontIndex = -1;
     Colour m_colour;
     bool m_colourStarted = false;

@@ -1,5 +1,6 @@
 #include "export/rtf/RtfWriter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <sstream>
 
@@ -109,8 +110,31 @@ void writeFormatChange(std::ostream& out, const CharFormat& from, const CharForm
         word(to.italic ? "i" : "i0", 0, false);
     if (to.underline != from.underline)
         word(to.underline ? "ul" : "ulnone", 0, false);
+    if (to.strikethrough != from.strikethrough)
+        word(to.strikethrough ? "strike" : "strike0", 0, false);
     if (any)
         out << ' ';
+}
+
+void writePicture(std::ostream& out, const Picture& picture)
+{
+    out << "{\\pict\\pngblip\\picw" << picture.widthPixels << "\\pich" << picture.heightPixels;
+    if (picture.goalWidthTwips > 0 && picture.goalHeightTwips > 0)
+        out << "\\picwgoal" << picture.goalWidthTwips << "\\pichgoal" << picture.goalHeightTwips;
+    static constexpr char kHex[] = "0123456789abcdef";
+    static constexpr std::size_t kBytesPerLine = 64;
+    std::string line;
+    for (std::size_t at = 0; at < picture.png.size(); at += kBytesPerLine) {
+        line.assign("\r\n");
+        const std::size_t end = std::min(picture.png.size(), at + kBytesPerLine);
+        for (std::size_t i = at; i < end; ++i) {
+            const auto byte = static_cast<unsigned char>(picture.png[i]);
+            line += kHex[byte >> 4];
+            line += kHex[byte & 0xF];
+        }
+        out << line;
+    }
+    out << "\r\n}";
 }
 
 const char* alignmentWord(Alignment alignment)
@@ -167,7 +191,10 @@ void writeRtf(const Document& document, std::ostream& out)
         for (const Run& run : paragraph.runs) {
             writeFormatChange(out, current, run.format);
             current = run.format;
-            writeText(out, run.text);
+            if (run.picture)
+                writePicture(out, *run.picture);
+            else
+                writeText(out, run.text);
         }
     }
     if (first)
