@@ -1,0 +1,191 @@
+#include <QDate>
+#include <QGuiApplication>
+#include <QImage>
+
+#include <cstdio>
+#include <ostream>
+#include <string>
+
+#include "app/CommonDialog.h"
+#include "app/ProgramPaths.h"
+#include "app/QuittungLogic.h"
+#include "app/SettingsStore.h"
+#include "app/VendorAddresses.h"
+#include "core/FormHost.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "export/DibFile.h"
+#include "export/ImageFiles.h"
+#include "export/PdfExport.h"
+#include "export/XmlExport.h"
+#include "ledger/ReceiptFile.h"
+#include "print/Capture.h"
+#include "print/FormFonts.h"
+#include "print/PictureCommands.h"
+#include "tools/CliContext.h"
+#include "tools/Commands.h"
+#include "tools/Environment.h"
+
+namespace zw::cli {
+namespace {
+
+// Nobody sits at a script: messages are dropped, questions answered "No", dialogs cancelled.
+class QuietHost : public FormHost
+{
+public:
+    void showMessage(std::string_view, MessageStyle, std::string_view) override {}
+    int confirmQuestion(std::string_view, MessageStyle style, std::string_view) override
+    {
+        return style == MessageStyle::QuestionOkCancel ? kAnswerCancel : kAnswerNo;
+    }
+    std::optional<std::string> askText(std::string_view, MessageStyle, std::string_view, std::string_view) override
+    {
+        return std::nullopt;
+    }
+    void showNotice(Notice) override {}
+    void beep() override {}
+    void openWindow(std::string_view) override {}
+};
+
+// The start switches the logo and the signature on as the window does, failures passed over.
+class StartPictures : public WindowParts
+{
+public:
+    explicit StartPictures(PictureCommands& pictures) : m_pictures(pictures) {}
+    void ausstellerein() override { switchOn(PictureKind::Logo); }
+    void einfst() override { switchOn(PictureKind::Signature); }
+
+private:
+    void switchOn(PictureKind kind)
+    {
+        try {
+            m_pictures.switchOn(kind);
+        } catch (const RunError&) {
+        }
+    }
+    PictureCommands& m_pictures;
+};
+
+enum class ExportFormat { Pdf, Xml, Rtf, Bmp, Png, Jpg };
+
+std::optional<ExportFormat> exportFormatNamed(std::string_view name)
+{
+    static const std::pair<std::string_view, ExportFormat> kNames[] = {
+        {"pdf", ExportFormat::Pdf}, {"xml", ExportFormat::Xml},
+        {"bmp", ExportFormat::Bmp}, {"png", ExportFormat::Png}, {"jpg", ExportFormat::Jpg}};
+    for (const auto& [known, format] : kNames)
+        if (known == name)
+            return format;
+    return std::nullopt;
+}
+
+// The quality bar's start value in the JPEG window.
+constexpr int kDefaultJpegQuality = 85;
+
+std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdString(); }
+
+// A dialog that always answers with the name the script gave.
+void answerWith(CommonDialog& dialog, const std::string& name)
+{
+    dialog.setPresenter([name](const CommonDialog&, bool) { return name; });
+}
+
+int usageError(CliContext& context)
+{
+    context.err << "Aufruf: zettelwerk-cli export pdf|xml|rtf|bmp|png|jpg QUITTUNG.ZW5 ZIELDATEI [--quality 0..100]\n";
+    return 2;
+}
+
+} // namespace
+
+// `export FORMAT RECEIPT.ZW5 OUT`: the program starts as the window does, opens the receipt file, and exports it
+// the way the window's command does, with OUT as the dialog's answer.
+int runExport(CliContext& context)
+{
+    auto& arguments = context.arguments;
+    const auto quality = takeOption(arguments, "--quality");
+    if (arguments.size() != 3)
+        return usageError(context);
+    const auto format = exportFormatNamed(arguments[0]);
+    if (!format)
+        return usageError(context);
+    int jpegQuality = kDefaultJpegQuality;
+    if (quality) {
+        try {
+            std::size_t used = 0;
+            jpegQuality = std::stoi(*quality, &used);
+            if (used != quality->size() || jpegQuality < 0 || jpegQuality > 100)
+                return usageError(context);
+        } catch (const std::exception&) {
+            return usageError(context);
+        }
+    }
+    const std::filesystem::path receipt = arguments[1];
+    const std::string target = arguments[2];
+
+    // The capture draws text: a display-less platform is enough.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    int argc = 1;
+    char name[] = "zettelwerk-cli";
+    char* argv[] = {name, nullptr};
+    // The toolkit's own warnings mean nothing to a script; its stderr carries the program's messages only.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (type == QtCriticalMsg || type == QtFatalMsg)
+            std::fputs((message.toStdString() + "\n").c_str(), stderr);
+    });
+    QGuiApplication application(argc, argv);
+    installFontSubstitutes();
+
+    try {
+        const ProgramPaths paths = programPaths(context);
+        SettingsStore settings(settingsFolder(context));
+        ReceiptForm form;
+        QuietHost host;
+        PictureCommands pictures(form, paths, host);
+        StartPictures parts(pictures);
+        QuittungLogic logic(form, settings, paths, host, parts, today);
+        logic.load();
+        openReceiptFile(receipt, form);
+
+        CommonDialog dialog;
+        answerWith(dialog, target);
+        if (*format == ExportFormat::Xml) {
+            alsxml(dialog, form, vendorAddresses(paths).webHome);
+            return 0;
+        }
+        const cDIBSection picture = surfaceFromImage(Capture(paths)(form));
+        switch (*format) {
+        case ExportFormat::Pdf: {
+            const auto temp = paths.home() / "temp.bmp";
+            saveBitmapFile(picture, temp);
+            PdfExport pdf(temp);
+            if (auto fault = pdf.cmdGo(dialog))
+                throw *fault;
+            return 0;
+        }
+        case ExportFormat::Bmp:
+            saveBitmapFile(picture, target);
+            return 0;
+        case ExportFormat::Png:
+        case ExportFormat::Jpg: {
+            const int status = savePictureFile(picture, target,
+                                               *format == ExportFormat::Png ? PictureFormat::Png : PictureFormat::Jpeg,
+                                               jpegQuality);
+            if (status == PictureStatus::Ok)
+                return 0;
+            context.err << pictureFailureText(status) << "\n";
+            return 1;
+        }
+        case ExportFormat::Rtf:
+        case ExportFormat::Xml:
+            break;
+        }
+        return 0;
+    } catch (const RunError& error) {
+        context.err << "Fehler " << error.number() << ": " << error.description() << "\n";
+        return 1;
+    }
+}
+
+} // namespace zw::cli
