@@ -1,0 +1,309 @@
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "export/DibFile.h"
+#include "print/Capture.h"
+#include "tests/app/TempFolder.h"
+#include "tests/export/PeerPrograms.h"
+#include "ui/ExportCommands.h"
+#include "ui/FrameCommands.h"
+#include "ui/Quittung.h"
+#include "ui/jpg_export.h"
+#include "ui/png_export.h"
+
+namespace zw {
+namespace {
+
+// Lives until the process ends: destroying it among the other statics at exit crashes Qt.
+QApplication& application()
+{
+    static int argc = 1;
+    static char name[] = "zw_picture_window_tests";
+    static char* argv[] = {name, nullptr};
+    static auto* app = new QApplication(argc, argv);
+    return *app;
+}
+
+// Closes every modal window that opens and notes it: its name, and for a message box its title and text.
+class ModalCloser
+{
+public:
+    explicit ModalCloser(std::function<void(QDialog*)> inspect = {}) : m_inspect(std::move(inspect))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            if (auto* text = dialog->findChild<QLabel*>("text"))
+                seen.push_back(dialog->windowTitle() + ": " + text->text());
+            else
+                seen.push_back(dialog->objectName());
+            if (m_inspect)
+                m_inspect(dialog);
+            dialog->reject();
+        });
+        m_timer.start(20);
+    }
+    std::vector<QString> seen;
+
+private:
+    QTimer m_timer;
+    std::function<void(QDialog*)> m_inspect;
+};
+
+// The save dialog's answer, and what the dialog held when it was shown.
+struct DialogAnswer
+{
+    std::optional<std::string> path;
+    int shown = 0;
+    std::string filter, fileName;
+    int flags = -1;
+    bool cancelError = false;
+
+    CommonDialog::Presenter presenter()
+    {
+        return [this](const CommonDialog& dialog, bool forSaving) {
+            EXPECT_TRUE(forSaving);
+            ++shown;
+            filter = dialog.Filter;
+            fileName = dialog.FileName;
+            flags = dialog.Flags;
+            cancelError = dialog.CancelError;
+            return path;
+        };
+    }
+};
+
+// Raw red-green-blue bytes of a picture file as ImageMagick reads it.
+std::string peerPixels(const std::filesystem::path& file)
+{
+    return test::runPeer("/usr/bin/convert '" + file.string() + "' -depth 8 rgb:- 2>/dev/null");
+}
+
+std::string rgbBytes(const QImage& image)
+{
+    const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
+    std::string bytes;
+    for (int y = 0; y < rgb.height(); ++y)
+        bytes.append(reinterpret_cast<const char*>(rgb.constScanLine(y)), static_cast<std::size_t>(rgb.width()) * 3);
+    return bytes;
+}
+
+class PictureExportsTest : public ::testing::Test
+{
+protected:
+    PictureExportsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        application();
+        ProgramPaths::install(ZW_DIST_DIR, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+        installPictureExports({*window, form, settings, paths, [this] { return capture(form); }});
+        window->logic().load();
+        window->show();
+        form.setText(FormElement::Text12, "119,00");
+        form.setText(FormElement::Text5, "Jürgen Weiß");
+    }
+
+    // The hand-over file as the main window leaves it.
+    std::filesystem::path handOver()
+    {
+        const auto file = paths.home() / "temp.bmp";
+        saveBitmapFile(surfaceFromImage(capture(form)), file);
+        return file;
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    Capture capture{paths};
+    std::unique_ptr<Quittung> window;
+};
+
+TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveAndItsLabelFollowsTheBarAlsoWhileDragging)
+{
+    jpg_export dialog(handOver(), window.get());
+    EXPECT_EQ(dialog.windowTitle(), "Quittung als JPG-Datei exportieren...");
+    EXPECT_EQ(dialog.findChild<QLabel*>("Label21")->text(), "Bitte wählen Sie die Qualität und Größe der JPG Datei!");
+    EXPECT_EQ(dialog.findChild<QLabel*>("Label1")->text(), "Geben Sie hier die Qualität in Prozent ein:");
+    EXPECT_EQ(dialog.findChild<QGroupBox*>("Frame1")->title(), "Vorschau");
+    auto* label = dialog.findChild<QLabel*>("Label3");
+    EXPECT_EQ(label->text(), "JPG Kompression: 85");
+    QScrollBar* bar = dialog.HScroll1();
+    EXPECT_EQ(bar->minimum(), 0);
+    EXPECT_EQ(bar->maximum(), 100);
+    bar->setValue(30);
+    EXPECT_EQ(label->text(), "JPG Kompression: 30");
+    // Without tracking only the drag itself can move the label.
+    bar->setTracking(false);
+    bar->setSliderDown(true);
+    bar->setSliderPosition(12);
+    EXPECT_EQ(label->text(), "JPG Kompression: 12");
+    bar->setSliderDown(false);
+
+    const QPixmap preview = dialog.findChild<QLabel*>("Picture2")->pixmap();
+    ASSERT_FALSE(preview.isNull());
+    EXPECT_EQ(preview.size(), QSize(380, 286)) << "two thirds of the receipt area";
+    EXPECT_TRUE(dialog.ready());
+    if (const QByteArray shots = qgetenv("ZETTELWERK_SHOT_DIR"); !shots.isEmpty()) {
+        dialog.grab().save(QString::fromUtf8(shots) + "/jpg_export.png");
+        png_export png(paths.home() / "temp.bmp", window.get());
+        png.grab().save(QString::fromUtf8(shots) + "/png_export.png");
+    }
+}
+
+TEST_F(PictureExportsTest, JpgWindowSavesQualityZeroAndHundredAsValidFilesOfClearlyDifferentSize)
+{
+    ModalCloser closer;
+    jpg_export dialog(handOver(), window.get());
+    DialogAnswer answer;
+    dialog.dialog().setPresenter(answer.presenter());
+    std::map<int, std::uintmax_t> sizes;
+    for (int quality : {0, 100}) {
+        SCOPED_TRACE(quality);
+        const auto file = folder / ("beleg" + std::to_string(quality) + ".jpg");
+        answer.path = file.string();
+        dialog.HScroll1()->setValue(quality);
+        QTest::mouseClick(dialog.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
+        int status = -1;
+        const std::string described =
+            test::runPeer("/usr/bin/identify -regard-warnings -format '%m %w %h' '" + file.string() + "' 2>&1", &status);
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(described, "JPEG 570 429");
+        sizes[quality] = std::filesystem::exists(file) ? std::filesystem::file_size(file) : 0;
+    }
+    EXPECT_GT(sizes[100], 3 * sizes[0]);
+    EXPECT_EQ(answer.filter, "Images Files (*.jpg)|*.jpg");
+    EXPECT_EQ(answer.fileName, "*.jpg");
+    EXPECT_EQ(answer.flags, 2);
+    EXPECT_TRUE(answer.cancelError);
+    EXPECT_TRUE(closer.seen.empty());
+}
+
+TEST_F(PictureExportsTest, PngWindowCancelWritesNothingAndAFailureIsReportedTwice)
+{
+    ModalCloser closer;
+    png_export dialog(handOver(), window.get());
+    EXPECT_EQ(dialog.windowTitle(), "Export als PNG-Datei");
+    EXPECT_EQ(dialog.findChild<QPushButton*>("Command1")->text(), "&Exportieren");
+    EXPECT_EQ(dialog.findChild<QPushButton*>("Command2")->text(), "&Zurück");
+    DialogAnswer answer;
+    dialog.dialog().setPresenter(answer.presenter());
+    const auto before = std::distance(std::filesystem::directory_iterator(folder.path()), {});
+    dialog.Command1();
+    EXPECT_EQ(answer.shown, 1);
+    EXPECT_EQ(answer.filter, "Images Files (*.png)|*.png");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), before);
+    EXPECT_TRUE(closer.seen.empty()) << "a cancel says nothing";
+
+    answer.path = (folder / "fehlt" / "beleg.png").string();
+    dialog.Command1();
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("GDI Error: File Not Found. GDI+ Error:10",
+                                                    "Error: Speichern ist fehlgeschlagen."));
+
+    answer.path = (folder / "beleg.png").string();
+    dialog.Command1();
+    EXPECT_EQ(closer.seen.size(), 2u);
+    EXPECT_EQ(peerPixels(folder / "beleg.png"), rgbBytes(capture(form)));
+}
+
+TEST_F(PictureExportsTest, AfterAFailedStartTheSaveButtonDoesNothingAndThePreviewStillShows)
+{
+    const EncoderTable none = [] { return std::vector<ImageEncoder>{}; };
+    const auto file = handOver();
+    ModalCloser closer;
+    jpg_export jpg(file, window.get(), none);
+    png_export png(file, window.get(), none);
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("GDI Error: Generic Error. GDI+ Error:1",
+                                                    "GDI Error: GDI+ not inizialized.",
+                                                    "GDI Error: Generic Error. GDI+ Error:1",
+                                                    "GDI Error: GDI+ not inizialized."));
+    closer.seen.clear();
+    DialogAnswer answer;
+    answer.path = (folder / "x.jpg").string();
+    jpg.dialog().setPresenter(answer.presenter());
+    png.dialog().setPresenter(answer.presenter());
+    QTest::mouseClick(jpg.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
+    QTest::mouseClick(png.findChild<QPushButton*>("Command1"), Qt::LeftButton);
+    EXPECT_EQ(answer.shown, 0);
+    EXPECT_TRUE(closer.seen.empty());
+    EXPECT_FALSE(std::filesystem::exists(folder / "x.jpg"));
+    EXPECT_FALSE(jpg.findChild<QLabel*>("Picture2")->pixmap().isNull());
+    EXPECT_EQ(jpg.findChild<QLabel*>("Label3")->text(), "JPG Kompression: 85");
+}
+
+TEST_F(PictureExportsTest, BitmapCommandWritesTheCaptureAndACancelWritesNothing)
+{
+    DialogAnswer answer;
+    window->speicherDialog().setPresenter(answer.presenter());
+    ModalCloser closer;
+    window->action("bmpdatei")->trigger();
+    EXPECT_EQ(answer.shown, 1);
+    EXPECT_TRUE(closer.seen.empty()) << "no notice and no message after a cancel";
+    EXPECT_FALSE(std::filesystem::exists(folder / "beleg.BMP"));
+
+    answer.path = (folder / "beleg").string();
+    window->action("bmpdatei")->trigger();
+    EXPECT_EQ(window->speicherDialog().DialogTitle, "Zettelwerk - Bild als Bitmap speichern");
+    EXPECT_EQ(answer.filter, "Bitmap (*.bmp)|*.bmp");
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("NoticeWindow"));
+    const auto file = folder / "beleg.BMP";
+    ASSERT_TRUE(std::filesystem::exists(file));
+    EXPECT_EQ(std::filesystem::file_size(file), 54u + 1712u * 429u);
+    EXPECT_EQ(peerPixels(file), rgbBytes(capture(form)));
+
+    answer.path = (folder / "fehlt" / "beleg.bmp").string();
+    closer.seen.clear();
+    window->action("bmpdatei")->trigger();
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("NoticeWindow")) << "a failed write is silent";
+}
+
+TEST_F(PictureExportsTest, JpegAndPngCommandsHandOverTheCaptureToTheirWindows)
+{
+    std::vector<QString> previews;
+    ModalCloser closer([&](QDialog* dialog) {
+        if (auto* preview = dialog->findChild<QLabel*>(dialog->objectName() == "jpg_export" ? "Picture2" : "Picture1"))
+            previews.push_back(preview->pixmap().isNull() ? "empty" : "shown");
+    });
+    window->action("jpeg")->trigger();
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("NoticeWindow", "jpg_export"));
+    const auto handOverFile = paths.home() / "temp.bmp";
+    ASSERT_TRUE(std::filesystem::exists(handOverFile));
+    EXPECT_EQ(peerPixels(handOverFile), rgbBytes(capture(form)));
+
+    std::filesystem::remove(handOverFile);
+    closer.seen.clear();
+    window->action("pngdatei")->trigger();
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("png_export"));
+    EXPECT_TRUE(std::filesystem::exists(handOverFile)) << "it stays after the export";
+    EXPECT_THAT(previews, ::testing::ElementsAre("shown", "shown"));
+}
+
+TEST_F(PictureExportsTest, CopyPutsTheCaptureOnTheClipboardAfterItsNotice)
+{
+    ModalCloser closer;
+    QGuiApplication::clipboard()->clear();
+    window->action("quikop")->trigger();
+    EXPECT_THAT(closer.seen, ::testing::ElementsAre("NoticeWindow"));
+    const QImage copied = QGuiApplication::clipboard()->image();
+    ASSERT_EQ(copied.size(), QSize(570, 429));
+    EXPECT_EQ(rgbBytes(copied), rgbBytes(capture(form)));
+}
+
+} // namespace
+} // namespace zw
