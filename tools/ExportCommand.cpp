@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 
+#include "app/AtomicFile.h"
 #include "app/CommonDialog.h"
 #include "app/ProgramPaths.h"
 #include "app/QuittungLogic.h"
@@ -17,6 +18,8 @@
 #include "export/DibFile.h"
 #include "export/ImageFiles.h"
 #include "export/PdfExport.h"
+#include "export/RtfExport.h"
+#include "export/rtf/RtfWriter.h"
 #include "export/XmlExport.h"
 #include "ledger/ReceiptFile.h"
 #include "print/Capture.h"
@@ -71,7 +74,7 @@ enum class ExportFormat { Pdf, Xml, Rtf, Bmp, Png, Jpg };
 std::optional<ExportFormat> exportFormatNamed(std::string_view name)
 {
     static const std::pair<std::string_view, ExportFormat> kNames[] = {
-        {"pdf", ExportFormat::Pdf}, {"xml", ExportFormat::Xml},
+        {"pdf", ExportFormat::Pdf}, {"xml", ExportFormat::Xml}, {"rtf", ExportFormat::Rtf},
         {"bmp", ExportFormat::Bmp}, {"png", ExportFormat::Png}, {"jpg", ExportFormat::Jpg}};
     for (const auto& [known, format] : kNames)
         if (known == name)
@@ -178,6 +181,9 @@ int runExport(CliContext& context)
             return 1;
         }
         case ExportFormat::Rtf:
+            // The document of the RTF view as it opens, saved at once.
+            writeFileAtomically(target, rtf::writeRtf(receiptRtfDocument(parseBitmapFile(bitmapFileBytes(picture)))));
+            return 0;
         case ExportFormat::Xml:
             break;
         }

@@ -62,6 +62,15 @@ with tempfile.TemporaryDirectory() as temporary:
         sizes[quality] = jpg.stat().st_size
     assert sizes["100"] > 3 * sizes["0"], sizes
 
+    # RTF: the view's document, its one picture a PNG of the same pixels.
+    rtf = exported("rtf", "q.rtf").read_bytes().decode("ascii")
+    start = rtf.index("{\\pict\\pngblip")
+    hex_digits = "".join(rtf[start:rtf.index("}", start)].split("\n", 1)[1].split())
+    (folder / "from-rtf.png").write_bytes(bytes.fromhex(hex_digits))
+    same = subprocess.run(["/usr/bin/compare", "-metric", "AE", str(folder / "q.bmp"), str(folder / "from-rtf.png"),
+                           "null:"], capture_output=True)
+    assert same.returncode == 0 and same.stderr.strip() == b"0", same
+
     # PDF: qpdf finds only the carriage return after "stream"; poppler sees one picture of the capture's size.
     pdf = exported("pdf", "q.pdf")
     check = subprocess.run(["qpdf", "--check", str(pdf)], capture_output=True, text=True)
