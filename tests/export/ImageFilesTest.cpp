@@ -213,22 +213,6 @@ TEST(PictureFiles, AFullDiskIsAWin32ErrorAndKeepsTheEarlierFile)
     EXPECT_EQ(entries, 1) << "no temporary file stays behind";
 }
 
-TEST(PictureSession, StartsOnlyWithAnEncoderAndForgetsThemOnShutdown)
-{
-    PictureSession none([] { return std::vector<ImageEncoder>{}; });
-    EXPECT_EQ(none.startup(), PictureStatus::GenericError);
-    EXPECT_FALSE(none.ready());
-    PictureSession installed;
-    EXPECT_FALSE(installed.ready());
-    ASSERT_EQ(installed.startup(), 0);
-    EXPECT_TRUE(installed.ready());
-    EXPECT_TRUE(installed.encoderFor("image/jpeg"));
-    EXPECT_TRUE(installed.encoderFor("Image/PNG"));
-    installed.shutdown();
-    EXPECT_FALSE(installed.ready());
-    EXPECT_FALSE(installed.encoderFor("image/png"));
-}
-
 TEST(LoadPicturePlus, ReadsWhatPythonWroteAndReportsWhatItCannotRead)
 {
     test::TempFolder folder;

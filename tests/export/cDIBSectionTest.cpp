@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/RunError.h"
 #include "export/BitmapFile.h"
 #include "export/DibFile.h"
 #include "export/cDIBSection.h"
@@ -186,26 +185,6 @@ TEST(cDIBSection, OnlyTheBitmapFormGoesOnTheClipboard)
     EXPECT_THAT(clipboard.bitmaps, ::testing::ElementsAre(7));
 }
 
-TEST(cDIBSection, RandomBitsAreRepeatableAndGreyKeepsChannelsEqual)
-{
-    cDIBSection first = filled(16, 16, {});
-    cDIBSection second = filled(16, 16, {});
-    first.RandomiseBits(BitsKind::Colour, 5);
-    second.RandomiseBits(BitsKind::Colour, 5);
-    EXPECT_EQ(std::vector<std::uint8_t>(first.DIBSectionBitsPtr(), first.DIBSectionBitsPtr() + first.byteSize()),
-              std::vector<std::uint8_t>(second.DIBSectionBitsPtr(), second.DIBSectionBitsPtr() + second.byteSize()));
-    second.RandomiseBits(BitsKind::Grey, 5);
-    int coloured = 0;
-    for (int y = 0; y < 16; ++y)
-        for (int x = 0; x < 16; ++x) {
-            const Pixel grey = second.pixel(x, y);
-            EXPECT_TRUE(grey.blue == grey.green && grey.green == grey.red);
-            const Pixel colour = first.pixel(x, y);
-            coloured += colour.blue != colour.green;
-        }
-    EXPECT_GT(coloured, 200);
-}
-
 TEST(DibFile, IsABitmapFileThatImageMagickReadsPixelForPixel)
 {
     test::TempFolder folder;
@@ -235,24 +214,6 @@ TEST(DibFile, IsABitmapFileThatImageMagickReadsPixelForPixel)
     // And back through the program's own bitmap reader.
     const cDIBSection again = loadBitmapFile(file);
     EXPECT_EQ(again.pixel(4, 2), surface.pixel(4, 2));
-}
-
-TEST(DibFile, NothingToSaveAndUnwritablePlacesAreErrors)
-{
-    test::TempFolder folder;
-    try {
-        saveBitmapFile(cDIBSection(), folder / "empty.bmp");
-        FAIL() << "an empty surface was saved";
-    } catch (const RunError& error) {
-        EXPECT_EQ(error.number(), 481);
-    }
-    EXPECT_FALSE(std::filesystem::exists(folder / "empty.bmp"));
-    try {
-        saveBitmapFile(filled(2, 2, {}), folder / "no such folder" / "x.bmp");
-        FAIL() << "a missing folder was written";
-    } catch (const RunError& error) {
-        EXPECT_EQ(error.number(), 76);
-    }
 }
 
 } // namespace

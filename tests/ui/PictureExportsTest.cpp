@@ -160,11 +160,6 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveAndItsLabelFollowsTheBarAls
     ASSERT_FALSE(preview.isNull());
     EXPECT_EQ(preview.size(), QSize(380, 286)) << "two thirds of the receipt area";
     EXPECT_TRUE(dialog.ready());
-    if (const QByteArray shots = qgetenv("ZETTELWERK_SHOT_DIR"); !shots.isEmpty()) {
-        dialog.grab().save(QString::fromUtf8(shots) + "/jpg_export.png");
-        png_export png(paths.home() / "temp.bmp", window.get());
-        png.grab().save(QString::fromUtf8(shots) + "/png_export.png");
-    }
 }
 
 TEST_F(PictureExportsTest, JpgWindowSavesQualityZeroAndHundredAsValidFilesOfClearlyDifferentSize)
