@@ -175,18 +175,16 @@ void cDIBSection::blit(const cDIBSection* source, int sourceX, int sourceY, cDIB
     if (w <= 0 || h <= 0)
         return;
     const auto bytes = static_cast<std::size_t>(w) * 3;
-    // A surface painted onto itself with overlap must read rows not yet written.
-    std::vector<std::uint8_t> buffer;
+    // A surface painted onto itself with overlap must read the pixels as they were before.
+    cDIBSection before;
+    if (source == &target) {
+        before = target;
+        source = &before;
+    }
     for (long long row = 0; row < h; ++row) {
         std::uint8_t* to = target.scanLine(static_cast<int>(ty + row)) + tx * 3;
-        const std::uint8_t* from = nullptr;
-        if (source != nullptr) {
-            from = source->scanLine(static_cast<int>(sy + row)) + sx * 3;
-            if (source == &target) {
-                buffer.assign(from, from + bytes);
-                from = buffer.data();
-            }
-        }
+        const std::uint8_t* from =
+            source != nullptr ? source->scanLine(static_cast<int>(sy + row)) + sx * 3 : nullptr;
         for (std::size_t i = 0; i < bytes; ++i)
             to[i] = combine(rop, from != nullptr ? from[i] : 0, to[i]);
     }
