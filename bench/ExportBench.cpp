@@ -1,12 +1,16 @@
 // From the command to the written file, for each export format; the capture is part of every picture path.
 #include <benchmark/benchmark.h>
 
+#include "app/AtomicFile.h"
 #include "app/CommonDialog.h"
 #include "bench/ReceiptFixture.h"
+#include "export/DibFile.h"
+#include "export/ImageFiles.h"
 #include "export/PdfExport.h"
+#include "export/RtfExport.h"
+#include "export/rtf/RtfWriter.h"
 #include "export/XmlExport.h"
 #include "print/Capture.h"
-#include "print/PrintCommand.h"
 
 namespace {
 
@@ -25,12 +29,24 @@ void exportPdf(benchmark::State& state)
     const auto picture = fixture().paths.home() / "temp.bmp";
     auto dialog = answeredDialog(fixture().folder / "out.pdf");
     for (auto _ : state) {
-        zw::saveBitmap(capture(fixture().form), picture);
+        zw::saveBitmapFile(zw::surfaceFromImage(capture(fixture().form)), picture);
         zw::PdfExport pdf(picture);
         pdf.cmdGo(dialog);
     }
 }
 BENCHMARK(exportPdf)->Unit(benchmark::kMillisecond);
+
+void exportRtf(benchmark::State& state)
+{
+    zw::Capture capture(fixture().paths);
+    const auto file = fixture().folder / "out.rtf";
+    for (auto _ : state) {
+        const auto surface = zw::surfaceFromImage(capture(fixture().form));
+        const auto document = zw::receiptRtfDocument(zw::parseBitmapFile(zw::bitmapFileBytes(surface)));
+        zw::writeFileAtomically(file, zw::rtf::writeRtf(document));
+    }
+}
+BENCHMARK(exportRtf)->Unit(benchmark::kMillisecond);
 
 void exportXml(benchmark::State& state)
 {
