@@ -1,0 +1,384 @@
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTest>
+#include <QTextBlock>
+#include <QTimer>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "export/rtf/RtfReader.h"
+#include "export/rtf/RtfWriter.h"
+#include "print/Capture.h"
+#include "tests/app/PeerProgram.h"
+#include "tests/app/TempFolder.h"
+#include "ui/ExportCommands.h"
+#include "ui/FrameCommands.h"
+#include "ui/Quittung.h"
+#include "ui/RtfBridge.h"
+#include "ui/rtfexp.h"
+
+namespace zw {
+namespace {
+
+QApplication& application()
+{
+    static int argc = 1;
+    static char name[] = "zw_rtf_window_tests";
+    static char* argv[] = {name, nullptr};
+    static auto* app = new QApplication(argc, argv);
+    return *app;
+}
+
+// Runs `inspect` on each modal window as it opens, then closes it unless `inspect` closed it already.
+class ModalWatcher
+{
+public:
+    explicit ModalWatcher(std::function<void(QDialog*)> inspect) : m_inspect(std::move(inspect))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible() || dialog == m_last)
+                return;
+            m_last = dialog;
+            seen.push_back(dialog->objectName());
+            m_inspect(dialog);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+        m_timer.start(20);
+    }
+    std::vector<QString> seen;
+
+private:
+    QTimer m_timer;
+    std::function<void(QDialog*)> m_inspect;
+    QDialog* m_last = nullptr;
+};
+
+// A picture whose parts a renderer cannot miss: a blue frame around an orange and a white half.
+QImage boldPicture()
+{
+    QImage image(570, 429, QImage::Format_RGB32);
+    image.fill(QColor(0, 102, 204));
+    QPainter painter(&image);
+    painter.fillRect(20, 20, 265, 389, QColor(255, 153, 0));
+    painter.fillRect(285, 20, 265, 389, Qt::white);
+    return image;
+}
+
+std::vector<const rtf::Run*> runsOf(const rtf::Document& document)
+{
+    std::vector<const rtf::Run*> runs;
+    for (const auto& paragraph : document.paragraphs)
+        for (const auto& run : paragraph.runs)
+            runs.push_back(&run);
+    return runs;
+}
+
+class RtfExportWindowTest : public ::testing::Test
+{
+protected:
+    RtfExportWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        application();
+        ProgramPaths::install(ZW_DIST_DIR, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+        installRtfExport({*window, form, settings, paths, [this] {
+                              ++captures;
+                              return picture ? *picture : capture(form);
+                          }});
+        window->logic().load();
+        form.setText(FormElement::Text12, "119,00");
+        form.setText(FormElement::Text5, "Jürgen Weiß");
+    }
+
+    // alsrtf from the menu; `inside` runs in the open window.
+    void alsrtf(const std::function<void(rtfexp&)>& inside)
+    {
+        ModalWatcher watcher([&](QDialog* dialog) {
+            if (auto* view = dynamic_cast<rtfexp*>(dialog))
+                inside(*view);
+        });
+        window->action("alsrtf")->trigger();
+        ASSERT_EQ(watcher.seen, std::vector<QString>{"rtfexp"});
+    }
+
+    // What the user types, one key event a character, umlauts included (QTest's key clicks know ASCII only).
+    static void type(rtfexp& view, const QString& text)
+    {
+        view.RTFBox()->setFocus();
+        for (const QChar character : text) {
+            if (character == QLatin1Char('\n')) {
+                QTest::keyClick(view.RTFBox(), Qt::Key_Return);
+                continue;
+            }
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(character));
+            QApplication::sendEvent(view.RTFBox()->viewport(), &press);
+            QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(character));
+            QApplication::sendEvent(view.RTFBox()->viewport(), &release);
+        }
+    }
+
+    test::TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    Capture capture{paths};
+    std::optional<QImage> picture;
+    int captures = 0;
+    std::unique_ptr<Quittung> window;
+};
+
+TEST_F(RtfExportWindowTest, OpensWithTheFreshPictureAtFirstSightAndTheClipboardEmpty)
+{
+    QGuiApplication::clipboard()->setText("was vorher da war");
+    std::vector<QImage> shown;
+    for (int opening = 0; opening < 2; ++opening) {
+        SCOPED_TRACE(opening);
+        form.setText(FormElement::Text5, opening == 0 ? "Erika Muster" : "Max Mustermann GmbH & Co. KG");
+        alsrtf([&](rtfexp& view) {
+            EXPECT_EQ(view.windowTitle(), "Export als RTF-Datei");
+            const QMimeData* left = QGuiApplication::clipboard()->mimeData();
+            EXPECT_TRUE(left == nullptr || (!left->hasImage() && !left->hasText())) << "the clipboard is emptied";
+            // The window was painted once, with the picture in it.
+            const QImage seen = view.RTFBox()->viewport()->grab().toImage();
+            const rtf::Document document = view.document();
+            ASSERT_EQ(runsOf(document).size(), 1u);
+            ASSERT_TRUE(runsOf(document)[0]->picture.has_value());
+            const QImage held = QImage::fromData(QByteArray::fromStdString(runsOf(document)[0]->picture->png));
+            EXPECT_EQ(held.convertToFormat(QImage::Format_RGB32), capture(form).convertToFormat(QImage::Format_RGB32));
+            const QImage expected = capture(form).convertToFormat(QImage::Format_RGB32);
+            int same = 0;
+            for (int y = 40; y < 400; y += 7)
+                for (int x = 40; x < 540; x += 7)
+                    same += seen.pixel(x + 4, y + 4) == expected.pixel(x, y) ? 1 : 0;
+            EXPECT_GT(same, 72 * 52 * 9 / 10) << "the painted box shows the picture at its size";
+            // Saving the unchanged window writes what the command line writes for the same picture.
+            EXPECT_EQ(rtf::writeRtf(document), rtf::writeRtf(receiptRtfDocument(bitmapOfImage(capture(form)))));
+            shown.push_back(held);
+        });
+    }
+    EXPECT_EQ(captures, 2);
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_NE(shown[0], shown[1]) << "each command photographs the receipt anew";
+    const QMimeData* left = QGuiApplication::clipboard()->mimeData();
+    EXPECT_TRUE(left == nullptr || !left->hasText());
+}
+
+TEST_F(RtfExportWindowTest, SavingSetsTheCaptionACancelWritesNothing)
+{
+    const auto target = folder / "beleg.rtf";
+    alsrtf([&](rtfexp& view) {
+        view.dlgCommonDialog().setPresenter([](const CommonDialog&, bool) { return std::nullopt; });
+        view.Coolbar1()->findChild<QAction*>("export_bar")->trigger();
+        EXPECT_EQ(view.windowTitle(), "Export als RTF-Datei");
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2) << "home and config only";
+
+        view.dlgCommonDialog().setPresenter([&](const CommonDialog&, bool) { return target.string(); });
+        view.Coolbar1()->findChild<QAction*>("export_bar")->trigger();
+        EXPECT_EQ(view.windowTitle().toStdString(), target.string());
+    });
+    const rtf::Document saved = rtf::readRtf(test::readBytes(target));
+    ASSERT_EQ(runsOf(saved).size(), 1u);
+    EXPECT_TRUE(runsOf(saved)[0]->picture.has_value());
+}
+
+TEST_F(RtfExportWindowTest, ToolbarKeysCarryTheirCaptionsAndTips)
+{
+    rtfexp view(window.get());
+    const std::pair<const char*, const char*> keys[] = {{"export_bar", "Exportieren"}, {"drucken_bar", "Drucken"},
+                                                        {"schriftart_bar", "Schriftart"}, {"hilfe_bar", "Hilfe"},
+                                                        {"ende_bar", "Zurück"}};
+    std::vector<QString> order;
+    for (QAction* action : view.Coolbar1()->actions())
+        order.push_back(action->objectName());
+    EXPECT_EQ(order, (std::vector<QString>{"export_bar", "drucken_bar", "schriftart_bar", "hilfe_bar", "ende_bar"}));
+    for (const auto& [key, tip] : keys) {
+        SCOPED_TRACE(key);
+        EXPECT_EQ(view.Coolbar1()->findChild<QAction*>(key)->toolTip(), QString::fromUtf8(tip));
+    }
+    EXPECT_EQ(view.Coolbar1()->findChild<QAction*>("export_bar")->text(), "Exportieren");
+    EXPECT_NE(view.findChild<QWidget*>("Ruler1"), nullptr);
+
+    ModalWatcher watcher([](QDialog* dialog) { EXPECT_EQ(dialog->windowTitle(), "Hilfe"); });
+    view.Coolbar1()->findChild<QAction*>("hilfe_bar")->trigger();
+    EXPECT_EQ(watcher.seen, std::vector<QString>{"hilfertf"});
+}
+
+TEST_F(RtfExportWindowTest, FontChoiceGoesToTheTypedTextInTheFile)
+{
+    const auto target = folder / "brief.rtf";
+    std::vector<FontDialogValues> presets;
+    alsrtf([&](rtfexp& view) {
+        view.setFontPresenter([&](const FontDialogValues& preset) {
+            presets.push_back(preset);
+            return FontDialogValues{"DejaVu Serif", 14, true, false, true, false, {128, 0, 0}};
+        });
+        view.Coolbar1()->findChild<QAction*>("schriftart_bar")->trigger();
+        type(view, "Danke für Ihren Einkauf");
+        view.setFontPresenter([&](const FontDialogValues& preset) {
+            presets.push_back(preset);
+            return FontDialogValues{"Liberation Mono", 9, false, true, false, true, {}};
+        });
+        view.Coolbar1()->findChild<QAction*>("schriftart_bar")->trigger();
+        type(view, " – Gruß");
+        // A selection over both fonts presets the dialog with the view's font; a cancel changes nothing.
+        view.RTFBox()->moveCursor(QTextCursor::StartOfBlock);
+        view.RTFBox()->moveCursor(QTextCursor::NextCharacter);
+        view.RTFBox()->moveCursor(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        view.setFontPresenter([&](const FontDialogValues& preset) -> FontDialogValues {
+            presets.push_back(preset);
+            throw CommonDialog::cancelled();
+        });
+        view.Coolbar1()->findChild<QAction*>("schriftart_bar")->trigger();
+        view.dlgCommonDialog().setPresenter([&](const CommonDialog&, bool) { return target.string(); });
+        view.exportBar();
+    });
+    ASSERT_EQ(presets.size(), 3u);
+    EXPECT_EQ(presets[0], (FontDialogValues{"Arial", 10, false, false, false, false, {}})) << "the view's font";
+    EXPECT_EQ(presets[1].name, "DejaVu Serif");
+    EXPECT_TRUE(presets[1].bold);
+    EXPECT_EQ(presets[2], (FontDialogValues{"Arial", 10, false, false, false, false, {}})) << "mixed: the defaults";
+
+    const rtf::Document saved = rtf::readRtf(test::readBytes(target));
+    const auto runs = runsOf(saved);
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_TRUE(runs[0]->picture.has_value());
+    EXPECT_EQ(runs[1]->text, "Danke für Ihren Einkauf");
+    EXPECT_EQ(saved.fonts.at(static_cast<std::size_t>(runs[1]->format.font)).name, "DejaVu Serif");
+    EXPECT_EQ(runs[1]->format.halfPoints, 28);
+    EXPECT_TRUE(runs[1]->format.bold && runs[1]->format.underline && !runs[1]->format.italic);
+    ASSERT_GT(runs[1]->format.colour, 0);
+    EXPECT_EQ(saved.colours.at(static_cast<std::size_t>(runs[1]->format.colour) - 1), (rtf::Colour{128, 0, 0}));
+    EXPECT_EQ(runs[2]->text, " – Gruß");
+    EXPECT_EQ(saved.fonts.at(static_cast<std::size_t>(runs[2]->format.font)).name, "Liberation Mono");
+    EXPECT_EQ(runs[2]->format.halfPoints, 18);
+    EXPECT_TRUE(runs[2]->format.italic && runs[2]->format.strikethrough && !runs[2]->format.bold);
+}
+
+TEST_F(RtfExportWindowTest, FontDialogFaultIsShownAndChangesNothing)
+{
+    rtfexp view(window.get());
+    view.setFontPresenter([](const FontDialogValues&) -> FontDialogValues {
+        throw RunError(24574, "Keine Schriftarten vorhanden.");
+    });
+    QString message;
+    ModalWatcher watcher([&](QDialog* dialog) {
+        for (auto* label : dialog->findChildren<QLabel*>())
+            message += label->text();
+    });
+    view.schriftartBar();
+    EXPECT_TRUE(message.contains("Fehler 24574 bei Auswahl der Schriftart.")) << message.toStdString();
+    EXPECT_TRUE(message.contains("Keine Schriftarten vorhanden.")) << message.toStdString();
+    EXPECT_FALSE(view.RTFBox()->currentCharFormat().hasProperty(QTextFormat::FontFamilies));
+}
+
+TEST_F(RtfExportWindowTest, PrintDialogOffersTheSelectionOnlyWithOne)
+{
+    rtfexp view(window.get());
+    type(view, "Zeile zum Drucken");
+    for (bool selected : {false, true}) {
+        SCOPED_TRACE(selected);
+        if (selected)
+            view.RTFBox()->moveCursor(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+        bool offered = !selected;
+        QString title;
+        ModalWatcher watcher([&](QDialog* dialog) {
+            auto* print = qobject_cast<QPrintDialog*>(dialog);
+            ASSERT_NE(print, nullptr);
+            title = print->windowTitle();
+            offered = print->testOption(QAbstractPrintDialog::PrintSelection);
+            EXPECT_FALSE(print->testOption(QAbstractPrintDialog::PrintPageRange));
+        });
+        view.druckenBar();
+        EXPECT_EQ(title, "Drucken");
+        EXPECT_EQ(offered, selected);
+    }
+}
+
+TEST_F(RtfExportWindowTest, PrintsTextAndPicture)
+{
+    if (!test::toolAvailable("pdftotext"))
+        GTEST_SKIP() << "poppler-utils missing";
+    picture = boldPicture();
+    const auto pdf = folder / "druck.pdf";
+    alsrtf([&](rtfexp& view) {
+        type(view, "Gedruckter Zusatz");
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(QString::fromStdString(pdf.string()));
+        view.printTo(printer);
+    });
+    EXPECT_NE(test::run("pdftotext '" + pdf.string() + "' -").output.find("Gedruckter Zusatz"), std::string::npos);
+    EXPECT_NE(test::run("pdfimages -list '" + pdf.string() + "'").output.find("570   429"), std::string::npos);
+}
+
+// LibreOffice opens the saved file: the typed text is on the page and so is the picture, at its size.
+TEST_F(RtfExportWindowTest, LibreOfficeShowsThePictureAndTheTypedText)
+{
+    if (!test::toolAvailable("soffice"))
+        GTEST_SKIP() << "LibreOffice (soffice) missing";
+    picture = boldPicture();
+    const auto rtfFile = folder / "beleg.rtf";
+    alsrtf([&](rtfexp& view) {
+        view.setFontPresenter([](const FontDialogValues&) {
+            return FontDialogValues{"Liberation Serif", 16, true, false, false, false, {}};
+        });
+        view.schriftartBar();
+        type(view, "\nVielen Dank");
+        view.dlgCommonDialog().setPresenter([&](const CommonDialog&, bool) { return rtfFile.string(); });
+        view.exportBar();
+    });
+    ASSERT_TRUE(std::filesystem::exists(rtfFile));
+    const auto out = folder / "pdf";
+    const auto command = "soffice -env:UserInstallation=file://" + (folder / "lo-profile").string() +
+                         " --headless --convert-to pdf --outdir '" + out.string() + "' '" + rtfFile.string() +
+                         "' >/dev/null 2>&1";
+    ASSERT_EQ(test::run(command).exitCode, 0);
+    const auto pdf = out / "beleg.pdf";
+    ASSERT_TRUE(std::filesystem::exists(pdf));
+    EXPECT_NE(test::run("pdftotext '" + pdf.string() + "' -").output.find("Vielen Dank"), std::string::npos);
+
+    constexpr int kDpi = 50;
+    ASSERT_EQ(test::run("pdftoppm -r " + std::to_string(kDpi) + " -png -f 1 -l 1 '" + pdf.string() + "' '" +
+                        (out / "seite").string() + "'")
+                  .exitCode,
+              0);
+    QImage page((out / "seite-1.png").c_str());
+    ASSERT_FALSE(page.isNull());
+    auto near = [](QRgb pixel, int r, int g, int b) {
+        return std::abs(qRed(pixel) - r) < 40 && std::abs(qGreen(pixel) - g) < 40 && std::abs(qBlue(pixel) - b) < 40;
+    };
+    QRect frame;
+    int orange = 0;
+    for (int y = 0; y < page.height(); ++y) {
+        for (int x = 0; x < page.width(); ++x) {
+            const QRgb pixel = page.pixel(x, y);
+            if (near(pixel, 0, 102, 204))
+                frame |= QRect(x, y, 1, 1);
+            orange += near(pixel, 255, 153, 0) ? 1 : 0;
+        }
+    }
+    // 8550 x 6435 twips are 5.94 x 4.47 inches.
+    EXPECT_NEAR(frame.width(), 8550.0 / 1440 * kDpi, 4);
+    EXPECT_NEAR(frame.height(), 6435.0 / 1440 * kDpi, 4);
+    const double orangeArea = 265.0 * 389 / (570.0 * 429) * frame.width() * frame.height();
+    EXPECT_NEAR(orange, orangeArea, orangeArea * 0.1);
+}
+
+} // namespace
+} // namespace zw
