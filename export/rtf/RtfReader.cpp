@@ -202,6 +202,12 @@ private:
         auto first = m_font->name.find_first_not_of(' ');
         m_font->name = first == std::string::npos ? "" : m_font->name.substr(first);
         std::size_t index = m_fontIndex < 0 ? m_document.fonts.size() : static_cast<std::size_t>(m_fontIndex);
+        // Font numbers are 16-bit in every writer; a larger one would only make the table huge.
+        if (index > 32767) {
+            m_font.reset();
+            m_fontIndex = -1;
+            return;
+        }
         if (m_document.fonts.size() <= index)
             m_document.fonts.resize(index + 1);
         m_document.fonts[index] = *m_font;

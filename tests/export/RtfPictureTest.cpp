@@ -82,6 +82,7 @@ TEST(RtfPicture, ForeignAndHostilePicturesReadSafely)
         {"a picture inside a picture", "{\\rtf1 {\\pict\\pngblip 41{\\pict\\pngblip 42}43}}", 1, "AC", ""},
         {"empty picture", "{\\rtf1 {\\pict\\pngblip}x}", 0, "", "x"},
         {"picture inside the font table", "{\\rtf1{\\fonttbl{\\pict\\pngblip 41}}x}", 0, "", "x"},
+        {"a font number beyond any table", "{\\rtf1{\\fonttbl{\\f2147483647 Arial;}}x}", 0, "", "x"},
         {"numbers with endless digits", "{\\rtf1\\fs99999999999999999999999 {\\pict\\pngblip\\picw-999999999999 41}}", 1,
          "A", ""},
     };

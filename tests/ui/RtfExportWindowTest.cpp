@@ -170,6 +170,8 @@ TEST_F(RtfExportWindowTest, OpensWithTheFreshPictureAtFirstSightAndTheClipboardE
             // Saving the unchanged window writes what the command line writes for the same picture.
             EXPECT_EQ(rtf::writeRtf(document), rtf::writeRtf(receiptRtfDocument(bitmapOfImage(capture(form)))));
             shown.push_back(held);
+            if (const QByteArray shots = qgetenv("ZETTELWERK_SHOT_DIR"); !shots.isEmpty() && opening == 0)
+                view.grab().save(QString::fromUtf8(shots) + "/rtfexp.png");
         });
     }
     EXPECT_EQ(captures, 2);
