@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 namespace zw::test {
 
@@ -27,6 +28,15 @@ inline CommandResult run(const std::string& command)
     const int status = pclose(pipe);
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return result;
+}
+
+// Only the output; `status` gets the exit code when asked for.
+inline std::string runPeer(const std::string& command, int* status = nullptr)
+{
+    CommandResult result = run(command);
+    if (status != nullptr)
+        *status = result.exitCode;
+    return std::move(result.output);
 }
 
 inline bool toolAvailable(const std::string& tool)

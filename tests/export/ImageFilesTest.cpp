@@ -8,7 +8,7 @@
 #include "export/DibFile.h"
 #include "export/ImageFiles.h"
 #include "tests/app/TempFolder.h"
-#include "tests/export/PeerPrograms.h"
+#include "tests/app/PeerProgram.h"
 
 namespace zw {
 namespace {

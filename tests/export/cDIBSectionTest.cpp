@@ -5,7 +5,7 @@
 #include "export/DibFile.h"
 #include "export/cDIBSection.h"
 #include "tests/app/TempFolder.h"
-#include "tests/export/PeerPrograms.h"
+#include "tests/app/PeerProgram.h"
 
 namespace zw {
 namespace {

@@ -16,7 +16,7 @@
 #include "export/DibFile.h"
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
-#include "tests/export/PeerPrograms.h"
+#include "tests/app/PeerProgram.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/Quittung.h"
