@@ -47,12 +47,14 @@ inline Fixture& fixture()
     return instance;
 }
 
-// The main of a benchmark program that draws text: a display-less platform and the form's font twins.
-inline int runBenchmarks(int argc, char** argv)
+// The main of a benchmark program that draws text: a display-less platform and the form's font twins. Programs
+// that open windows pass QApplication.
+template <typename Application = QGuiApplication>
+int runBenchmarks(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
+    Application application(argc, argv);
     zw::installFontSubstitutes();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
