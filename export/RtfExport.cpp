@@ -22,6 +22,7 @@ rtf::Picture pngPicture(const Bitmap& picture)
 rtf::Document receiptRtfDocument(const Bitmap& capture)
 {
     rtf::Document document;
+    document.page = kRtfViewPage;
     document.fonts.push_back({kRtfViewFontName});
     rtf::CharFormat format;
     format.halfPoints = kRtfViewFontHalfPoints;

@@ -18,6 +18,9 @@ inline constexpr int kTwipsPerPixel = 15;
 inline constexpr const char* kRtfViewFontName = "Arial";
 inline constexpr int kRtfViewFontHalfPoints = 20;
 
+// The view's page: A4 with margins of 2 cm, wide enough for the receipt's 8550 twips.
+inline constexpr rtf::PageLayout kRtfViewPage{};
+
 // A picture run's picture: the pixels as PNG, sized on the page at the screen's resolution.
 rtf::Picture pngPicture(const Bitmap& picture);
 

@@ -200,7 +200,12 @@ void rtfexp::addKey(const char* key, const QString& caption, const QString& tool
     connect(action, &QAction::triggered, this, [this, handler] { (this->*handler)(); });
 }
 
-rtf::Document rtfexp::document() const { return fromTextDocument(*m_box->document()); }
+rtf::Document rtfexp::document() const
+{
+    rtf::Document result = fromTextDocument(*m_box->document());
+    result.page = kRtfViewPage;
+    return result;
+}
 
 void rtfexp::exportBar()
 {

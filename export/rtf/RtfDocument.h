@@ -69,6 +69,18 @@ struct Font
 
 // A rich-text document as the program's rich-text boxes hold it: font and colour tables and paragraphs of
 // formatted runs. Reader and writer in this folder turn it into RTF source and back.
+// The paper and its margins in twips, for documents that say where they are printed.
+struct PageLayout
+{
+    int paperWidth = 11906;  // A4
+    int paperHeight = 16838;
+    int marginLeft = 1134;   // 2 cm
+    int marginRight = 1134;
+    int marginTop = 1134;
+    int marginBottom = 1134;
+    bool operator==(const PageLayout&) const = default;
+};
+
 struct Document
 {
     std::vector<Font> fonts;
@@ -76,6 +88,7 @@ struct Document
     std::vector<Paragraph> paragraphs;
     int codePage = 1252;
     int defaultLanguage = 1031;
+    std::optional<PageLayout> page; // nothing: the reader's defaults
     bool operator==(const Document&) const = default;
 
     // The plain text: paragraphs joined by '\n'; pictures leave no trace.

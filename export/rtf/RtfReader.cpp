@@ -4,6 +4,7 @@
 #include <cctype>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/CodePage.h"
@@ -411,6 +412,18 @@ private:
         if (word == "deflang") {
             m_document.defaultLanguage = value;
             return;
+        }
+        static const std::pair<std::string_view, int PageLayout::*> kPageWords[] = {
+            {"paperw", &PageLayout::paperWidth}, {"paperh", &PageLayout::paperHeight},
+            {"margl", &PageLayout::marginLeft},  {"margr", &PageLayout::marginRight},
+            {"margt", &PageLayout::marginTop},   {"margb", &PageLayout::marginBottom}};
+        for (const auto& [name, member] : kPageWords) {
+            if (word == name) {
+                if (!m_document.page)
+                    m_document.page.emplace();
+                (*m_document.page).*member = value;
+                return;
+            }
         }
         if (s.destination == Destination::Skip)
             return;

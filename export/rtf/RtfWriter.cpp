@@ -176,6 +176,10 @@ void writeRtf(const Document& document, std::ostream& out)
             out << "\\red" << colour.red << "\\green" << colour.green << "\\blue" << colour.blue << ';';
         out << "}";
     }
+    if (const auto& page = document.page) {
+        out << "\r\n\\paperw" << page->paperWidth << "\\paperh" << page->paperHeight << "\\margl" << page->marginLeft
+            << "\\margr" << page->marginRight << "\\margt" << page->marginTop << "\\margb" << page->marginBottom;
+    }
     out << "\r\n\\viewkind4\\uc1";
     CharFormat current;
     bool first = true;

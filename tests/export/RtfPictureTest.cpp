@@ -36,6 +36,7 @@ TEST(RtfPicture, PictureAndStruckTextReadBackUnchanged)
 {
     Document document;
     document.fonts = {{"Arial"}, {"DejaVu Sans"}};
+    document.page = PageLayout{11906, 16838, 1134, 1000, 900, 800};
     CharFormat view;
     view.halfPoints = 20;
     document.append("vor dem Bild ", view);
@@ -51,6 +52,7 @@ TEST(RtfPicture, PictureAndStruckTextReadBackUnchanged)
     const std::string source = writeRtf(document);
     for (char c : source)
         ASSERT_LT(static_cast<unsigned char>(c), 0x80);
+    EXPECT_NE(source.find("\\paperw11906\\paperh16838\\margl1134\\margr1000\\margt900\\margb800"), std::string::npos);
     EXPECT_NE(source.find("{\\pict\\pngblip\\picw570\\pich429\\picwgoal8550\\pichgoal6435"), std::string::npos);
     EXPECT_EQ(readRtf(source), document);
 }
