@@ -15,6 +15,7 @@
 #include "tests/app/TempFolder.h"
 #include "print/Capture.h"
 #include "ui/ExportCommands.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/FrameCommands.h"
 #include "ui/PrintCommands.h"
 #include "ui/Quittung.h"
@@ -22,31 +23,10 @@
 namespace zw {
 namespace {
 
+using test::ModalCloser;
+
 using F = FormElement;
 
-// Answers every modal window that opens: notes its name, lets `inspect` look at it, then closes it.
-class ModalCloser
-{
-public:
-    explicit ModalCloser(std::function<void(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || !dialog->isVisible())
-                return;
-            seen.push_back(dialog->objectName());
-            if (m_inspect)
-                m_inspect(dialog);
-            dialog->reject();
-        });
-        m_timer.start(30);
-    }
-    std::vector<QString> seen;
-
-private:
-    QTimer m_timer;
-    std::function<void(QWidget*)> m_inspect;
-};
 
 class PrintingWindowTest : public ::testing::Test
 {
@@ -115,14 +95,11 @@ TEST_F(PrintingWindowTest, AMissingTempFolderGivesAMessageFilesNothingAndKeepsTh
     form.setSaveCheck(1);
     form.setPrintLayout(PrintLayout::Option4);
     std::filesystem::remove_all(paths.tempFolder());
-    QString message;
-    ModalCloser closer([&](QWidget* dialog) {
-        if (auto* text = dialog->findChild<QLabel*>("text"))
-            message = text->text();
-    });
+    ModalCloser closer;
     clickPrint();
     EXPECT_EQ(closer.seen, std::vector<QString>{"MessageDialog"});
-    EXPECT_TRUE(message.contains("76")) << message.toStdString();
+    ASSERT_EQ(closer.messages.size(), 1u);
+    EXPECT_TRUE(closer.messages[0].contains("76")) << closer.messages[0].toStdString();
     EXPECT_TRUE(filed.empty());
     EXPECT_TRUE(form.isVisible(F::Text12));
     EXPECT_TRUE(window->findChild<QPushButton*>("xpButton3")->isEnabled());

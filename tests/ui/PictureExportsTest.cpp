@@ -17,6 +17,7 @@
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
 #include "tests/app/PeerProgram.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/Quittung.h"
@@ -26,42 +27,7 @@
 namespace zw {
 namespace {
 
-// Lives until the process ends: destroying it among the other statics at exit crashes Qt.
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "zw_picture_window_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = new QApplication(argc, argv);
-    return *app;
-}
-
-// Closes every modal window that opens and notes it: its name, and for a message box its title and text.
-class ModalCloser
-{
-public:
-    explicit ModalCloser(std::function<void(QDialog*)> inspect = {}) : m_inspect(std::move(inspect))
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || !dialog->isVisible())
-                return;
-            if (auto* text = dialog->findChild<QLabel*>("text"))
-                seen.push_back(dialog->windowTitle() + ": " + text->text());
-            else
-                seen.push_back(dialog->objectName());
-            if (m_inspect)
-                m_inspect(dialog);
-            dialog->reject();
-        });
-        m_timer.start(20);
-    }
-    std::vector<QString> seen;
-
-private:
-    QTimer m_timer;
-    std::function<void(QDialog*)> m_inspect;
-};
+using test::ModalCloser;
 
 // The save dialog's answer, and what the dialog held when it was shown.
 struct DialogAnswer
@@ -106,7 +72,6 @@ class PictureExportsTest : public ::testing::Test
 protected:
     PictureExportsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
     {
-        application();
         ProgramPaths::install(ZW_DIST_DIR, paths.home());
         settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
         settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
@@ -208,12 +173,12 @@ TEST_F(PictureExportsTest, PngWindowCancelWritesNothingAndAFailureIsReportedTwic
 
     answer.path = (folder / "fehlt" / "beleg.png").string();
     dialog.Command1();
-    EXPECT_THAT(closer.seen, ::testing::ElementsAre("GDI Error: File Not Found. GDI+ Error:10",
+    EXPECT_THAT(closer.messages, ::testing::ElementsAre("GDI Error: File Not Found. GDI+ Error:10",
                                                     "Error: Speichern ist fehlgeschlagen."));
 
     answer.path = (folder / "beleg.png").string();
     dialog.Command1();
-    EXPECT_EQ(closer.seen.size(), 2u);
+    EXPECT_EQ(closer.messages.size(), 2u);
     EXPECT_EQ(peerPixels(folder / "beleg.png"), rgbBytes(capture(form)));
 }
 
@@ -224,7 +189,7 @@ TEST_F(PictureExportsTest, AfterAFailedStartTheSaveButtonDoesNothingAndThePrevie
     ModalCloser closer;
     jpg_export jpg(file, window.get(), none);
     png_export png(file, window.get(), none);
-    EXPECT_THAT(closer.seen, ::testing::ElementsAre("GDI Error: Generic Error. GDI+ Error:1",
+    EXPECT_THAT(closer.messages, ::testing::ElementsAre("GDI Error: Generic Error. GDI+ Error:1",
                                                     "GDI Error: GDI+ not inizialized.",
                                                     "GDI Error: Generic Error. GDI+ Error:1",
                                                     "GDI Error: GDI+ not inizialized."));

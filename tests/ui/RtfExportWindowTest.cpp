@@ -22,6 +22,7 @@
 #include "print/Capture.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/TempFolder.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/Quittung.h"
@@ -31,40 +32,7 @@
 namespace zw {
 namespace {
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "zw_rtf_window_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = new QApplication(argc, argv);
-    return *app;
-}
-
-// Runs `inspect` on each modal window as it opens, then closes it unless `inspect` closed it already.
-class ModalWatcher
-{
-public:
-    explicit ModalWatcher(std::function<void(QDialog*)> inspect) : m_inspect(std::move(inspect))
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || !dialog->isVisible() || dialog == m_last)
-                return;
-            m_last = dialog;
-            seen.push_back(dialog->objectName());
-            m_inspect(dialog);
-            if (dialog->isVisible())
-                dialog->reject();
-        });
-        m_timer.start(20);
-    }
-    std::vector<QString> seen;
-
-private:
-    QTimer m_timer;
-    std::function<void(QDialog*)> m_inspect;
-    QDialog* m_last = nullptr;
-};
+using test::ModalCloser;
 
 // A picture whose parts a renderer cannot miss: a blue frame around an orange and a white half.
 QImage boldPicture()
@@ -91,7 +59,6 @@ class RtfExportWindowTest : public ::testing::Test
 protected:
     RtfExportWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
     {
-        application();
         ProgramPaths::install(ZW_DIST_DIR, paths.home());
         settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
         settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
@@ -109,7 +76,7 @@ protected:
     // alsrtf from the menu; `inside` runs in the open window.
     void alsrtf(const std::function<void(rtfexp&)>& inside)
     {
-        ModalWatcher watcher([&](QDialog* dialog) {
+        ModalCloser watcher([&](QDialog* dialog) {
             if (auto* view = dynamic_cast<rtfexp*>(dialog))
                 inside(*view);
         });
@@ -216,7 +183,7 @@ TEST_F(RtfExportWindowTest, ToolbarKeysCarryTheirCaptionsAndTips)
     EXPECT_EQ(view.Coolbar1()->findChild<QAction*>("export_bar")->text(), "Exportieren");
     EXPECT_NE(view.findChild<QWidget*>("Ruler1"), nullptr);
 
-    ModalWatcher watcher([](QDialog* dialog) { EXPECT_EQ(dialog->windowTitle(), "Hilfe"); });
+    ModalCloser watcher([](QDialog* dialog) { EXPECT_EQ(dialog->windowTitle(), "Hilfe"); });
     view.Coolbar1()->findChild<QAction*>("hilfe_bar")->trigger();
     EXPECT_EQ(watcher.seen, std::vector<QString>{"hilfertf"});
 }
@@ -279,7 +246,7 @@ TEST_F(RtfExportWindowTest, FontDialogFaultIsShownAndChangesNothing)
         throw RunError(24574, "Keine Schriftarten vorhanden.");
     });
     QString message;
-    ModalWatcher watcher([&](QDialog* dialog) {
+    ModalCloser watcher([&](QDialog* dialog) {
         for (auto* label : dialog->findChildren<QLabel*>())
             message += label->text();
     });
@@ -299,7 +266,7 @@ TEST_F(RtfExportWindowTest, PrintDialogOffersTheSelectionOnlyWithOne)
             view.RTFBox()->moveCursor(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
         bool offered = !selected;
         QString title;
-        ModalWatcher watcher([&](QDialog* dialog) {
+        ModalCloser watcher([&](QDialog* dialog) {
             auto* print = qobject_cast<QPrintDialog*>(dialog);
             ASSERT_NE(print, nullptr);
             title = print->windowTitle();
