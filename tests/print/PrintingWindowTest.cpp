@@ -15,6 +15,7 @@
 #include "tests/app/TempFolder.h"
 #include "print/Capture.h"
 #include "ui/ExportCommands.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/FrameCommands.h"
 #include "ui/PrintCommands.h"
@@ -28,20 +29,14 @@ using test::ModalCloser;
 using F = FormElement;
 
 
-class PrintingWindowTest : public ::testing::Test
+class PrintingWindowTest : public test::MainWindowFixture
 {
 protected:
-    PrintingWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    PrintingWindowTest()
     {
-        ProgramPaths::install(ZW_DIST_DIR, paths.home());
-        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
-        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-        window = std::make_unique<Quittung>(form, settings, paths);
-        installFrameCommands(*window, form, settings, paths);
         installPrinting(*window, form, settings, paths, [this](const std::vector<std::string>& row) { filed.push_back(row); });
-        installPictureExports({*window, form, settings, paths, [this] { return capture(form); }});
-        window->logic().load();
-        window->show();
+        installPictureExports(exportContext());
+        start();
         form.setText(F::Text12, "119,00");
         form.setText(F::Text5, "Erika Mustermann");
     }
@@ -60,12 +55,6 @@ protected:
         picture.save(QString::fromUtf8(shots) + "/" + name + ".png");
     }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    Capture capture{paths};
-    std::unique_ptr<Quittung> window;
     std::vector<std::vector<std::string>> filed;
 };
 

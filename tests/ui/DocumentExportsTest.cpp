@@ -13,6 +13,7 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
 #include "ui/PrintCommands.h"
@@ -32,20 +33,13 @@ QStringList linesOf(const QListWidget* list)
     return lines;
 }
 
-class DocumentExportsTest : public ::testing::Test
+class DocumentExportsTest : public test::MainWindowFixture
 {
 protected:
-    DocumentExportsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    DocumentExportsTest()
     {
-        ProgramPaths::install(ZW_DIST_DIR, paths.home());
-        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
-        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-        window = std::make_unique<Quittung>(form, settings, paths);
-        installFrameCommands(*window, form, settings, paths);
-        installPrinting(*window, form, settings, paths, [](const std::vector<std::string>&) {});
         installExports(*window, form, settings, paths);
-        window->logic().load();
-        window->show();
+        start();
         form.setText(F::Text12, "119,00");
         form.setText(F::Text7, "Miete & Nebenkosten");
     }
@@ -64,12 +58,6 @@ protected:
         window->action(command)->trigger();
         EXPECT_TRUE(seen) << "no modal window";
     }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    std::unique_ptr<Quittung> window;
 };
 
 TEST_F(DocumentExportsTest, PdfCommandCapturesMakesSavesAndOpensTheDocument)

@@ -17,6 +17,7 @@
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
 #include "tests/app/PeerProgram.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
@@ -67,19 +68,13 @@ std::string rgbBytes(const QImage& image)
     return bytes;
 }
 
-class PictureExportsTest : public ::testing::Test
+class PictureExportsTest : public test::MainWindowFixture
 {
 protected:
-    PictureExportsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    PictureExportsTest()
     {
-        ProgramPaths::install(ZW_DIST_DIR, paths.home());
-        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
-        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-        window = std::make_unique<Quittung>(form, settings, paths);
-        installFrameCommands(*window, form, settings, paths);
-        installPictureExports({*window, form, settings, paths, [this] { return capture(form); }});
-        window->logic().load();
-        window->show();
+        installPictureExports(exportContext());
+        start();
         form.setText(FormElement::Text12, "119,00");
         form.setText(FormElement::Text5, "Jürgen Weiß");
     }
@@ -91,13 +86,6 @@ protected:
         saveBitmapFile(surfaceFromImage(capture(form)), file);
         return file;
     }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    Capture capture{paths};
-    std::unique_ptr<Quittung> window;
 };
 
 TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveAndItsLabelFollowsTheBarAlsoWhileDragging)

@@ -22,6 +22,7 @@
 #include "print/Capture.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/TempFolder.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/ExportCommands.h"
 #include "ui/FrameCommands.h"
@@ -54,16 +55,11 @@ std::vector<const rtf::Run*> runsOf(const rtf::Document& document)
     return runs;
 }
 
-class RtfExportWindowTest : public ::testing::Test
+class RtfExportWindowTest : public test::MainWindowFixture
 {
 protected:
-    RtfExportWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    RtfExportWindowTest()
     {
-        ProgramPaths::install(ZW_DIST_DIR, paths.home());
-        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
-        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-        window = std::make_unique<Quittung>(form, settings, paths);
-        installFrameCommands(*window, form, settings, paths);
         installRtfExport({*window, form, settings, paths, [this] {
                               ++captures;
                               return picture ? *picture : capture(form);
@@ -100,14 +96,8 @@ protected:
         }
     }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    Capture capture{paths};
     std::optional<QImage> picture;
     int captures = 0;
-    std::unique_ptr<Quittung> window;
 };
 
 TEST_F(RtfExportWindowTest, OpensWithTheFreshPictureAtFirstSightAndTheClipboardEmpty)

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
+#include "core/ReceiptForm.h"
+#include "print/Capture.h"
+#include "tests/app/TempFolder.h"
+#include "ui/ExportCommands.h"
+#include "ui/FrameCommands.h"
+#include "ui/Quittung.h"
+
+namespace zw::test {
+
+// The main window in a program folder of its own, freshly installed from the distribution, with the frame's
+// commands; a test installs the parts it is about, then calls start(). No tax-number note and no tips interrupt.
+class MainWindowFixture : public ::testing::Test
+{
+protected:
+    MainWindowFixture() : paths(folder.path() / "home"), settings(folder.path() / "config")
+    {
+        ProgramPaths::install(ZW_DIST_DIR, paths.home());
+        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
+        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
+        window = std::make_unique<Quittung>(form, settings, paths);
+        installFrameCommands(*window, form, settings, paths);
+    }
+
+    // The start as the program runs it, then the window shown.
+    void start()
+    {
+        window->logic().load();
+        window->show();
+    }
+
+    // What the export parts get, with this fixture's own capture.
+    ExportContext exportContext()
+    {
+        return {*window, form, settings, paths, [this] { return capture(form); }};
+    }
+
+    TempFolder folder;
+    ProgramPaths paths;
+    SettingsStore settings;
+    ReceiptForm form;
+    Capture capture{paths};
+    std::unique_ptr<Quittung> window;
+};
+
+} // namespace zw::test
