@@ -56,6 +56,8 @@ void alsxml(CommonDialog& dialog, const ReceiptForm& form, std::string_view webA
 {
     dialog.Filter = "XML Datei (*.XML)|*.XML";
     dialog.CancelError = false;
+    // The bitmap export leaves its "BMP" in the shared dialog; an XML file must not be named after it.
+    dialog.DefaultExt.clear();
     dialog.ShowSave();
     if (dialog.FileName.empty())
         return;

@@ -309,6 +309,10 @@ TEST(XmlExport, TheSharedDialogsKeptNameDecidesWhereACancelledExportGoes)
     alsxml(dialog, form, "w");
     EXPECT_TRUE(std::filesystem::is_empty(folder.path())) << "no name yet: nothing written";
 
+    dialog.DefaultExt = "BMP"; // left behind by the bitmap export
+    answerWith(dialog, (folder / "first").string());
+    alsxml(dialog, form, "w");
+    EXPECT_TRUE(std::filesystem::exists(folder / "first")) << "no extension added";
     answerWith(dialog, (folder / "first.xml").string());
     alsxml(dialog, form, "w");
     std::filesystem::remove(folder / "first.xml");
