@@ -6,6 +6,9 @@
 
 namespace zw {
 
+// The form is measured in twips; a screen pixel is 15 of them (96 per inch).
+inline constexpr int kTwipsPerPixel = 15;
+
 // Every named thing on the receipt form: captions, typed fields, hidden working fields and pictures.
 // A label's text is its caption; a field's text is its value.
 enum class FormElement : unsigned char {

@@ -404,21 +404,30 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
         return false;
     };
 
-    while (pos < size) {
-        const char c = text[pos];
+    // Blanks, a currency sign and one plus or minus may stand before and after the number.
+    auto takeBlankSignOrCurrency = [&](char c) {
         if (isBlank(c)) {
             ++pos;
-        } else if ((c == '+' || c == '-') && !signSeen && !parenthesis) {
+            return true;
+        }
+        if ((c == '+' || c == '-') && !signSeen && !parenthesis) {
             signSeen = true;
             negative = c == '-';
             ++pos;
-        } else if (c == '(' && !signSeen && !parenthesis) {
-            parenthesis = true;
-            negative = true;
-            ++pos;
-        } else if (!takeCurrency()) {
-            break;
+            return true;
         }
+        return takeCurrency();
+    };
+
+    while (pos < size) {
+        const char c = text[pos];
+        if (takeBlankSignOrCurrency(c))
+            continue;
+        if (c != '(' || signSeen || parenthesis)
+            break;
+        parenthesis = true;
+        negative = true;
+        ++pos;
     }
 
     double magnitude = 0.0;
@@ -458,19 +467,13 @@ std::optional<double> tryParseAmount(std::string_view text, bool& overflow)
 
     while (pos < size) {
         const char c = text[pos];
-        if (isBlank(c)) {
-            ++pos;
-        } else if ((c == '+' || c == '-') && !signSeen && !parenthesis) {
-            signSeen = true;
-            negative = c == '-';
-            ++pos;
-        } else if (c == ')' && parenthesis) {
-            parenthesis = false;
-            signSeen = true;
-            ++pos;
-        } else if (!takeCurrency()) {
+        if (takeBlankSignOrCurrency(c))
+            continue;
+        if (c != ')' || !parenthesis)
             return std::nullopt;
-        }
+        parenthesis = false;
+        signSeen = true;
+        ++pos;
     }
     if (parenthesis)
         return std::nullopt;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "core/FormElement.h"
 #include "export/BitmapFile.h"
 #include "export/rtf/RtfDocument.h"
 
@@ -11,8 +12,7 @@ namespace zw {
 
 class CommonDialog;
 
-// The screen's pixel is 15 twips (96 per inch), so the receipt's 570 x 429 pixels are 8550 x 6435 twips on paper.
-inline constexpr int kTwipsPerPixel = 15;
+// Pictures go on paper at the screen's kTwipsPerPixel: the receipt's 570 x 429 pixels are 8550 x 6435 twips.
 
 // The font that the RTF view types in until the user chooses another.
 inline constexpr const char* kRtfViewFontName = "Arial";

@@ -30,17 +30,7 @@ int alignmentFlags(const LayoutEntry& entry)
 {
     if (entry.multiLine)
         return Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
-    if (!entry.editable)
-        return Qt::AlignLeft | Qt::AlignVCenter;
-    switch (entry.align) {
-    case Align::Centre:
-        return Qt::AlignHCenter | Qt::AlignVCenter;
-    case Align::Right:
-        return Qt::AlignRight | Qt::AlignVCenter;
-    case Align::Left:
-        break;
-    }
-    return Qt::AlignLeft | Qt::AlignVCenter;
+    return static_cast<int>(alignmentOf(entry.editable ? entry.align : Align::Left));
 }
 
 void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& entry)

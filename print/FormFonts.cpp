@@ -17,6 +17,19 @@ QFont formFont(const ReceiptForm& form, FormElement element)
     return font;
 }
 
+Qt::Alignment alignmentOf(Align align)
+{
+    switch (align) {
+    case Align::Centre:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    case Align::Right:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case Align::Left:
+        break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
 void installFontSubstitutes()
 {
     QFont::insertSubstitution("Arial", "Liberation Sans");

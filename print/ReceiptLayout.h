@@ -7,7 +7,6 @@
 
 namespace zw {
 
-inline constexpr int kTwipsPerPixel = 15;
 // picSource: 8550 x 6435 twips, 570 x 429 pixels at 96 dots per inch.
 inline constexpr int kFormWidthTwips = 8550;
 inline constexpr int kFormHeightTwips = 6435;

@@ -29,8 +29,6 @@ namespace {
 
 QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
-constexpr int kTwipsPerPixel = 15;
-
 // The hourglass of LoadLedger and SaveLedger.
 struct WaitCursor
 {

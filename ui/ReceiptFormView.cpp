@@ -39,19 +39,6 @@ int maxLength(F element)
     }
 }
 
-Qt::Alignment alignmentOf(Align align)
-{
-    switch (align) {
-    case Align::Centre:
-        return Qt::AlignHCenter | Qt::AlignVCenter;
-    case Align::Right:
-        return Qt::AlignRight | Qt::AlignVCenter;
-    case Align::Left:
-        break;
-    }
-    return Qt::AlignLeft | Qt::AlignVCenter;
-}
-
 } // namespace
 
 ReceiptFormView::ReceiptFormView(ReceiptForm& form, const ProgramPaths& paths, QWidget* parent)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/core/RunErrorNumber.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -70,15 +72,7 @@ const std::vector<std::uint8_t> kTwoByTwo = {255, 0, 0, 0, 255, 0, 0, 0, 255, 25
 const std::string kTopRow24("\x00\x00\xFF\x00\xFF\x00\x00\x00", 8);
 const std::string kBottomRow24("\xFF\x00\x00\xFF\xFF\xFF\x00\x00", 8);
 
-int errorNumberOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RunError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using test::errorNumberOf;
 
 TEST(BitmapFile, ReadsTwentyFourBitRowsBottomUpAndTopDown)
 {

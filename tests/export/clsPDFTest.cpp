@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/core/RunErrorNumber.h"
+
 #include <clocale>
 #include <cmath>
 #include <filesystem>
@@ -54,16 +56,7 @@ std::string readFile(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// Runs the call and gives the number of the RunError it raised, or 0.
-int errorNumberOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RunError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using test::errorNumberOf;
 
 // The text head of a portrait A4 page with the defaults: font 10, left margin 80, top margin 60.
 constexpr std::string_view kHead = "BT\r/F1 10 Tf\r80 782 Td\r10 TL\r";
