@@ -68,7 +68,7 @@ void ReceiptFormView::createWidgets()
             edit->viewport()->setAutoFillBackground(false);
             edit->setStyleSheet("QPlainTextEdit { background: transparent; }");
             connect(edit, &QPlainTextEdit::textChanged, this, [this, edit, element = entry.element] {
-                if (m_mirroring)
+                if (m_writing[indexOf(element)])
                     return;
                 QString text = edit->toPlainText();
                 if (element == F::Text14 && text.size() > 82) {
@@ -76,9 +76,9 @@ void ReceiptFormView::createWidgets()
                     edit->setPlainText(text);
                     edit->moveCursor(QTextCursor::End);
                 }
-                m_mirroring = true;
+                m_writing[indexOf(element)] = true;
                 m_form.setText(element, text.toStdString());
-                m_mirroring = false;
+                m_writing[indexOf(element)] = false;
             });
             edit->viewport()->installEventFilter(this);
             edit->viewport()->setMouseTracking(true);
@@ -95,10 +95,10 @@ void ReceiptFormView::createWidgets()
             if (entry.element == F::Text9)
                 edit->setInputMask("99.99.9999; ");
             connect(edit, &QLineEdit::textEdited, this, [this, edit, element = entry.element] {
-                m_mirroring = true;
+                m_writing[indexOf(element)] = true;
                 // The date keeps its mask's blanks, so the shorthand "0 .  .    " can be recognised.
                 m_form.setText(element, (element == F::Text9 ? edit->displayText() : edit->text()).toStdString());
-                m_mirroring = false;
+                m_writing[indexOf(element)] = false;
             });
             widget = edit;
         } else {
@@ -157,12 +157,12 @@ void ReceiptFormView::mirror(const FormChange& change)
 
 void ReceiptFormView::mirrorText(FormElement element)
 {
-    if (element == F::Count || m_mirroring)
+    if (element == F::Count || m_writing[indexOf(element)])
         return;
     QWidget* widget = m_widgets[indexOf(element)];
     if (widget == nullptr)
         return;
-    m_mirroring = true;
+    m_writing[indexOf(element)] = true;
     const QString text = qt(m_form.text(element));
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         if (line->text() != text && !(element == F::Text9 && line->displayText() == text))
@@ -180,7 +180,7 @@ void ReceiptFormView::mirrorText(FormElement element)
                 label->resize(std::max(entry->widthPixels(), label->sizeHint().width()), entry->heightPixels());
         }
     }
-    m_mirroring = false;
+    m_writing[indexOf(element)] = false;
 }
 
 void ReceiptFormView::mirrorFont(FormElement element)

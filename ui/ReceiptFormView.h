@@ -3,6 +3,7 @@
 #include <QPixmap>
 #include <QWidget>
 #include <array>
+#include <bitset>
 #include <functional>
 
 #include "core/FormElement.h"
@@ -47,7 +48,9 @@ private:
     const ProgramPaths& m_paths;
     QPixmap m_background;
     std::array<QWidget*, kFormElementCount> m_widgets{};
-    bool m_mirroring = false;
+    // The fields being written between widget and model right now: each write must not echo back into the same
+    // field, while the other fields it changes (a recalculation) still show.
+    std::bitset<kFormElementCount> m_writing;
 };
 
 } // namespace zw

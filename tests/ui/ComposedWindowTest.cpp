@@ -1,0 +1,54 @@
+// The main window composed as the program composes it, every part installed, used by typing.
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "tests/ui/MainWindowFixture.h"
+#include "ui/LedgerCommands.h"
+#include "ui/PrintCommands.h"
+#include "ui/ReceiptFormView.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class ComposedWindowTest : public test::MainWindowFixture
+{
+protected:
+    ComposedWindowTest()
+    {
+        installLedger(*window, form, settings, paths);
+        installPrinting(*window, form, settings, paths, {});
+        installExports(*window, form, settings, paths);
+        start();
+    }
+
+    QString shown(FormElement element) const
+    {
+        QWidget* widget = window->formView()->widgetOf(element);
+        if (auto* line = qobject_cast<QLineEdit*>(widget))
+            return line->text();
+        if (auto* plain = qobject_cast<QPlainTextEdit*>(widget))
+            return plain->toPlainText();
+        return "<no field>";
+    }
+};
+
+TEST_F(ComposedWindowTest, ReturnInTheGrossFieldShowsEveryFieldItCalculated)
+{
+    auto* gross = qobject_cast<QLineEdit*>(window->formView()->widgetOf(F::Text12));
+    ASSERT_NE(gross, nullptr);
+    gross->setFocus();
+    QTest::keyClicks(gross, "119");
+    QTest::keyClick(gross, Qt::Key_Return);
+    EXPECT_EQ(shown(F::Text10), "100,00");
+    EXPECT_EQ(shown(F::Text11), "19,00");
+    EXPECT_EQ(shown(F::Text12), "119,00");
+    EXPECT_EQ(shown(F::Text4).toStdString(), form.text(F::Text4));
+    EXPECT_FALSE(form.text(F::Text4).empty());
+}
+
+} // namespace
+} // namespace zw
