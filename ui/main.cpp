@@ -1,4 +1,7 @@
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QScreen>
 
 #include "app/ProgramPaths.h"
@@ -16,6 +19,11 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName("Zettelwerk");
+    // The program speaks German whatever the desktop's language; the toolkit's dialogs and buttons too.
+    QTranslator toolkitTexts;
+    if (toolkitTexts.load(QLocale(QLocale::German, QLocale::Germany), "qtbase", "_",
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&toolkitTexts);
     // The form is laid out for Arial and Courier New; their metric twins keep every text at its width.
     zw::installFontSubstitutes();
 
