@@ -1,4 +1,5 @@
 #include "ui/frame/Quittung.h"
+
 #include "ui/frame/FileDialogs.h"
 
 #include <QAction>
@@ -18,6 +19,7 @@
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabWidget>
 #include <QToolBox>
 #include <QToolButton>
 #include <QUrl>
@@ -102,6 +104,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_central->setObjectName("centralArea");
     auto* formArea = new QWidget(m_central);
     formArea->setObjectName("formArea");
+    m_formArea = formArea;
     const int rulerOffset = kRuler2.left / kTwipsPerPixel + 16;
     m_ruler1 = new Ruler(Qt::Horizontal, kFormWidthPixels, formArea);
     m_ruler1->move(rulerOffset, kRuler1.top / kTwipsPerPixel);
@@ -402,19 +405,24 @@ QWidget* Quittung::buildShortcutBar()
         row->addWidget(new QLabel(caption, books));
         row->addStretch();
         auto* value = new QLabel("0,00", books);
-        value->setObjectName(name); // the totals are the named labels
+        value->setObjectName(name);
         row->addWidget(value);
+        (name == std::string_view("Label21")   ? m_booksPanel.income
+         : name == std::string_view("Label23") ? m_booksPanel.expense
+                                               : m_booksPanel.balance) = value;
         booksLayout->addLayout(row);
     }
     auto* currencyRow = new QHBoxLayout;
     currencyRow->addWidget(new QLabel("Aktuelle Währung:", books));
     auto* label28 = new QLabel("EUR", books);
     label28->setObjectName("Label28");
+    m_booksPanel.currency = label28;
     currencyRow->addWidget(label28);
     currencyRow->addStretch();
     booksLayout->addLayout(currencyRow);
     auto* refresh = new QPushButton("Daten &aktualisieren", books);
     refresh->setObjectName("Button3");
+    m_booksPanel.refresh = refresh;
     refresh->setEnabled(false);
     booksLayout->addWidget(refresh);
     booksLayout->addStretch();
@@ -616,6 +624,18 @@ void Quittung::closeEvent(QCloseEvent* event)
 {
     unloadAll();
     event->accept();
+}
+
+QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)
+{
+    if (!m_receiptTabs) {
+        m_receiptTabs = new QTabWidget;
+        m_receiptTabs->setObjectName("sevTabStrip1");
+        m_central->layout()->replaceWidget(m_formArea, m_receiptTabs, Qt::FindChildrenRecursively);
+        m_receiptTabs->addTab(m_formArea, "Quittung");
+    }
+    m_receiptTabs->addTab(page, caption);
+    return m_receiptTabs;
 }
 
 } // namespace zw

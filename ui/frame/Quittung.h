@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/CommonDialog.h"
 #include "app/QuittungLogic.h"
@@ -15,7 +16,9 @@ class QButtonGroup;
 class QCheckBox;
 class QLabel;
 class QMenu;
+class QPushButton;
 class QSpinBox;
+class QTabWidget;
 class QToolBox;
 
 namespace zw {
@@ -70,6 +73,28 @@ public:
     // Windows opened by name; other subsystems register theirs.
     void setWindowOpener(const std::string& name, std::function<void()> opener);
 
+    // What a part of the window may use besides commands and openers; parts never look each other up.
+    // A tab beside the receipt: the first one turns the receipt area into the tab strip sevTabStrip1.
+    QTabWidget* addTabBesideReceipt(QWidget* page, const QString& caption);
+    // The Buchhaltung panel of the shortcut bar, whose totals and refresh key the ledger fills.
+    struct BooksPanel
+    {
+        QLabel* income = nullptr;   // Label21
+        QLabel* expense = nullptr;  // Label23
+        QLabel* balance = nullptr;  // Label25
+        QLabel* currency = nullptr; // Label28
+        QPushButton* refresh = nullptr; // Button3
+    };
+    const BooksPanel& booksPanel() const { return m_booksPanel; }
+    // Filing a printed receipt: the ledger offers it, printing uses it; without a ledger nothing is filed.
+    using ReceiptFiler = std::function<void(const std::vector<std::string>& row)>;
+    void setReceiptFiler(ReceiptFiler filer) { m_receiptFiler = std::move(filer); }
+    void fileReceiptRow(const std::vector<std::string>& row) const
+    {
+        if (m_receiptFiler)
+            m_receiptFiler(row);
+    }
+
     // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
     CommonDialog& speicherDialog() { return m_speicherDialog; }
 
@@ -94,6 +119,10 @@ private:
     Ruler* m_ruler2 = nullptr;
     QLabel* m_hintLine = nullptr;
     QWidget* m_central = nullptr;
+    QWidget* m_formArea = nullptr;
+    QTabWidget* m_receiptTabs = nullptr;
+    BooksPanel m_booksPanel;
+    ReceiptFiler m_receiptFiler;
     QToolBox* m_shortcutBar = nullptr;
     std::map<std::string, QAction*> m_actions;
     std::map<std::string, QMenu*> m_menus;

@@ -11,7 +11,6 @@
 #include "print/PictureCommands.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/print/IssuerWindows.h"
-#include "ui/ledger/LedgerCommands.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/Quittung.h"
 #include "ui/print/druckmenue2011.h"
@@ -140,11 +139,8 @@ void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, co
                      FileReceipt fileReceipt)
 {
     if (!fileReceipt) {
-        // The ledger part of the window files the row; without one nothing is filed.
-        fileReceipt = [&window](const std::vector<std::string>& row) {
-            if (auto* ledger = LedgerPart::of(window))
-                ledger->fileReceiptRow(row);
-        };
+        // Whoever offers the window a receipt filer files the row; without one nothing is filed.
+        fileReceipt = [&window](const std::vector<std::string>& row) { window.fileReceiptRow(row); };
     }
     new PrintingPart(window, form, settings, paths, std::move(fileReceipt));
 }
