@@ -55,7 +55,7 @@ class Frame : public QObject
 public:
     Frame(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_appearance(form, settings, window, m_look), m_vendor(vendorAddresses(paths))
+          m_look(window.look()), m_appearance(form, settings, window, m_look), m_vendor(vendorAddresses(paths))
     {
         registerCommands();
         buildToolbar();
@@ -504,15 +504,11 @@ private:
         return menu;
     }
 
-public:
-    const ReceiptLook& look() const { return m_look; }
-
-private:
     Quittung& m_window;
     ReceiptForm& m_form;
     Settings& m_settings;
     const ProgramPaths& m_paths;
-    ReceiptLook m_look;
+    ReceiptLook& m_look;
     AppearanceLogic m_appearance;
     VendorAddresses m_vendor;
     QToolBox* m_bar = nullptr;
@@ -528,15 +524,6 @@ void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& setting
 {
     auto* frame = new Frame(window, form, settings, paths);
     frame->setObjectName("frameCommands");
-}
-
-const ReceiptLook* receiptLook(const Quittung& window)
-{
-    for (QObject* child : window.children()) {
-        if (auto* frame = dynamic_cast<Frame*>(child))
-            return &frame->look();
-    }
-    return nullptr;
 }
 
 } // namespace zw

@@ -93,8 +93,9 @@ QLabel* smallCaption(const QString& text, QWidget* parent)
 } // namespace
 
 Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
-    : m_form(form), m_settings(settings), m_paths(paths)
+    : m_form(form), m_settings(settings), m_paths(paths), m_capture(paths)
 {
+    m_capture.setLook(&m_look);
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);

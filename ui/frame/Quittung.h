@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "app/Appearance.h"
 #include "app/CommonDialog.h"
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
+#include "print/Capture.h"
 
 class QAction;
 class QButtonGroup;
@@ -95,6 +97,11 @@ public:
             m_receiptFiler(row);
     }
 
+    // The session's receipt colour and stamp area; the frame's options change it.
+    ReceiptLook& look() { return m_look; }
+    // The one photograph of the receipt that printing, the exports and the clipboard all take.
+    const Capture& capture() const { return m_capture; }
+
     // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
     CommonDialog& speicherDialog() { return m_speicherDialog; }
 
@@ -142,6 +149,8 @@ private:
     QSpinBox* m_oben = nullptr;
     bool m_mirroring = false;
     CommonDialog m_speicherDialog;
+    ReceiptLook m_look;
+    Capture m_capture;
 };
 
 } // namespace zw

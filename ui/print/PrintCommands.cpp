@@ -26,11 +26,10 @@ public:
     PrintingPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
                  FileReceipt fileReceipt)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_fileReceipt(std::move(fileReceipt)), m_capture(paths), m_print(form, paths, m_capture),
+          m_fileReceipt(std::move(fileReceipt)), m_print(form, paths, window.capture()),
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
-        m_capture.setLook(receiptLook(window));
         if (auto* printButton = window.findChild<QPushButton*>("xpButton3")) {
             printButton->setEnabled(true);
             connect(printButton, &QPushButton::clicked, this, [this] { xpButton3(); });
@@ -126,7 +125,6 @@ private:
     Settings& m_settings;
     const ProgramPaths& m_paths;
     FileReceipt m_fileReceipt;
-    Capture m_capture;
     PrintCommand m_print;
     IssuerData m_issuers;
     PictureCommands m_pictures;
