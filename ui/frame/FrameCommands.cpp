@@ -123,10 +123,7 @@ private:
         m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
-        if (auto* fontButton = m_window.findChild<QPushButton*>("Command6_0")) {
-            fontButton->setEnabled(true);
-            connect(fontButton, &QPushButton::clicked, this, [this] { fontDialog(); });
-        }
+        m_window.setShortcutKey(Quittung::ShortcutKey::Font, [this] { fontDialog(); });
     }
 
     // The program's name, version and, for the copyright window, the notice of rights.
@@ -254,8 +251,8 @@ private:
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [this, name = std::string(menuEntry)] { trigger(name); }, target, target && target->isEnabled());
         };
-        auto buttonTwin = [&](const char* key, const char* caption, const char* button) {
-            auto* target = m_window.findChild<QPushButton*>(button);
+        auto buttonTwin = [&](const char* key, const char* caption, Quittung::ShortcutKey button) {
+            auto* target = m_window.shortcutKey(button);
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [target] {
                          if (target && target->isEnabled())
@@ -270,13 +267,13 @@ private:
         menuTwin("xml_bm", "Als XML Datei", "alsxml");
         menuTwin("pdf_bm", "Als PDF Datei", "alspdf");
         menu->addSeparator();
-        buttonTwin("bm_vonliste", "Von-Liste aufrufen", "Command3");
-        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", "Command2");
-        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", "Command6_2");
-        buttonTwin("bm_aussteller", "Aussteller wechseln", "Command6_1");
+        buttonTwin("bm_vonliste", "Von-Liste aufrufen", Quittung::ShortcutKey::FromList);
+        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", Quittung::ShortcutKey::ForList);
+        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", Quittung::ShortcutKey::FieldLabels);
+        buttonTwin("bm_aussteller", "Aussteller wechseln", Quittung::ShortcutKey::SwitchIssuer);
         mirrorOf(menu->addAction(QString()), menu, "bm_schriftart", "Schriftart für Belege", {}, [this] { fontDialog(); },
                  nullptr, true);
-        buttonTwin("bm_email", "Beleg per E-Mail senden", "cmdMail");
+        buttonTwin("bm_email", "Beleg per E-Mail senden", Quittung::ShortcutKey::Mail);
         menu->addSeparator();
         const std::pair<const char*, StampChoice> stamps[] = {{"bm_keinstempel", StampChoice::None},
                                                               {"bm_original", StampChoice::Original},
@@ -348,7 +345,7 @@ private:
 
     void buildShortcutBarPopup()
     {
-        m_bar = m_window.findChild<QToolBox*>("ShortcutBar1");
+        m_bar = m_window.shortcutBar();
         if (m_bar == nullptr)
             return;
         m_popup = new QMenu(&m_window);

@@ -24,6 +24,7 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "app/CommandCatalogue.h"
 #include "app/ProgramPaths.h"
@@ -317,6 +318,7 @@ QWidget* Quittung::buildShortcutBar()
     }
     auto* printButton = new QPushButton("&Drucken", print);
     printButton->setObjectName("xpButton3");
+    m_shortcutKeys[ShortcutKey::Print] = printButton;
     printButton->setEnabled(false);
     printLayout->addWidget(printButton);
     m_betragCheck = new QCheckBox("*GiW: kaufm. gerundet (Cents)", print);
@@ -434,11 +436,16 @@ QWidget* Quittung::buildShortcutBar()
     lists->setObjectName("OutlookContainer5");
     auto* listsLayout = new QVBoxLayout(lists);
     listsLayout->addWidget(smallCaption("Kunden- und Artikelliste", lists));
-    for (auto [name, caption] : {std::pair{"Command3", "Von-Liste aufrufen"}, {"Command2", "Für-Liste aufrufen"},
-                                 {"Command6_0", "Schriftart für Beleg"}, {"Command6_1", "&Aussteller wechseln"},
-                                 {"Command6_2", "Feldbezeichnungen ändern"}, {"cmdMail", "Beleg per E-Mail senden"}}) {
+    using K = ShortcutKey;
+    for (auto [key, name, caption] : {std::tuple{K::FromList, "Command3", "Von-Liste aufrufen"},
+                                      {K::ForList, "Command2", "Für-Liste aufrufen"},
+                                      {K::Font, "Command6_0", "Schriftart für Beleg"},
+                                      {K::SwitchIssuer, "Command6_1", "&Aussteller wechseln"},
+                                      {K::FieldLabels, "Command6_2", "Feldbezeichnungen ändern"},
+                                      {K::Mail, "cmdMail", "Beleg per E-Mail senden"}}) {
         auto* button = new QPushButton(caption, lists);
         button->setObjectName(name);
+        m_shortcutKeys[key] = button;
         button->setEnabled(false);
         listsLayout->addWidget(button);
     }
@@ -625,6 +632,13 @@ void Quittung::closeEvent(QCloseEvent* event)
 {
     unloadAll();
     event->accept();
+}
+
+void Quittung::setShortcutKey(ShortcutKey key, std::function<void()> handler)
+{
+    QPushButton* button = m_shortcutKeys.at(key);
+    button->setEnabled(true);
+    connect(button, &QPushButton::clicked, this, [handler = std::move(handler)] { handler(); });
 }
 
 QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)

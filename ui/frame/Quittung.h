@@ -75,6 +75,12 @@ public:
     // Windows opened by name; other subsystems register theirs.
     void setWindowOpener(const std::string& name, std::function<void()> opener);
 
+    // The keys of the shortcut bar a part may bind; a key stays disabled until a part gives it a handler.
+    enum class ShortcutKey { Print, FromList, ForList, Font, SwitchIssuer, FieldLabels, Mail };
+    QPushButton* shortcutKey(ShortcutKey key) const { return m_shortcutKeys.at(key); }
+    void setShortcutKey(ShortcutKey key, std::function<void()> handler);
+    QToolBox* shortcutBar() const { return m_shortcutBar; }
+
     // What a part of the window may use besides commands and openers; parts never look each other up.
     // A tab beside the receipt: the first one turns the receipt area into the tab strip sevTabStrip1.
     QTabWidget* addTabBesideReceipt(QWidget* page, const QString& caption);
@@ -129,6 +135,7 @@ private:
     QWidget* m_formArea = nullptr;
     QTabWidget* m_receiptTabs = nullptr;
     BooksPanel m_booksPanel;
+    std::map<ShortcutKey, QPushButton*> m_shortcutKeys;
     ReceiptFiler m_receiptFiler;
     QToolBox* m_shortcutBar = nullptr;
     std::map<std::string, QAction*> m_actions;

@@ -30,14 +30,8 @@ public:
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
-        if (auto* printButton = window.findChild<QPushButton*>("xpButton3")) {
-            printButton->setEnabled(true);
-            connect(printButton, &QPushButton::clicked, this, [this] { xpButton3(); });
-        }
-        if (auto* switchIssuer = window.findChild<QPushButton*>("Command6_1")) {
-            switchIssuer->setEnabled(true);
-            connect(switchIssuer, &QPushButton::clicked, this, [this] { m_window.openWindow("aussteller_pro"); });
-        }
+        window.setShortcutKey(Quittung::ShortcutKey::Print, [this] { xpButton3(); });
+        window.setShortcutKey(Quittung::ShortcutKey::SwitchIssuer, [this] { m_window.openWindow("aussteller_pro"); });
         window.setCommand("aussetller", [this] { m_window.openWindow("aussteller"); });
         window.setWindowOpener("aussteller", [this] { openAussteller(); });
         window.setWindowOpener("aussteller_pro", [this] {
