@@ -403,16 +403,16 @@ QWidget* Quittung::buildShortcutBar()
     books->setObjectName("OutlookContainer4");
     auto* booksLayout = new QVBoxLayout(books);
     booksLayout->addWidget(smallCaption("Einnahmen und Ausgaben", books));
-    for (auto [name, caption] : {std::pair{"Label21", "Einnahmen:"}, {"Label23", "Ausgaben:"}, {"Label25", "Differenz:"}}) {
+    for (auto [total, name, caption] : {std::tuple{&m_booksPanel.income, "Label21", "Einnahmen:"},
+                                        {&m_booksPanel.expense, "Label23", "Ausgaben:"},
+                                        {&m_booksPanel.balance, "Label25", "Differenz:"}}) {
         auto* row = new QHBoxLayout;
         row->addWidget(new QLabel(caption, books));
         row->addStretch();
         auto* value = new QLabel("0,00", books);
         value->setObjectName(name);
         row->addWidget(value);
-        (name == std::string_view("Label21")   ? m_booksPanel.income
-         : name == std::string_view("Label23") ? m_booksPanel.expense
-                                               : m_booksPanel.balance) = value;
+        *total = value;
         booksLayout->addLayout(row);
     }
     auto* currencyRow = new QHBoxLayout;
