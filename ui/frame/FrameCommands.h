@@ -12,5 +12,4 @@ class Settings;
 // window `optionen`, the help and vendor pages. Call once, before the window's load.
 void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
 
-
 } // namespace zw
