@@ -76,10 +76,7 @@ std::vector<std::string> readTextLines(const std::filesystem::path& path)
     return splitLines(cp1252ToUtf8(readFileBytes(path)));
 }
 
-std::string readTextFile(const std::filesystem::path& path)
-{
-    return cp1252ToUtf8(readFileBytes(path));
-}
+std::string readTextFile(const std::filesystem::path& path) { return cp1252ToUtf8(readFileBytes(path)); }
 
 void writeTextLines(const std::filesystem::path& path, const std::vector<std::string>& lines)
 {

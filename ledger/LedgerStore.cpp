@@ -48,8 +48,8 @@ std::string ledgerRowText(const ReceiptForm& form)
     add(form.text(F::Text1));
     add(income ? gross : std::string());
     add(income ? std::string() : "-" + gross);
-    for (F field : {F::Text2, F::Text3, F::Text10, F::Text11, F::Text4, F::Text5, F::Text6, F::Text7,
-                    F::Text8, F::Text14, F::Label1})
+    for (F field : {F::Text2, F::Text3, F::Text10, F::Text11, F::Text4, F::Text5, F::Text6, F::Text7, F::Text8,
+                    F::Text14, F::Label1})
         add(form.text(field));
     return row;
 }

@@ -21,8 +21,7 @@ void saveLedger(const ReceiptLedger& ledger, const ProgramPaths& paths);
 // The tab-joined row of the form's receipt; xpCheck1 decides income or expense.
 std::string ledgerRowText(const ReceiptForm& form);
 
-// Files the form's receipt as row 1, makes it current and saves. The print command calls it when Save_Check
-// is on.
+// Files the form's receipt as row 1, makes it current and saves. The print command calls it when Save_Check is on.
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths);
 // The same for a row already split into its fields, as the print command hands it over.
 void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths);

@@ -7,14 +7,12 @@ namespace zw::cli {
 std::span<const CliCommand> commands()
 {
     static const std::array kCommands = {
-        CliCommand{
-            "export",
-            "export pdf|xml|rtf|bmp|png|jpg QUITTUNG.ZW5 ZIELDATEI [--quality 0..100]  Quittung exportieren",
-            &runExport},
+        CliCommand{"export",
+                   "export pdf|xml|rtf|bmp|png|jpg QUITTUNG.ZW5 ZIELDATEI [--quality 0..100]  Quittung exportieren",
+                   &runExport},
         CliCommand{"info", "info                       Programmordner, Einstellungen und Version", &runInfo},
         CliCommand{"words", "words --rounding|--truncation BETRAG  Gesamtbetrag in Worten", &runWords},
-        CliCommand{"gross",
-                   "gross BETRAG --rate SATZ [--rounded-words]  Brutto eingeben: Netto, MwSt., Brutto, Worte",
+        CliCommand{"gross", "gross BETRAG --rate SATZ [--rounded-words]  Brutto eingeben: Netto, MwSt., Brutto, Worte",
                    &runGross},
         CliCommand{"ledger",
                    "ledger totals BELEGE.DAT   Summen der Belegliste und Kassenstand\n"

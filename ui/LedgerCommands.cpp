@@ -21,16 +21,13 @@
 #include "ledger/LedgerStore.h"
 #include "ledger/Totals.h"
 #include "ui/LedgerModel.h"
-#include "ui/Quittung.h"
 #include "ui/fehlerform.h"
+#include "ui/Quittung.h"
 
 namespace zw {
 namespace {
 
-QString qt(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // The hourglass of LoadLedger and SaveLedger.
 struct WaitCursor
@@ -49,8 +46,7 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
     setObjectName("LedgerPart");
     askFileName = [this](FileDialog kind) {
         if (kind == FileDialog::Save)
-            return QFileDialog::getSaveFileName(&m_window, "Quittung speichern unter", {},
-                                                "Zettelwerk Datei (*.ZW5)");
+            return QFileDialog::getSaveFileName(&m_window, "Quittung speichern unter", {}, "Zettelwerk Datei (*.ZW5)");
         return QFileDialog::getOpenFileName(&m_window, "Quittung öffnen", {},
                                             kind == FileDialog::Open ? "Zettelwerk Datei (*.ZW5)"
                                                                      : "Zettelwerk Datei bis V4.x (*.ZWI)");
@@ -96,20 +92,17 @@ void LedgerPart::buildPage()
                                                         {"alle_felder", "Alle Felder"},
                                                         {"drucken", "Drucken"}};
     for (auto [key, caption] : keys) {
-        QAction* action =
-            m_toolbar->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
+        QAction* action = m_toolbar->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
         action->setObjectName(key);
     }
     auto* more = new QMenu(m_toolbar);
     for (auto [key, caption] : {std::pair{"einnahmen_drucken", "Nur Einnahmen drucken"},
                                 {"ausgaben_drucken", "Nur Ausgaben drucken"},
                                 {"loeschen_gesamt", "Gesamte Belegliste löschen"}}) {
-        QAction* action =
-            more->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
+        QAction* action = more->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
         action->setObjectName(key);
     }
-    if (auto* printButton =
-            qobject_cast<QToolButton*>(m_toolbar->widgetForAction(m_toolbar->actions().last()))) {
+    if (auto* printButton = qobject_cast<QToolButton*>(m_toolbar->widgetForAction(m_toolbar->actions().last()))) {
         printButton->setMenu(more);
         printButton->setPopupMode(QToolButton::MenuButtonPopup);
     }
@@ -129,8 +122,7 @@ void LedgerPart::buildPage()
     m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     for (int column = 0; column < kLedgerColumnCount; ++column)
-        m_grid->setColumnWidth(column,
-                               ledgerColumns()[static_cast<std::size_t>(column)].widthTwips / kTwipsPerPixel);
+        m_grid->setColumnWidth(column, ledgerColumns()[static_cast<std::size_t>(column)].widthTwips / kTwipsPerPixel);
     layout->addWidget(m_grid, 1);
 
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,

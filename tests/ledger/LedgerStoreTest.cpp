@@ -25,10 +25,8 @@ using F = FormElement;
 using C = LedgerColumn;
 
 // The two example lines of the file format, in Windows-1252.
-const std::string kIncomeLine =
-    "12.03.2011;1047;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;Quittung";
-const std::string kExpenseLine =
-    "13.03.2011;1048;;-35,50;EUR;7;33,18;2,32;f\xFCnfunddrei\xDFig;Post;;Porto;Bonn;;Ausgabebeleg";
+const std::string kIncomeLine = "12.03.2011;1047;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;Quittung";
+const std::string kExpenseLine = "13.03.2011;1048;;-35,50;EUR;7;33,18;2,32;f\xFCnfunddrei\xDFig;Post;;Porto;Bonn;;Ausgabebeleg";
 
 ReceiptLedger read(const std::string& bytes)
 {
@@ -66,21 +64,19 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
     };
     const std::string longNote(10 * 1024 * 1024, 'x');
     const Case cases[] = {
-        {"sixteen fields: the last one is not shown", kIncomeLine + ";zuviel\r\n", 1, 0, C::bezeichnung,
-         "Quittung"},
-        {"a semicolon in a field shifts the row",
-         "1.1.2020;5;10,00;;EUR;19;;;;;;Miete; Strom;Bonn;;Quittung\r\n", 1, 0, C::ort, " Strom"},
+        {"sixteen fields: the last one is not shown", kIncomeLine + ";zuviel\r\n", 1, 0, C::bezeichnung, "Quittung"},
+        {"a semicolon in a field shifts the row", "1.1.2020;5;10,00;;EUR;19;;;;;;Miete; Strom;Bonn;;Quittung\r\n", 1, 0,
+         C::ort, " Strom"},
         {"three fields leave the rest empty", "1.1.2020;5;10,00\r\n", 1, 0, C::waehrung, ""},
         {"three fields keep theirs", "1.1.2020;5;10,00\r\n", 1, 0, C::einnahme, "10,00"},
         {"a lone separator gives two empty cells", ";\r\n", 1, 0, C::datum, ""},
-        {"a line break in the note makes two rows",
-         "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 1, C::datum, "zweite"},
-        {"the first half lacks its kind", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2,
-         0, C::bezeichnung, ""},
-        {"a UTF-8 file shows its bytes as Windows-1252", "1.1.2020;5;;;;;;;f\xC3\xBCnf\r\n", 1, 0, C::biw,
-         "fÃ¼nf"},
-        {"ten megabytes in one line", "1.1.2020;5;;;;;;;;;;;;" + longNote + ";Quittung\r\n", 1, 0,
-         C::bezeichnung, "Quittung"},
+        {"a line break in the note makes two rows", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 1,
+         C::datum, "zweite"},
+        {"the first half lacks its kind", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 0,
+         C::bezeichnung, ""},
+        {"a UTF-8 file shows its bytes as Windows-1252", "1.1.2020;5;;;;;;;f\xC3\xBCnf\r\n", 1, 0, C::biw, "fÃ¼nf"},
+        {"ten megabytes in one line", "1.1.2020;5;;;;;;;;;;;;" + longNote + ";Quittung\r\n", 1, 0, C::bezeichnung,
+         "Quittung"},
         {"lone CR and LF end lines as well", "a\rb\nc", 3, 2, C::datum, "c"},
         {"an empty file has no rows", "", 0, 0, C::datum, ""},
     };
@@ -202,8 +198,7 @@ TEST(LedgerStore, FilingPutsTheReceiptOnTopOfTheFile)
     EXPECT_EQ(ledger.cell(0, C::von), "Miete; Strom");
     EXPECT_EQ(ledger.cellColour(0, columnIndex(C::ausgabe)), 0);
     EXPECT_EQ(home.readBytes("belege.dat"),
-              "14.03.2011;1049;;--5,00;EUR;19;0,00;0,00;;;;Miete; Strom;;;Ausgabebeleg\r\n" + kIncomeLine +
-                  "\r\n");
+              "14.03.2011;1049;;--5,00;EUR;19;0,00;0,00;;;;Miete; Strom;;;Ausgabebeleg\r\n" + kIncomeLine + "\r\n");
 
     form.setIncome(1);
     form.setText(F::Text12, "7,00");
@@ -247,8 +242,7 @@ TEST(LedgerStore, AKilledSaveLeavesTheOldOrTheNewLedgerWhole)
     ReceiptLedger second;
     for (int i = 0; i < 20000; ++i) {
         first.appendRow("01.01.2020\t" + std::to_string(i) + "\t10,00\t\tEUR\t19\t\t\t\t\t\t\t\t\tQuittung");
-        second.appendRow("02.02.2022\t" + std::to_string(i) +
-                         "\t\t-7,50\tUSD\t7\t\t\t\t\t\t\t\t\tAusgabebeleg");
+        second.appendRow("02.02.2022\t" + std::to_string(i) + "\t\t-7,50\tUSD\t7\t\t\t\t\t\t\t\t\tAusgabebeleg");
     }
     const std::string firstBytes = ledgerBytes(first);
     const std::string secondBytes = ledgerBytes(second);
