@@ -22,6 +22,11 @@ function(zw_test name)
   cmake_parse_arguments(T "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gtest GTest::gmock GTest::gtest_main zw_flags)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;ZETTELWERK_DIST=${ZETTELWERK_DIST_DIR}")
+  set(environment "QT_QPA_PLATFORM=offscreen;ZETTELWERK_DIST=${ZETTELWERK_DIST_DIR}")
+  if(ZETTELWERK_SANITIZE)
+    # Leaks inside system libraries are suppressed by name; a finding of UBSan stops the test.
+    list(APPEND environment "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
+      "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT "${environment}")
 endfunction()
