@@ -142,7 +142,8 @@ void LedgerPart::buildPage()
     m_tabs = new QTabWidget;
     m_tabs->setObjectName("sevTabStrip1");
     if (formArea && m_window.centralWidget() && m_window.centralWidget()->layout()) {
-        m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
+        // replaceWidget hands back the old item, which the caller owns.
+        delete m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
         m_tabs->addTab(formArea, "Quittung");
     }
     m_tabs->addTab(page, "Belegliste");
