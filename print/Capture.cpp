@@ -1,6 +1,8 @@
 #include "print/Capture.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 
 #include "app/Appearance.h"
 #include "app/ProgramPaths.h"
@@ -73,19 +75,11 @@ const QImage& Capture::picture(const std::filesystem::path& file) const
 
 void Capture::drawLook(QPainter& painter, const ReceiptForm& form) const
 {
-    if (auto stampArea = layoutOf(F::Image3); stampArea && !m_look->stampAreaPicture().empty()) {
-        const QImage& image = picture(m_paths.resolve(m_look->stampAreaPicture()));
-        if (!image.isNull())
-            painter.drawImage(QRect(stampArea->leftPixels(), stampArea->topPixels(), stampArea->widthPixels(),
-                                    stampArea->heightPixels()),
-                              image);
-    }
     if (!m_look->fieldColour())
         return;
-    // The colour number has blue in its high byte and red in its low one.
-    const std::uint32_t colour = *m_look->fieldColour();
-    const QColor fill(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                      static_cast<int>((colour >> 16) & 0xFF));
+    // A system colour (the button face of the standard entry) is the desktop's, as the screen shows it.
+    const auto rgb = rgbOfColourNumber(*m_look->fieldColour());
+    const QColor fill = rgb ? QColor(rgb->red, rgb->green, rgb->blue) : QGuiApplication::palette().color(QPalette::Button);
     for (F field : {F::Text1, F::Text2, F::Text3, F::Text10, F::Text11, F::Text12, F::Text5, F::Text6, F::Text7,
                     F::Text8, F::Text9, F::Text14}) {
         auto entry = layoutOf(field);

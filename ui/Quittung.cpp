@@ -15,7 +15,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBox>
@@ -34,6 +33,7 @@
 #include "ui/NoticeWindow.h"
 #include "ui/ReceiptFormView.h"
 #include "ui/Ruler.h"
+#include "ui/TextSpinBox.h"
 #include "ui/fehlerform.h"
 
 namespace zw {
@@ -329,21 +329,22 @@ QWidget* Quittung::buildShortcutBar()
     setup->setObjectName("OutlookContainer2");
     auto* setupLayout = new QVBoxLayout(setup);
     setupLayout->addWidget(smallCaption("Druckeinstellungen vornehmen", setup));
-    auto addSpin = [&](const char* name, const char* image, const QString& tip, int low, int high) {
+    // Each spin field under its whole sentence; the field shows the model's text as it is.
+    auto addSpin = [&](const char* name, const char* image, const QString& sentence, int low, int high) {
         auto* row = new QHBoxLayout;
-        auto* spin = new QSpinBox(setup);
+        auto* spin = new TextSpinBox(low, high, setup);
         spin->setObjectName(name);
-        spin->setRange(low, high);
-        spin->setToolTip(tip);
+        spin->setToolTip(sentence);
         auto* save = new QToolButton(setup);
         save->setObjectName(image);
         save->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
         save->setToolTip("Anklicken um den Wert zu speichern");
         connect(save, &QToolButton::clicked, this, [this] { m_logic->savePrintSetup(); });
-        row->addWidget(new QLabel(tip.section(' ', 0, 2), setup));
+        auto* caption = smallCaption(sentence, setup);
+        caption->setBuddy(spin);
         row->addWidget(spin, 1);
         row->addWidget(save);
-        setupLayout->addWidget(smallCaption(tip, setup));
+        setupLayout->addWidget(caption);
         setupLayout->addLayout(row);
         return spin;
     };
@@ -464,14 +465,18 @@ QWidget* Quittung::buildShortcutBar()
         if (!m_mirroring)
             m_logic->incomeSwitchClicked(on ? 1 : 0);
     });
+    connect(m_xpCheck2, &QCheckBox::toggled, this, [this](bool on) {
+        if (!m_mirroring)
+            m_logic->calendarSwitchChanged(on ? 1 : 0);
+    });
     connect(m_layoutGroup, &QButtonGroup::idClicked, this, [this](int id) { m_logic->printLayoutChosen(id); });
     connect(m_stampGroup, &QButtonGroup::idClicked, this,
             [this](int id) { m_form.setStampChoice(static_cast<StampChoice>(id)); });
-    auto bindSpin = [this](QSpinBox* spin, void (ReceiptForm::*setter)(std::string)) {
-        connect(spin, &QSpinBox::valueChanged, this, [this, setter](int value) {
+    auto bindSpin = [this](TextSpinBox* spin, void (ReceiptForm::*setter)(std::string)) {
+        spin->edited = [this, setter](const QString& text) {
             if (!m_mirroring)
-                (m_form.*setter)(std::to_string(value));
-        });
+                (m_form.*setter)(text.toStdString());
+        };
     };
     bindSpin(m_abstand, &ReceiptForm::setAbstand);
     bindSpin(m_anzahl, &ReceiptForm::setAnzahl);
@@ -494,15 +499,9 @@ void Quittung::mirrorSwitches()
         option->setChecked(true);
     if (auto* stamp = m_stampGroup->button(static_cast<int>(m_form.stampChoice())))
         stamp->setChecked(true);
-    // A spin field shows its lowest value while its text is empty or no number.
-    auto show = [](QSpinBox* spin, const std::string& text) {
-        bool ok = false;
-        int value = QString::fromStdString(text).toInt(&ok);
-        spin->setValue(ok ? value : spin->minimum());
-    };
-    show(m_abstand, m_form.abstand());
-    show(m_anzahl, m_form.anzahl());
-    show(m_oben, m_form.oben());
+    m_abstand->showText(qt(m_form.abstand()));
+    m_anzahl->showText(qt(m_form.anzahl()));
+    m_oben->showText(qt(m_form.oben()));
     m_mirroring = false;
 }
 
@@ -534,13 +533,13 @@ void Quittung::showMessage(std::string_view text, MessageStyle style, std::strin
 
 int Quittung::confirmQuestion(std::string_view text, MessageStyle style, std::string_view title)
 {
-    return MessageDialog::confirmQuestion(this, text, style, title);
+    return MessageDialog::confirmQuestion(this, text, style, title, m_paths.helpFolder() / "index.html");
 }
 
 std::optional<std::string> Quittung::askText(std::string_view text, MessageStyle style, std::string_view title,
                                              std::string_view initial)
 {
-    return MessageDialog::askText(this, text, style, title, initial);
+    return MessageDialog::askText(this, text, style, title, initial, m_paths.helpFolder() / "index.html");
 }
 
 void Quittung::showNotice(Notice notice) { NoticeWindow::run(this, notice); }
