@@ -16,6 +16,7 @@
 #include "export/ImageFiles.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
+#include "ui/PrintCommands.h"
 #include "ui/ReceiptFormView.h"
 #include "ui/TextSpinBox.h"
 #include "ui/druckmenue2011.h"
@@ -44,7 +45,11 @@ public slots:
 class FirstUseTest : public test::MainWindowFixture
 {
 protected:
-    FirstUseTest() { start(); }
+    FirstUseTest()
+    {
+        installPrinting(*window, form, settings, paths, {});
+        start();
+    }
 
     QRgb centre(QWidget* widget) { return widget->grab().toImage().pixel(widget->width() / 2, widget->height() / 2); }
 };
@@ -114,15 +119,15 @@ TEST_F(FirstUseTest, TheColoursStampAreaIsOnScreenAndInThePhotographAndStandardB
     const QImage stamp(QString::fromStdString((paths.backgroundFolder() / "stempel_rot.bmp").string()));
     const QRgb red = stamp.pixel(stamp.width() / 2, stamp.height() / 2);
     QWidget* stampArea = window->formView()->widgetOf(F::Image3);
-    EXPECT_EQ(QColor(centre(stampArea)).name(), QColor(red).name());
+    EXPECT_EQ(QColor(centre(stampArea)).name().toStdString(), QColor(red).name().toStdString());
     const QImage photo = capture(form);
     const QRect area = stampArea->geometry();
-    EXPECT_EQ(QColor(photo.pixel(area.center())).name(), QColor(red).name());
+    EXPECT_EQ(QColor(photo.pixel(area.center())).name().toStdString(), QColor(red).name().toStdString());
 
     window->action("hg_standard")->trigger();
     QWidget* field = window->formView()->widgetOf(F::Text7);
-    EXPECT_EQ(QColor(field->grab().toImage().pixel(field->width() - 4, field->height() / 2)).name(),
-              QApplication::palette(field).color(QPalette::Button).name());
+    EXPECT_EQ(QColor(field->grab().toImage().pixel(field->width() - 4, field->height() / 2)).name().toStdString(),
+              QApplication::palette(field).color(QPalette::Button).name().toStdString());
 }
 
 TEST_F(FirstUseTest, TheMessageDialogHasItsCaptionsInEveryShapeAndItsHelpIsTheProgramFolders)
