@@ -13,7 +13,7 @@
 #include "export/rtf/RtfWriter.h"
 #include "export/XmlExport.h"
 #include "print/Capture.h"
-#include "ui/rtfexp.h"
+#include "ui/export/rtfexp.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "app/ProgramPaths.h"
 #include "ledger/LedgerStore.h"
 #include "ledger/ReceiptLedger.h"
-#include "ui/LedgerModel.h"
+#include "ui/ledger/LedgerModel.h"
 
 namespace {
 

@@ -8,12 +8,12 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "print/FormFonts.h"
-#include "ui/ExportCommands.h"
-#include "ui/FrameCommands.h"
-#include "ui/FrmSplash1.h"
-#include "ui/PrintCommands.h"
-#include "ui/LedgerCommands.h"
-#include "ui/Quittung.h"
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/FrmSplash1.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/frame/Quittung.h"
 
 int main(int argc, char** argv)
 {

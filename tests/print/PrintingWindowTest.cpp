@@ -14,12 +14,12 @@
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
 #include "print/Capture.h"
-#include "ui/ExportCommands.h"
+#include "ui/export/ExportCommands.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
-#include "ui/FrameCommands.h"
-#include "ui/PrintCommands.h"
-#include "ui/Quittung.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/frame/Quittung.h"
 
 namespace zw {
 namespace {

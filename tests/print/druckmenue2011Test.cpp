@@ -1,4 +1,4 @@
-#include "ui/druckmenue2011.h"
+#include "ui/print/druckmenue2011.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/LedgerCommands.h"
-#include "ui/PrintCommands.h"
-#include "ui/ReceiptFormView.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/receipt/ReceiptFormView.h"
 
 namespace zw {
 namespace {

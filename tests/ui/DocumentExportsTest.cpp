@@ -14,11 +14,11 @@
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/ExportCommands.h"
-#include "ui/FrameCommands.h"
-#include "ui/PrintCommands.h"
-#include "ui/Quittung.h"
-#include "ui/export_pdf.h"
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/frame/Quittung.h"
+#include "ui/export/export_pdf.h"
 
 namespace zw {
 namespace {

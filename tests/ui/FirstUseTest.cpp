@@ -16,12 +16,12 @@
 #include "export/ImageFiles.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
-#include "ui/PrintCommands.h"
-#include "ui/ReceiptFormView.h"
-#include "ui/TextSpinBox.h"
-#include "ui/druckmenue2011.h"
-#include "ui/jpg_export.h"
-#include "ui/png_export.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/TextSpinBox.h"
+#include "ui/print/druckmenue2011.h"
+#include "ui/export/jpg_export.h"
+#include "ui/export/png_export.h"
 
 namespace zw {
 namespace {

@@ -30,10 +30,10 @@
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
-#include "ui/FrameCommands.h"
-#include "ui/Quittung.h"
-#include "ui/ReceiptFormView.h"
-#include "ui/fehlerform.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/Quittung.h"
+#include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/fehlerform.h"
 
 namespace zw {
 namespace {

@@ -23,9 +23,9 @@
 #include "ledger/LedgerOperations.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
-#include "ui/LedgerCommands.h"
-#include "ui/LedgerWindows.h"
-#include "ui/Quittung.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/ledger/LedgerWindows.h"
+#include "ui/frame/Quittung.h"
 
 namespace zw {
 namespace {

@@ -9,9 +9,9 @@
 #include "core/ReceiptForm.h"
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
-#include "ui/ExportCommands.h"
-#include "ui/FrameCommands.h"
-#include "ui/Quittung.h"
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/Quittung.h"
 
 namespace zw::test {
 

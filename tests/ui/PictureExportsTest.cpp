@@ -19,11 +19,11 @@
 #include "tests/app/PeerProgram.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
-#include "ui/ExportCommands.h"
-#include "ui/FrameCommands.h"
-#include "ui/Quittung.h"
-#include "ui/jpg_export.h"
-#include "ui/png_export.h"
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/Quittung.h"
+#include "ui/export/jpg_export.h"
+#include "ui/export/png_export.h"
 
 namespace zw {
 namespace {

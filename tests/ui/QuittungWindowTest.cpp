@@ -11,12 +11,12 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/TempFolder.h"
-#include "ui/FrameCommands.h"
-#include "ui/FrmSplash1.h"
-#include "ui/LedgerCommands.h"
-#include "ui/PrintCommands.h"
-#include "ui/Quittung.h"
-#include "ui/ReceiptFormView.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/FrmSplash1.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/frame/Quittung.h"
+#include "ui/receipt/ReceiptFormView.h"
 
 namespace zw {
 namespace {

@@ -24,11 +24,11 @@
 #include "tests/app/TempFolder.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
-#include "ui/ExportCommands.h"
-#include "ui/FrameCommands.h"
-#include "ui/Quittung.h"
-#include "ui/RtfBridge.h"
-#include "ui/rtfexp.h"
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/frame/Quittung.h"
+#include "ui/frame/RtfBridge.h"
+#include "ui/export/rtfexp.h"
 
 namespace zw {
 namespace {

@@ -1,9 +1,0 @@
-#include "ui/RichTextView.h"
-
-#include "ui/RtfBridge.h"
-
-namespace zw {
-
-void showRichText(const rtf::Document& document, QTextDocument& target) { toTextDocument(document, target); }
-
-} // namespace zw

@@ -1,0 +1,151 @@
+#include "ui/frame/MessageDialog.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "core/GermanNumbers.h"
+#include "core/RunError.h"
+
+namespace zw {
+namespace {
+
+QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+// The program ends message lines with a bare carriage return.
+QString displayText(std::string_view text)
+{
+    QString shown = qt(text);
+    shown.replace("\r\n", "\n");
+    shown.replace('\r', '\n');
+    return shown;
+}
+
+QStyle::StandardPixmap iconFor(MessageStyle style)
+{
+    switch (style) {
+    case MessageStyle::Error:
+        return QStyle::SP_MessageBoxCritical;
+    case MessageStyle::QuestionOkCancel:
+    case MessageStyle::QuestionYesNo:
+        return QStyle::SP_MessageBoxQuestion;
+    case MessageStyle::Warning:
+        return QStyle::SP_MessageBoxWarning;
+    case MessageStyle::Information:
+        break;
+    }
+    return QStyle::SP_MessageBoxInformation;
+}
+
+} // namespace
+
+MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style,
+                             std::string_view title, std::string_view initial, const std::filesystem::path& helpFile)
+    : QDialog(parent)
+{
+    setWindowTitle(qt(title));
+    setObjectName("MessageDialog");
+    setAutoFillBackground(true);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, QColor(0xFF, 0xFF, 0xCC));
+    setPalette(colours);
+
+    auto* icon = new QLabel(this);
+    icon->setPixmap(QApplication::style()->standardIcon(iconFor(style)).pixmap(32, 32));
+    icon->setAlignment(Qt::AlignTop);
+    auto* message = new QLabel(displayText(text), this);
+    message->setObjectName("text");
+    message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* textColumn = new QVBoxLayout;
+    textColumn->addWidget(message);
+    if (shape == Shape::Text || shape == Shape::Number) {
+        m_input = new QLineEdit(qt(initial), this);
+        m_input->setObjectName("input");
+        m_input->selectAll();
+        textColumn->addWidget(m_input);
+    }
+    auto* top = new QHBoxLayout;
+    top->addWidget(icon);
+    top->addLayout(textColumn, 1);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    auto addButton = [&](const QString& caption, int answer, bool isDefault) {
+        auto* button = new QPushButton(caption, this);
+        button->setDefault(isDefault);
+        connect(button, &QPushButton::clicked, this, [this, answer] {
+            m_answer = answer;
+            answer == kAnswerCancel || answer == kAnswerNo ? reject() : accept();
+        });
+        buttons->addWidget(button);
+        return button;
+    };
+    if (shape == Shape::Message) {
+        // Both buttons only close the message.
+        addButton("OK", kAnswerOk, true);
+        addButton("JA", kAnswerOk, false);
+    } else {
+        // The same three buttons for every style: "Okay" is the yes of a yes/no question.
+        addButton("Okay", shape == Shape::Question && style != MessageStyle::QuestionOkCancel ? kAnswerYes : kAnswerOk,
+                  true);
+        addButton("Abbrechen", kAnswerCancel, false);
+        auto* help = addButton("Hilfe", -1, false);
+        disconnect(help, nullptr, this, nullptr);
+        connect(help, &QPushButton::clicked, this, [helpFile] {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(helpFile.string())));
+        });
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addLayout(buttons);
+    setModal(true);
+}
+
+void MessageDialog::showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title)
+{
+    MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {});
+    dialog.exec();
+}
+
+int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,
+                                   std::string_view title, const std::filesystem::path& helpFile)
+{
+    MessageDialog dialog(parent, Shape::Question, text, style, title, {}, helpFile);
+    dialog.exec();
+    // A warning or information "question" answers yes with its Okay button.
+    if (dialog.m_answer == kAnswerOk && style != MessageStyle::QuestionOkCancel)
+        return kAnswerYes;
+    return dialog.m_answer;
+}
+
+std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_view text, MessageStyle style,
+                                                  std::string_view title, std::string_view initial,
+                                                  const std::filesystem::path& helpFile)
+{
+    MessageDialog dialog(parent, Shape::Text, text, style, title, initial, helpFile);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.m_input->text().toStdString();
+}
+
+std::optional<double> MessageDialog::askNumber(QWidget* parent, std::string_view text, MessageStyle style,
+                                               std::string_view title, std::string_view initial,
+                                               const std::filesystem::path& helpFile)
+{
+    MessageDialog dialog(parent, Shape::Number, text, style, title, initial, helpFile);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    try {
+        return parseAmount(dialog.m_input->text().toStdString());
+    } catch (const RunError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace zw

@@ -1,0 +1,295 @@
+#include "ui/ledger/LedgerCommands.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLayout>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "ledger/LedgerStore.h"
+#include "ledger/Totals.h"
+#include "ui/ledger/LedgerModel.h"
+#include "ui/frame/fehlerform.h"
+#include "ui/frame/Quittung.h"
+
+namespace zw {
+namespace {
+
+QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+// The hourglass of LoadLedger and SaveLedger.
+struct WaitCursor
+{
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+};
+
+} // namespace
+
+LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+    : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
+      m_operations(m_ledger, form, window, [this] { save(); }), m_files(form, settings, window),
+      m_currency(form, settings, window)
+{
+    setObjectName("LedgerPart");
+    askFileName = [this](FileDialog kind) {
+        if (kind == FileDialog::Save)
+            return QFileDialog::getSaveFileName(&m_window, "Quittung speichern unter", {}, "Zettelwerk Datei (*.ZW5)");
+        return QFileDialog::getOpenFileName(&m_window, "Quittung öffnen", {},
+                                            kind == FileDialog::Open ? "Zettelwerk Datei (*.ZW5)"
+                                                                     : "Zettelwerk Datei bis V4.x (*.ZWI)");
+    };
+    printerDialog = [this](QPrinter& printer) {
+        QPrintDialog dialog(&printer, &m_window);
+        dialog.exec(); // the answer is not looked at: the list goes to the default printer in any case
+    };
+    reportFault = [this](const RunError& error, std::string_view formName) {
+        zw::reportFault(m_window, error, formName);
+    };
+    buildPage();
+    registerCommands();
+    {
+        WaitCursor hourglass;
+        try {
+            loadLedger(m_ledger, m_paths);
+        } catch (const RunError&) {
+            // The first run has no belege.dat; the start goes on with an empty grid.
+        }
+    }
+    if (m_ledger.rowCount() > 0)
+        m_grid->setCurrentIndex(m_model->index(0, 0));
+    m_operations.alle_felder();
+}
+
+LedgerPart::~LedgerPart() = default;
+
+void LedgerPart::buildPage()
+{
+    auto* page = new QWidget;
+    page->setObjectName("ledgerPage");
+    auto* layout = new QVBoxLayout(page);
+    m_toolbar = new QToolBar(page);
+    m_toolbar->setObjectName("Coolbar2");
+    m_toolbar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    const std::pair<const char*, const char*> keys[] = {{"anzeigen", "Anzeigen"},
+                                                        {"bearbeiten", "Bearbeiten"},
+                                                        {"loeschen", "Löschen"},
+                                                        {"alle_felder", "Alle Felder"},
+                                                        {"drucken", "Drucken"}};
+    for (auto [key, caption] : keys) {
+        QAction* action = m_toolbar->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
+        action->setObjectName(key);
+    }
+    auto* more = new QMenu(m_toolbar);
+    for (auto [key, caption] : {std::pair{"einnahmen_drucken", "Nur Einnahmen drucken"},
+                                {"ausgaben_drucken", "Nur Ausgaben drucken"},
+                                {"loeschen_gesamt", "Gesamte Belegliste löschen"}}) {
+        QAction* action = more->addAction(caption, this, [this, name = std::string(key)] { runToolbarKey(name); });
+        action->setObjectName(key);
+    }
+    if (auto* printButton = qobject_cast<QToolButton*>(m_toolbar->widgetForAction(m_toolbar->actions().last()))) {
+        printButton->setMenu(more);
+        printButton->setPopupMode(QToolButton::MenuButtonPopup);
+    }
+    layout->addWidget(m_toolbar);
+
+    m_model = new LedgerModel(m_ledger, this);
+    m_model->cellEdited = [this](std::size_t row, int column, const std::string& value) {
+        trapped("Quittung", [&] { m_operations.cellEdited(row, column, value); });
+    };
+    m_grid = new QTableView(page);
+    m_grid->setObjectName("Grid1");
+    m_grid->setModel(m_model);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    for (int column = 0; column < kLedgerColumnCount; ++column)
+        m_grid->setColumnWidth(column, ledgerColumns()[static_cast<std::size_t>(column)].widthTwips / kTwipsPerPixel);
+    layout->addWidget(m_grid, 1);
+
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (!current.isValid())
+                    return;
+                m_ledger.setCurrentRow(static_cast<std::size_t>(current.row()));
+                selectRow(m_operations.buffer(), m_ledger, current.row() + 1);
+            });
+    m_ledger.addListener([this](const LedgerChange& change, LedgerPhase phase) {
+        if (phase == LedgerPhase::After && change.kind == LedgerChange::Kind::Columns)
+            m_grid->setColumnHidden(change.column, !m_ledger.isColumnVisible(change.column));
+    });
+
+    // The form and the ledger share the window as the two tabs of sevTabStrip1.
+    QWidget* formArea = m_window.findChild<QWidget*>("formArea");
+    m_tabs = new QTabWidget;
+    m_tabs->setObjectName("sevTabStrip1");
+    if (formArea && m_window.centralWidget() && m_window.centralWidget()->layout()) {
+        m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
+        m_tabs->addTab(formArea, "Quittung");
+    }
+    m_tabs->addTab(page, "Belegliste");
+}
+
+void LedgerPart::registerCommands()
+{
+    auto fileCommand = [this](const char* name, std::function<void()> routine) {
+        m_window.setCommand(name, [this, routine] { trapped("Quittung", routine); });
+    };
+    fileCommand("save", [this] { m_files.save(askFileName(FileDialog::Save).toStdString()); });
+    fileCommand("oeffnen", [this] { m_files.open(askFileName(FileDialog::Open).toStdString()); });
+    fileCommand("oeffnen_vorv5", [this] { m_files.openOld(askFileName(FileDialog::OpenOld).toStdString()); });
+    fileCommand("men_dat", [this] {
+        QAction* last = m_window.action("men_dat");
+        m_files.openLast(last ? last->text().toStdString() : std::string());
+    });
+
+    m_window.setCommand("waehrungfestlegen", [this] { m_window.openWindow("waehrung1"); });
+    m_window.setWindowOpener("waehrung1", [this] {
+        CurrencyWindow window(&m_window, m_currency, m_paths);
+        window.exec();
+    });
+    m_window.setCommand("report", [this] { m_window.openWindow("report1"); });
+    m_window.setWindowOpener("report1", [this] {
+        ReportWindow window(&m_window, m_ledger, m_paths, reportFault);
+        window.exec();
+    });
+    m_window.setCommand("einnahmenn", [this] { m_window.openWindow("ein1"); });
+    m_window.setWindowOpener("ein1", [this] {
+        TotalWindow window(&m_window, TotalWindow::Kind::Income, m_ledger, m_form.text(FormElement::Text2),
+                           m_settings, reportFault);
+        window.exec();
+    });
+    m_window.setCommand("ausgabenn", [this] { m_window.openWindow("aus1"); });
+    m_window.setWindowOpener("aus1", [this] {
+        TotalWindow window(&m_window, TotalWindow::Kind::Expense, m_ledger, m_form.text(FormElement::Text2),
+                           m_settings, reportFault);
+        window.exec();
+    });
+    m_window.setCommand("kasse", [this] { m_window.openWindow("kassenstand"); });
+    m_window.setWindowOpener("kassenstand", [this] {
+        CashBalanceWindow window(&m_window, m_ledger, m_form.text(FormElement::Text2), reportFault);
+        window.exec();
+    });
+
+    if (auto* refresh = m_window.findChild<QPushButton*>("Button3")) {
+        refresh->setEnabled(true);
+        connect(refresh, &QPushButton::clicked, this, [this] { refreshTotals(); });
+    }
+}
+
+void LedgerPart::trapped(const char* formName, const std::function<void()>& routine)
+{
+    try {
+        routine();
+    } catch (const RunError& error) {
+        reportFault(error, formName);
+    }
+}
+
+void LedgerPart::save()
+{
+    WaitCursor hourglass;
+    saveLedger(m_ledger, m_paths);
+}
+
+void LedgerPart::fileReceipt()
+{
+    fileReceiptRow({});
+}
+
+LedgerPart* LedgerPart::of(QObject& window)
+{
+    for (QObject* child : window.children()) {
+        if (auto* part = dynamic_cast<LedgerPart*>(child))
+            return part;
+    }
+    return nullptr;
+}
+
+void LedgerPart::fileReceiptRow(const std::vector<std::string>& fields)
+{
+    WaitCursor hourglass;
+    if (fields.empty())
+        zw::fileReceipt(m_ledger, m_form, m_paths);
+    else
+        zw::fileReceiptRow(m_ledger, fields, m_paths);
+    m_grid->setCurrentIndex(m_model->index(0, 0));
+}
+
+void LedgerPart::runToolbarKey(const std::string& key)
+{
+    trapped("Quittung", [&] {
+        if (key == "anzeigen") {
+            WaitCursor hourglass;
+            m_operations.anzeigen();
+            if (m_tabs->count() > 1)
+                m_tabs->setCurrentIndex(0);
+        } else if (key == "bearbeiten") {
+            m_operations.bearbeiten();
+        } else if (key == "loeschen") {
+            m_operations.loeschen();
+        } else if (key == "loeschen_gesamt") {
+            m_operations.loeschen_gesamt();
+        } else if (key == "alle_felder") {
+            m_operations.alle_felder();
+        } else if (key == "drucken") {
+            printList(LedgerList::drucken);
+        } else if (key == "einnahmen_drucken") {
+            printList(LedgerList::einnahmen_drucken);
+        } else if (key == "ausgaben_drucken") {
+            printList(LedgerList::ausgaben_drucken);
+        }
+    });
+}
+
+void LedgerPart::printList(LedgerList kind)
+{
+    QPrinter printer;
+    if (printerDialog)
+        printerDialog(printer);
+    printLedgerList(ledgerList(m_ledger, kind), printer);
+}
+
+void LedgerPart::refreshTotals()
+{
+    trapped("Quittung", [&] {
+        const auto totals = panelTotals(m_ledger, m_settings);
+        auto show = [this](const char* name, const std::string& text) {
+            if (auto* label = m_window.findChild<QLabel*>(name))
+                label->setText(qt(text));
+        };
+        show("Label23", totals.expense);
+        show("Label21", totals.income);
+        show("Label25", totals.balance);
+        show("Label28", totals.currency);
+        if (auto* balance = m_window.findChild<QLabel*>("Label25")) {
+            QPalette colours = balance->palette();
+            colours.setColor(QPalette::WindowText, totals.balanceNegative
+                                                       ? QColor(255, 0, 0)
+                                                       : QApplication::palette().color(QPalette::ButtonText));
+            balance->setPalette(colours);
+        }
+    });
+}
+
+LedgerPart& installLedger(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+{
+    return *new LedgerPart(window, form, settings, paths);
+}
+
+} // namespace zw

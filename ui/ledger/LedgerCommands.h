@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ledger/Currency.h"
+#include "ledger/LedgerOperations.h"
+#include "ledger/ReceiptFile.h"
+#include "ledger/ReceiptLedger.h"
+#include "ui/ledger/LedgerWindows.h"
+
+class QPrinter;
+class QTableView;
+class QTabWidget;
+class QToolBar;
+
+namespace zw {
+
+class LedgerModel;
+class ProgramPaths;
+class Quittung;
+class ReceiptForm;
+class Settings;
+
+// The ledger, receipt files, totals, currency and report as parts of the main window. The print command reaches
+// it with LedgerPart::of(window) and files through fileReceipt or fileReceiptRow.
+class LedgerPart : public QObject
+{
+public:
+    LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+    ~LedgerPart() override;
+
+    // The window's ledger part, or nullptr. findChild<LedgerPart*> cannot tell it apart: it has no meta-object.
+    static LedgerPart* of(QObject& window);
+
+    ReceiptLedger& ledger() { return m_ledger; }
+    LedgerOperations& operations() { return m_operations; }
+    QTableView* grid() const { return m_grid; }
+    QTabWidget* tabs() const { return m_tabs; }
+    QToolBar* toolbar() const { return m_toolbar; }
+
+    // Filing with Save_Check on: the receipt becomes row 1 and belege.dat is rewritten.
+    void fileReceipt();
+    void fileReceiptRow(const std::vector<std::string>& fields);
+
+    // A key of the ledger toolbar Coolbar2, under the common error trap.
+    void runToolbarKey(const std::string& key);
+    // Button3 "Daten &aktualisieren".
+    void refreshTotals();
+
+    // Stand-ins for the common dialogs, so that the commands run without a person.
+    enum class FileDialog { Open, OpenOld, Save };
+    std::function<QString(FileDialog)> askFileName;
+    std::function<void(QPrinter&)> printerDialog;
+    FaultReporter reportFault;
+
+private:
+    void buildPage();
+    void registerCommands();
+    void trapped(const char* formName, const std::function<void()>& routine);
+    void printList(LedgerList kind);
+    void save();
+
+    Quittung& m_window;
+    ReceiptForm& m_form;
+    Settings& m_settings;
+    const ProgramPaths& m_paths;
+    ReceiptLedger m_ledger;
+    LedgerOperations m_operations;
+    ReceiptFileCommands m_files;
+    CurrencyChoice m_currency;
+    LedgerModel* m_model = nullptr;
+    QTableView* m_grid = nullptr;
+    QTabWidget* m_tabs = nullptr;
+    QToolBar* m_toolbar = nullptr;
+};
+
+// Builds the ledger tab, loads belege.dat and registers the commands and windows of the ledger.
+LedgerPart& installLedger(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+
+} // namespace zw

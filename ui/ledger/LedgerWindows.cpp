@@ -1,0 +1,264 @@
+#include "ui/ledger/LedgerWindows.h"
+
+#include <QDesktopServices>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "app/ProgramPaths.h"
+#include "app/TextFile.h"
+#include "core/RunError.h"
+#include "ledger/Currency.h"
+#include "ledger/LedgerOperations.h"
+#include "ledger/LedgerReport.h"
+#include "ledger/Totals.h"
+
+namespace zw {
+namespace {
+
+QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QLabel* headline(const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    QFont font = label->font();
+    font.setBold(true);
+    font.setPointSize(font.pointSize() + 4);
+    label->setFont(font);
+    return label;
+}
+
+void colourBalance(QLabel* label, bool negative)
+{
+    QPalette colours = label->palette();
+    colours.setColor(QPalette::WindowText,
+                     negative ? QColor(255, 0, 0) : label->palette().color(QPalette::ButtonText));
+    label->setPalette(colours);
+}
+
+} // namespace
+
+TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger, const std::string& currency,
+                         Settings& settings, const FaultReporter& reportFault)
+    : QDialog(parent)
+{
+    const bool income = kind == Kind::Income;
+    setObjectName(income ? "ein1" : "aus1");
+    setWindowTitle(income ? "Einnahmen" : "Ausgaben");
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(headline(income ? "Einnahmen" : "Ausgaben", this));
+    m_label1 = new QLabel("0,00", this);
+    m_label1->setObjectName("Label1");
+    QFont big = m_label1->font();
+    big.setPointSize(big.pointSize() + 6);
+    m_label1->setFont(big);
+    layout->addWidget(m_label1);
+    auto* reset = new QPushButton(income ? "&Einnahmen löschen" : "&Ausgaben löschen", this);
+    reset->setObjectName("Button1");
+    layout->addWidget(reset);
+    connect(reset, &QPushButton::clicked, this, [&settings, income] {
+        income ? resetCarriedIncome(settings) : resetCarriedExpense(settings);
+    });
+    try {
+        m_label1->setText(qt(income ? incomeWindowText(ledger, currency) : expenseWindowText(ledger, currency)));
+    } catch (const RunError& error) {
+        reportFault(error, objectName().toStdString());
+    }
+}
+
+CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
+                                     const FaultReporter& reportFault)
+    : QDialog(parent)
+{
+    setObjectName("kassenstand");
+    setWindowTitle("Kassenstand");
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(headline("Der aktuelle Kassenstand", this));
+    auto* grid = new QGridLayout;
+    QLabel* values[3];
+    const char* captions[] = {"Einnahmen", "Ausgaben", "+/-"};
+    const char* names[] = {"Label3", "Label4", "Label5"};
+    for (int i = 0; i < 3; ++i) {
+        grid->addWidget(new QLabel(captions[i], this), i, 0);
+        values[i] = new QLabel(this);
+        values[i]->setObjectName(names[i]);
+        values[i]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(values[i], i, 1);
+    }
+    layout->addLayout(grid);
+    try {
+        const auto balance = cashBalance(ledger, currency);
+        values[0]->setText(qt(balance.income));
+        values[1]->setText(qt(balance.expense));
+        values[2]->setText(qt(balance.balance));
+        colourBalance(values[2], balance.balanceNegative);
+    } catch (const RunError& error) {
+        reportFault(error, objectName().toStdString());
+    }
+}
+
+CurrencyWindow::CurrencyWindow(QWidget* parent, CurrencyChoice& choice, const ProgramPaths& paths) : QDialog(parent)
+{
+    setObjectName("waehrung1");
+    setWindowTitle("Andere Währung festlegen");
+    auto* layout = new QVBoxLayout(this);
+    auto* label1 = new QLabel("Geben Sie nun bitte in das unten aufgeführte Feld, die von Ihnen verwendete Währung "
+                              "ein. Bitte verwenden Sie immer nur 3 Buchstaben z. B. EUR = EURO,  USD = Dollar.",
+                              this);
+    label1->setObjectName("Label1");
+    label1->setWordWrap(true);
+    layout->addWidget(label1);
+
+    auto* fieldRow = new QHBoxLayout;
+    m_waehr = new QLineEdit(this);
+    m_waehr->setObjectName("waehr");
+    m_waehr->setToolTip("<b>Währungen</b><br>Klicken Sie auf den Button um einige Währungen angezeigt zu bekommen.");
+    const std::string stored = choice.storedCode();
+    m_waehr->setText(stored.empty() ? QString("EUR") : qt(stored));
+    auto* popup = new QToolButton(this);
+    popup->setObjectName("waehrPopup");
+    popup->setText("…");
+    popup->setToolTip("Öffnen");
+    auto* list = new QMenu(popup);
+    for (const auto& code : CurrencyChoice::suggestions(paths.dataFile("waehrung.dat")))
+        list->addAction(qt(code), this, [this, code] { m_waehr->setText(qt(code)); });
+    popup->setMenu(list);
+    popup->setPopupMode(QToolButton::InstantPopup);
+    fieldRow->addWidget(m_waehr, 1);
+    fieldRow->addWidget(popup);
+    layout->addLayout(fieldRow);
+
+    auto* buttons = new QHBoxLayout;
+    auto* save = new QPushButton("&Speichern", this);
+    save->setObjectName("Command4");
+    auto* remove = new QPushButton("&Währung löschen", this);
+    remove->setObjectName("Button2");
+    auto* back = new QPushButton("&Zurück", this);
+    back->setObjectName("Button1");
+    auto* info = new QPushButton("Info's über ISO 4217", this);
+    info->setObjectName("Command1");
+    for (auto* button : {save, remove, back, info})
+        buttons->addWidget(button);
+    layout->addLayout(buttons);
+
+    connect(save, &QPushButton::clicked, this, [this, &choice] {
+        choice.save(m_waehr->text().toStdString());
+        accept();
+    });
+    connect(remove, &QPushButton::clicked, this, [this, &choice, save, remove] {
+        m_waehr->clear();
+        save->setEnabled(false);
+        remove->setEnabled(false);
+        choice.remove();
+        accept();
+    });
+    connect(back, &QPushButton::clicked, this, &QDialog::reject);
+    connect(info, &QPushButton::clicked, this,
+            [] { QDesktopServices::openUrl(QUrl("https://de.wikipedia.org/wiki/ISO_4217")); });
+}
+
+ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const ProgramPaths& paths,
+                           const FaultReporter& reportFault)
+    : QDialog(parent)
+{
+    setObjectName("report1");
+    setWindowTitle("Belegliste aller ausgedruckten Quittungen");
+    resize(760, 560);
+    // Layouts keep every control in its place relative to the window as it is resized.
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(headline("Belegliste der bisher gedruckten und gespeicherten Belege", this));
+    m_browser = new QTextBrowser(this);
+    m_browser->setObjectName("WebBrowser1");
+    layout->addWidget(m_browser, 1);
+    auto* buttons = new QHBoxLayout;
+    auto* print = new QPushButton("Belegliste &drucken", this);
+    print->setObjectName("xpButton3");
+    auto* clear = new QPushButton("Belegliste &löschen", this);
+    clear->setObjectName("Command1");
+    auto* okay = new QPushButton("&Okay", this);
+    okay->setObjectName("xpButton1");
+    buttons->addWidget(print);
+    buttons->addWidget(clear);
+    buttons->addStretch();
+    buttons->addWidget(okay);
+    layout->addLayout(buttons);
+
+    printPage = [this](QTextBrowser& page) {
+        QPrinter printer;
+        QPrintDialog dialog(&printer, this);
+        if (dialog.exec() == QDialog::Accepted)
+            page.document()->print(&printer);
+    };
+    connect(print, &QPushButton::clicked, this, [this] { printPage(*m_browser); });
+    connect(okay, &QPushButton::clicked, this, &QDialog::accept);
+    connect(clear, &QPushButton::clicked, this, [this, &paths, reportFault] {
+        try {
+            navigate(clearReport(paths));
+        } catch (const RunError& error) {
+            reportFault(error, "report1");
+        }
+    });
+    try {
+        navigate(writeReport(paths, reportHtml(ledger)));
+    } catch (const RunError& error) {
+        reportFault(error, "report1");
+    }
+}
+
+void ReportWindow::navigate(const std::string& file)
+{
+    // The page lies on disk in Windows-1252, as the rest of the data folder.
+    m_browser->setHtml(qt(readTextFile(file)));
+}
+
+// The average character width as the printer reports it for a TrueType font: the lowercase letters and the blank
+// weighted by their frequency in text. The metric twins of Arial share these widths but not the stored average.
+double averageCharacterWidth(const QFontMetricsF& metrics)
+{
+    static constexpr std::pair<char, int> kWeights[] = {
+        {'a', 64}, {'b', 14}, {'c', 27}, {'d', 35}, {'e', 100}, {'f', 20}, {'g', 14}, {'h', 42}, {'i', 63},
+        {'j', 3},  {'k', 6},  {'l', 35}, {'m', 20}, {'n', 56},  {'o', 56}, {'p', 17}, {'q', 4},  {'r', 49},
+        {'s', 56}, {'t', 71}, {'u', 31}, {'v', 10}, {'w', 18},  {'x', 3},  {'y', 18}, {'z', 2},  {' ', 166}};
+    double sum = 0;
+    for (auto [character, weight] : kWeights)
+        sum += metrics.horizontalAdvance(QChar(character)) * weight;
+    return sum / 1000.0;
+}
+
+void printLedgerList(const PrintedList& list, QPrinter& printer)
+{
+    QPainter painter;
+    if (!painter.begin(&printer))
+        throw RunError(482, "Druckerfehler");
+    const double pageHeight = painter.viewport().height();
+    double y = 0;
+    for (const auto& line : list.lines) {
+        QFont font(qt(list.fontFamily));
+        font.setPointSize(line.pointSize);
+        font.setBold(line.bold);
+        painter.setFont(font);
+        const QFontMetricsF metrics(font, &printer);
+        if (y + metrics.height() > pageHeight) {
+            printer.newPage();
+            y = 0;
+        }
+        const double column = averageCharacterWidth(metrics);
+        for (const auto& piece : line.pieces)
+            painter.drawText(QPointF((piece.tabColumn - 1) * column, y + metrics.ascent()), qt(piece.text));
+        y += metrics.height();
+    }
+    painter.end();
+}
+
+} // namespace zw

@@ -1,0 +1,152 @@
+#include "ui/print/PrintCommands.h"
+
+#include <QObject>
+#include <QPushButton>
+
+#include "app/ProgramPaths.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "print/Capture.h"
+#include "print/IssuerData.h"
+#include "print/PictureCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/print/IssuerWindows.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/frame/MessageDialog.h"
+#include "ui/frame/Quittung.h"
+#include "ui/print/druckmenue2011.h"
+#include "ui/frame/fehlerform.h"
+
+namespace zw {
+namespace {
+
+// Lives as a child of the main window: the session's state of printing.
+class PrintingPart : public QObject
+{
+public:
+    PrintingPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
+                 FileReceipt fileReceipt)
+        : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
+          m_fileReceipt(std::move(fileReceipt)), m_capture(paths), m_print(form, paths, m_capture),
+          m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
+    {
+        setObjectName("PrintingPart");
+        m_capture.setLook(receiptLook(window));
+        if (auto* printButton = window.findChild<QPushButton*>("xpButton3")) {
+            printButton->setEnabled(true);
+            connect(printButton, &QPushButton::clicked, this, [this] { xpButton3(); });
+        }
+        if (auto* switchIssuer = window.findChild<QPushButton*>("Command6_1")) {
+            switchIssuer->setEnabled(true);
+            connect(switchIssuer, &QPushButton::clicked, this, [this] { m_window.openWindow("aussteller_pro"); });
+        }
+        window.setCommand("aussetller", [this] { m_window.openWindow("aussteller"); });
+        window.setWindowOpener("aussteller", [this] { openAussteller(); });
+        window.setWindowOpener("aussteller_pro", [this] {
+            aussteller_pro dialog(m_issuers, m_issuers.openAusstellerPro(), &m_window);
+            dialog.exec();
+        });
+        window.setWindowOpener("logodatei", [this] { openPictureWindow(PictureKind::Logo); });
+        window.setWindowOpener("stunter", [this] { openPictureWindow(PictureKind::Signature); });
+        untrapped("ausstellerein", [this] { m_pictures.switchOn(PictureKind::Logo); });
+        untrapped("austeller_ent", [this] { m_pictures.switchOff(PictureKind::Logo); });
+        untrapped("logo", [this] { m_pictures.choose(PictureKind::Logo); });
+        untrapped("einfst", [this] { m_pictures.switchOn(PictureKind::Signature); });
+        untrapped("entfst", [this] { m_pictures.switchOff(PictureKind::Signature); });
+        untrapped("dateiwst", [this] { m_pictures.choose(PictureKind::Signature); });
+        // The start switches the pictures on with its failures ignored.
+        window.setStartPart("ausstellerein", [this] { m_pictures.switchOn(PictureKind::Logo); });
+        window.setStartPart("einfst", [this] { m_pictures.switchOn(PictureKind::Signature); });
+        form.addListener([this](const FormChange& change) {
+            if (change.aspect == FormAspect::Switch && change.name == "opt_stamp")
+                m_pictures.showStampChoice();
+        });
+        m_pictures.showStampChoice();
+    }
+
+private:
+    // A fault these commands do not trap: number and text in a message box, and the program goes on.
+    void showUntrapped(const RunError& error)
+    {
+        MessageDialog::showMessage(&m_window,
+                                   "Laufzeitfehler '" + std::to_string(error.number()) + "':\r\r" +
+                                       error.description(),
+                                   MessageStyle::Error, "Zettelwerk");
+    }
+
+    void untrapped(const std::string& name, std::function<void()> routine)
+    {
+        m_window.setCommand(name, [this, routine = std::move(routine)] {
+            try {
+                routine();
+            } catch (const RunError& error) {
+                showUntrapped(error);
+            }
+        });
+    }
+
+    void xpButton3()
+    {
+        try {
+            m_print.run(m_fileReceipt);
+        } catch (const RunError& error) {
+            showUntrapped(error);
+            return;
+        }
+        druckmenue2011 dialog(m_form, m_settings, m_paths, m_printer, PrintJob(), &m_window);
+        dialog.reportFault = [this](const RunError& error) { reportFault(m_window, error, "druckmenue2011"); };
+        dialog.exec();
+        m_printer = dialog.chosenPrinter();
+    }
+
+    void openAussteller()
+    {
+        IssuerEntry entry;
+        try {
+            entry = m_issuers.openAussteller();
+        } catch (const RunError& error) {
+            reportFault(m_window, error, "aussteller");
+            return;
+        }
+        aussteller dialog(m_issuers, entry, &m_window);
+        dialog.exec();
+    }
+
+    void openPictureWindow(PictureKind kind)
+    {
+        try {
+            PictureFileWindow dialog(m_pictures, kind, &m_window);
+            dialog.exec();
+        } catch (const RunError& error) {
+            showUntrapped(error);
+        }
+    }
+
+    Quittung& m_window;
+    ReceiptForm& m_form;
+    Settings& m_settings;
+    const ProgramPaths& m_paths;
+    FileReceipt m_fileReceipt;
+    Capture m_capture;
+    PrintCommand m_print;
+    IssuerData m_issuers;
+    PictureCommands m_pictures;
+    QString m_printer;
+};
+
+} // namespace
+
+void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
+                     FileReceipt fileReceipt)
+{
+    if (!fileReceipt) {
+        // The ledger part of the window files the row; without one nothing is filed.
+        fileReceipt = [&window](const std::vector<std::string>& row) {
+            if (auto* ledger = LedgerPart::of(window))
+                ledger->fileReceiptRow(row);
+        };
+    }
+    new PrintingPart(window, form, settings, paths, std::move(fileReceipt));
+}
+
+} // namespace zw
