@@ -41,11 +41,15 @@ void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& ent
     if (text.isEmpty())
         return;
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    const QRect field(entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels());
+    QRect field(entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels());
+    painter.setFont(formFont(form, entry.element));
+    // A one-line caption is never cut, here as on the screen: the form's font may be a little wider than the
+    // one the form was drawn for ("% MwSt.").
+    if (!entry.editable && !entry.multiLine)
+        field.setWidth(std::max(field.width(), painter.fontMetrics().horizontalAdvance(text)));
     const int margin = textMargin(entry);
     QRect inner = field.adjusted(margin, entry.multiLine && entry.editable ? margin : 0, -margin, 0);
     int flags = alignmentFlags(entry);
-    painter.setFont(formFont(form, entry.element));
     // A line edit whose text is wider than itself shows the text's beginning, whatever its alignment.
     if (!entry.multiLine && painter.fontMetrics().horizontalAdvance(text) > inner.width())
         flags = (flags & ~Qt::AlignHorizontal_Mask) | Qt::AlignLeft;

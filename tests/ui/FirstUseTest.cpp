@@ -6,7 +6,10 @@
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
+#include <QToolBox>
 #include <QToolButton>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -171,6 +174,25 @@ TEST_F(FirstUseTest, ThePictureSaveDialogsShowTheirPatternAsTheFileName)
     png_export png(handOver, window.get());
     QTest::mouseClick(png.findChild<QPushButton*>("Command1"), Qt::LeftButton);
     EXPECT_EQ(names, (std::vector<QString>{"*.jpg", "*.png"}));
+}
+
+TEST_F(FirstUseTest, TheShortcutBarsPanelsFitTheBarAndTheFormAreaGrowsWithTheWindow)
+{
+    window->resize(1024, 740);
+    auto* bar = window->findChild<QToolBox*>("ShortcutBar1");
+    ASSERT_NE(bar, nullptr);
+    for (int i = 0; i < bar->count(); ++i) {
+        bar->setCurrentIndex(i);
+        QApplication::processEvents();
+        auto* area = qobject_cast<QScrollArea*>(bar->widget(i)->parentWidget()->parentWidget());
+        ASSERT_NE(area, nullptr);
+        EXPECT_FALSE(area->horizontalScrollBar()->isVisible()) << bar->itemText(i).toStdString();
+    }
+    QWidget* formArea = window->formView()->parentWidget();
+    const int before = formArea->height();
+    window->resize(1200, 900);
+    QApplication::processEvents();
+    EXPECT_GT(formArea->height(), before);
 }
 
 } // namespace

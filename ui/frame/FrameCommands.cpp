@@ -32,6 +32,7 @@
 #include "core/RunError.h"
 #include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/WindowTitle.h"
 #include "ui/frame/fehlerform.h"
 #include "ui/frame/optionen.h"
 
@@ -434,6 +435,7 @@ private:
         connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
         connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
         layout->addWidget(buttons);
+        keepTitleWhole(dialog);
         if (dialog.exec() != QDialog::Accepted)
             return;
         // The groups keep their order, so the count of ticked ones up to the first unticked decides.

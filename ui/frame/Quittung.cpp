@@ -25,6 +25,7 @@
 #include "app/CommandCatalogue.h"
 #include "app/ProgramPaths.h"
 #include "core/AmountEntry.h"
+#include "core/Hints.h"
 #include "core/ReceiptForm.h"
 #include "core/ReceiptTypes.h"
 #include "core/RunError.h"
@@ -109,7 +110,8 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_ruler2->move(kRuler2.left / kTwipsPerPixel, kRuler1.top / kTwipsPerPixel + 16);
     m_formView = new ReceiptFormView(form, paths, formArea);
     m_formView->move(rulerOffset, kRuler1.top / kTwipsPerPixel + 16);
-    formArea->setFixedSize(rulerOffset + kFormWidthPixels + 12, kRuler1.top / kTwipsPerPixel + 16 + kFormHeightPixels + 12);
+    // The area keeps the receipt at its top left and grows with the window, as does what takes its place.
+    formArea->setMinimumSize(rulerOffset + kFormWidthPixels + 12, kRuler1.top / kTwipsPerPixel + 16 + kFormHeightPixels + 12);
     m_formView->keyFilter = [this](FormElement element, int code) { return filterKey(element, code); };
     m_formView->mouseMoved = [this](QPoint at) {
         m_ruler1->setMark(at.x());
@@ -133,9 +135,8 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_hintLine->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     auto* formColumn = new QVBoxLayout;
-    formColumn->addWidget(formArea, 0, Qt::AlignLeft | Qt::AlignTop);
+    formColumn->addWidget(formArea, 1);
     formColumn->addWidget(m_hintLine);
-    formColumn->addStretch();
     auto* layout = new QHBoxLayout(m_central);
     layout->addWidget(buildShortcutBar());
     layout->addLayout(formColumn, 1);
@@ -290,7 +291,6 @@ QWidget* Quittung::buildShortcutBar()
 {
     m_shortcutBar = new QToolBox(m_central);
     m_shortcutBar->setObjectName("ShortcutBar1");
-    m_shortcutBar->setFixedWidth(285);
 
     // Belegdruck
     auto* print = new QWidget;
@@ -448,6 +448,13 @@ QWidget* Quittung::buildShortcutBar()
     listsLayout->addStretch();
     m_shortcutBar->addItem(lists, "Kunden- und Artikelliste");
     m_shortcutBar->setCurrentIndex(0);
+    // The bar is as wide as its widest panel needs, with room for a vertical scroll bar on a low screen, so no
+    // caption or button is ever cut and no horizontal scroll bar appears.
+    int widest = 0;
+    for (int i = 0; i < m_shortcutBar->count(); ++i)
+        widest = std::max(widest, m_shortcutBar->widget(i)->minimumSizeHint().width());
+    m_shortcutBar->setFixedWidth(widest + style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
+                                 2 * m_shortcutBar->frameWidth() + 4);
 
     connect(m_saveCheck, &QCheckBox::toggled, this, [this](bool on) {
         if (!m_mirroring)
@@ -510,7 +517,7 @@ void Quittung::mirror(const FormChange& change)
     switch (change.aspect) {
     case FormAspect::Text:
         if (change.element == F::Label16)
-            m_hintLine->setText(qt(m_form.text(F::Label16)));
+            m_hintLine->setText(qt(hintShown(m_form.text(F::Label16))));
         break;
     case FormAspect::Switch:
         mirrorSwitches();
