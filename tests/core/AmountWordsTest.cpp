@@ -69,18 +69,6 @@ TEST(GetZahlInWorten, GivesNothingBelowOneAndItsMessageAboveTheLimit)
     }
 }
 
-TEST(GetZahlInWorten, PairAndDigitHelpersSpellTheShortForms)
-{
-    EXPECT_EQ(digitWords(1), "ein");
-    EXPECT_EQ(digitWords(0), "");
-    EXPECT_EQ(digitWords(10), "");
-    EXPECT_EQ(pairWords(0), "");
-    EXPECT_EQ(pairWords(1), "eins");
-    EXPECT_EQ(pairWords(21), "einundzwanzig");
-    EXPECT_EQ(pairWords(30), "dreißig");
-    EXPECT_EQ(pairWords(12), "zwölf");
-}
-
 TEST(BetragInWorten, WritesEveryRowOfItsResultTable)
 {
     struct Row
@@ -144,34 +132,6 @@ TEST(BetragInWorten, MoreThanTwelveCharactersIsARunTimeFault)
     // Twelve characters with the sign still pass; the sign takes the place of a hundreds digit.
     EXPECT_EQ(BetragInWorten(-99999999999.0), "neunundneunzigmilliardenneunhundertneunundneunzigmillionen"
                                               "neunhundertneunundneunzigtausendneunhundertneunundneunzig");
-}
-
-TEST(TripletWords, SpellsGroupsOfThree)
-{
-    struct Row
-    {
-        const char* group;
-        const char* words;
-    };
-    const Row rows[] = {
-        {"110", "einhundertzehn"},
-        {"210", "zweihundertzehn"},
-        {"011", "elf"},
-        {"020", "zwanzig"},
-        {"007", "sieben"},
-        {"101", "einhunderteins"},
-        {"121", "einhunderteinundzwanzig"},
-        {"999", "neunhundertneunundneunzig"},
-        {"000", ""},
-        {"0-5", "fünf"},
-        {"-15", "fünfzehn"},
-        {"1.2", "einhundertzwei"},
-        {"01.", ""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.group);
-        EXPECT_EQ(tripletWords(row.group), row.words);
-    }
 }
 
 TEST(SuchenUndErsetzen, ReplacesOnlyTheFirstOccurrence)

@@ -5,20 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/core/RunErrorNumber.h"
+
 #include "core/RunError.h"
 
 namespace zw {
 namespace {
 
-int faultOf(auto&& call)
-{
-    try {
-        call();
-    } catch (const RunError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using test::errorNumberOf;
 
 TEST(ParseAmount, ReadsTypedAmountsTheGermanWay)
 {
@@ -89,20 +83,20 @@ TEST(ParseAmount, RejectsTextThatIsNoNumberWithTypeMismatch)
                              "1\xC2\xA0"
                              "000"}) {
         SCOPED_TRACE(text);
-        EXPECT_EQ(faultOf([&] { parseAmount(text); }), 13);
+        EXPECT_EQ(errorNumberOf([&] { parseAmount(text); }), 13);
         EXPECT_FALSE(isNumeric(text));
     }
 }
 
 TEST(ParseAmount, ValuesBeyondTheDoubleRangeOverflow)
 {
-    EXPECT_EQ(faultOf([] { parseAmount("1e400"); }), 6);
-    EXPECT_EQ(faultOf([] { parseAmount("1e99999999999999999999"); }), 6);
-    EXPECT_EQ(faultOf([] { parseAmount("&H1FFFFFFFFFFFFFFFF"); }), 6);
+    EXPECT_EQ(errorNumberOf([] { parseAmount("1e400"); }), 6);
+    EXPECT_EQ(errorNumberOf([] { parseAmount("1e99999999999999999999"); }), 6);
+    EXPECT_EQ(errorNumberOf([] { parseAmount("&H1FFFFFFFFFFFFFFFF"); }), 6);
     EXPECT_EQ(parseAmount("1,7976931348623157e308"), std::numeric_limits<double>::max());
     // The text is read whole first: a malformed text stays a type mismatch, however large.
-    EXPECT_EQ(faultOf([] { parseAmount("1e400x"); }), 13);
-    EXPECT_EQ(faultOf([] { parseAmount("&HFFFFFFFFFFFFFFFFFZ"); }), 13);
+    EXPECT_EQ(errorNumberOf([] { parseAmount("1e400x"); }), 13);
+    EXPECT_EQ(errorNumberOf([] { parseAmount("&HFFFFFFFFFFFFFFFFFZ"); }), 13);
 }
 
 TEST(FormatNumber, WritesFifteenSignificantDigitsWithAComma)
@@ -132,7 +126,7 @@ TEST(FormatNumber, WritesFifteenSignificantDigitsWithAComma)
         SCOPED_TRACE(row.text);
         EXPECT_EQ(formatNumber(row.value), row.text);
     }
-    EXPECT_EQ(faultOf([] { formatNumber(std::numeric_limits<double>::infinity()); }), 6);
+    EXPECT_EQ(errorNumberOf([] { formatNumber(std::numeric_limits<double>::infinity()); }), 6);
 }
 
 TEST(FormatNumber, ReadsBackToTheSameText)
@@ -173,8 +167,8 @@ TEST(LeadingNumber, ScansDigitsWithAPointAsTheOnlyDecimalMark)
         SCOPED_TRACE(row.text);
         EXPECT_EQ(leadingNumber(row.text), row.value);
     }
-    EXPECT_EQ(faultOf([] { leadingNumber("1e400"); }), 6);
-    EXPECT_EQ(faultOf([] { leadingNumber("&H100000000"); }), 6);
+    EXPECT_EQ(errorNumberOf([] { leadingNumber("1e400"); }), 6);
+    EXPECT_EQ(errorNumberOf([] { leadingNumber("&H100000000"); }), 6);
 }
 
 TEST(RoundHalfEven, SendsExactHalvesToTheEvenNeighbour)
@@ -205,7 +199,7 @@ TEST(RoundHalfEven, SendsExactHalvesToTheEvenNeighbour)
     }
     for (double outside : {2147483647.5, 2147483648.0, -2147483648.6, 1e20, std::nan("")}) {
         SCOPED_TRACE(outside);
-        EXPECT_EQ(faultOf([&] { roundHalfEven(outside); }), 6);
+        EXPECT_EQ(errorNumberOf([&] { roundHalfEven(outside); }), 6);
     }
 }
 
@@ -290,11 +284,11 @@ TEST(FormatPatternText, FormatsNumericTextAndLeavesOtherTextAlone)
 TEST(CheckedArithmetic, RaisesTheRunTimeFaults)
 {
     EXPECT_EQ(checkedQuotient(119.0, 1.19), 119.0 / 1.19);
-    EXPECT_EQ(faultOf([] { checkedQuotient(5.0, 0.0); }), 11);
-    EXPECT_EQ(faultOf([] { checkedQuotient(0.0, 0.0); }), 6);
-    EXPECT_EQ(faultOf([] { checkedProduct(1e300, 1e300); }), 6);
-    EXPECT_EQ(faultOf([] { checkedSum(1.7e308, 1.7e308); }), 6);
-    EXPECT_EQ(faultOf([] { checkedDifference(-1.7e308, 1.7e308); }), 6);
+    EXPECT_EQ(errorNumberOf([] { checkedQuotient(5.0, 0.0); }), 11);
+    EXPECT_EQ(errorNumberOf([] { checkedQuotient(0.0, 0.0); }), 6);
+    EXPECT_EQ(errorNumberOf([] { checkedProduct(1e300, 1e300); }), 6);
+    EXPECT_EQ(errorNumberOf([] { checkedSum(1.7e308, 1.7e308); }), 6);
+    EXPECT_EQ(errorNumberOf([] { checkedDifference(-1.7e308, 1.7e308); }), 6);
 }
 
 } // namespace

@@ -412,15 +412,6 @@ TEST(clsPDF, FormatNumberRoundsHalfUpToThousandthsAndWritesTheShortestForm)
     EXPECT_EQ(errorNumberOf([] { clsPDFTestAccess::FormatNumber(HUGE_VAL); }), 6);
 }
 
-TEST(clsPDF, FormatColorReadsRedFromTheLowByte)
-{
-    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x000000), "0 G");
-    EXPECT_EQ(clsPDFTestAccess::FormatColor(0xFFFFFF), "1 G");
-    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x0000FF), "1 0 0 RG");
-    EXPECT_EQ(clsPDFTestAccess::FormatColor(0xFF0000), "0 0 1 RG");
-    EXPECT_EQ(clsPDFTestAccess::FormatColor(0x01336699), "0.6 0.4 0.2 RG"); // the fourth byte is ignored
-}
-
 TEST(clsPDF, NonZeroFillColourBlackensTheTextAndStateIsRepeatedOnEveryPage)
 {
     clsPDF pdf = newWriter();
@@ -489,16 +480,6 @@ TEST(clsPDF, CircleIsFourCurvesAndASecondOneAtTheSamePlaceHasNoMove)
                                "272 492 250 470 250 442 c\r"
                                "250 414 272 392 300 392 c\r";
     EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r300 392 m\r" + curves + "S\r" + curves + "f\r");
-}
-
-TEST(clsPDF, CircleControlDistanceIsRoundedToTheNearestPoint)
-{
-    // A radius of 1 gives 0.552, rounded 1.
-    clsPDF pdf = newWriter();
-    pdf.PrintLine("x");
-    pdf.DrawCircle(0, 0, 1, clsPDF::ModeStroke);
-    EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r0 841 m\r1 841 1 841 1 842 c\r1 843 1 843 0 843 c\r"
-                                             "-1 843 -1 843 -1 842 c\r-1 841 -1 841 0 841 c\rS\r");
 }
 
 TEST(clsPDF, DrawTextPositionsOrRotatesAndShowsOneLeadingLower)

@@ -12,7 +12,6 @@ struct clsPDFTestAccess
 {
     static std::string CompressRunLength(std::string_view bytes) { return clsPDF::CompressRunLength(bytes); }
     static std::string FormatNumber(double value) { return clsPDF::FormatNumber(value); }
-    static std::string FormatColor(std::int32_t color) { return clsPDF::FormatColor(color); }
 };
 
 } // namespace zw

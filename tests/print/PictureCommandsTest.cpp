@@ -3,6 +3,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
+#include "tests/core/RunErrorNumber.h"
+
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
@@ -24,7 +26,10 @@ protected:
         logoPicture = (folder / "logo.bmp").string();
         test::writeSolidPicture(logoPicture, 313, 97, QColor(0, 0, 200));
     }
-    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
+    void writeData(const std::string& name, const std::string& bytes)
+    {
+        test::writeBytes(paths.dataFile(name), bytes);
+    }
     std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
     test::TempFolder folder;
@@ -92,12 +97,7 @@ TEST_F(PictureCommandsTest, APathSplitOverLinesIsJoinedAndABrokenPathFails)
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         writeData("signatur.sig", row.content + "\r\n");
-        try {
-            commands.switchOn(PictureKind::Signature);
-            ADD_FAILURE() << "no error";
-        } catch (const RunError& error) {
-            EXPECT_EQ(error.number(), row.error);
-        }
+        EXPECT_EQ(test::errorNumberOf([&] { commands.switchOn(PictureKind::Signature); }), row.error);
     }
 }
 
