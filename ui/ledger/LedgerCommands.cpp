@@ -64,8 +64,11 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
         WaitCursor hourglass;
         try {
             loadLedger(m_ledger, m_paths);
-        } catch (const RunError&) {
-            // The first run has no belege.dat; the start goes on with an empty grid.
+        } catch (const RunError& error) {
+            // The first run has no belege.dat; the start goes on with an empty grid. A ledger that exists but
+            // could not be read is said once; filing is then refused, so the file is never written over.
+            if (error.number() != RunError::fileNotFound().number())
+                reportFault(error, "Quittung");
         }
     }
     if (m_ledger.rowCount() > 0)
