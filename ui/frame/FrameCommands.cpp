@@ -57,11 +57,7 @@ class Frame : public QObject
 public:
     Frame(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-<<<<<<< HEAD
-          m_look(window.look()), m_appearance(form, settings, window, m_look), m_vendor(vendorAddresses(paths))
-=======
-          m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
->>>>>>> main
+          m_look(window.look()), m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
     {
         registerCommands();
         buildToolbar();

@@ -18,12 +18,8 @@ class QButtonGroup;
 class QCheckBox;
 class QLabel;
 class QMenu;
-<<<<<<< HEAD
 class QPushButton;
-class QSpinBox;
 class QTabWidget;
-=======
->>>>>>> main
 class QToolBox;
 
 namespace zw {
