@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "app/LookChoices.h"
 #include "app/ProgramPaths.h"
 #include "app/SmallFiles.h"
 #include "app/TextFile.h"
@@ -18,29 +19,6 @@ namespace zw {
 namespace {
 
 using F = FormElement;
-
-struct NamedStyle
-{
-    std::string_view stored;
-    std::string_view entry;
-    int styleNumber;
-};
-
-constexpr std::array<NamedStyle, 4> kMenuDesigns = {{
-    {"XP", "xpdesign", 2},
-    {"2003", "office2003er", 3},
-    {"2007", "office2007er", 4},
-    {"VS2005", "vbstudio05", 5},
-}};
-
-constexpr std::array<NamedStyle, 6> kButtonStyles = {{
-    {"Standard", "stand_button", 0},
-    {"Flat", "flat_button", 1},
-    {"XP-Style", "xp_button", 2},
-    {"Office", "office_button", 3},
-    {"Office2003", "office2003_button", 4},
-    {"Vista", "vista_button", 5},
-}};
 
 // A switch value read from a setting: the old implicit conversion, so "" or text fails.
 int switchValue(const std::string& text)
@@ -112,10 +90,7 @@ void QuittungLogic::load()
     });
     passOver([&] {
         auto layout = setting("Drucken", "Belege");
-        m_form.setPrintLayout(layout == "2"    ? PrintLayout::Option3
-                              : layout == "1b" ? PrintLayout::Option2
-                              : layout == "2b" ? PrintLayout::Option4
-                                               : PrintLayout::Option1);
+        m_form.setPrintLayout(printLayoutOfStored(layout));
     });
     passOver([&] {
         // The switch itself stores "0" and "1", but start-up reads "1" and "2"; a stored "0" keeps the default.
@@ -341,7 +316,7 @@ void QuittungLogic::felder()
 
 bool QuittungLogic::menuDesign(std::string_view stored)
 {
-    const NamedStyle* chosen = nullptr;
+    const LookChoice<MenuDesign>* chosen = nullptr;
     for (const auto& design : kMenuDesigns) {
         if (design.stored == stored)
             chosen = &design;
@@ -350,14 +325,14 @@ bool QuittungLogic::menuDesign(std::string_view stored)
         return false;
     for (const auto& design : kMenuDesigns)
         m_form.setChecked(design.entry, &design == chosen);
-    m_parts.applyMenuDesign(chosen->styleNumber);
+    m_parts.applyMenuDesign(chosen->styleNumber());
     store("Options", "Menue", chosen->stored);
     return true;
 }
 
 bool QuittungLogic::buttonStyle(std::string_view stored)
 {
-    const NamedStyle* chosen = nullptr;
+    const LookChoice<ButtonStyle>* chosen = nullptr;
     for (const auto& style : kButtonStyles) {
         if (style.stored == stored)
             chosen = &style;
@@ -366,10 +341,10 @@ bool QuittungLogic::buttonStyle(std::string_view stored)
         return false;
     // The standard entry is not among the marked five and never shows a mark.
     for (const auto& style : kButtonStyles) {
-        if (style.entry != "stand_button")
+        if (style.look != ButtonStyle::Standard3D)
             m_form.setChecked(style.entry, &style == chosen);
     }
-    m_parts.applyButtonStyle(chosen->styleNumber);
+    m_parts.applyButtonStyle(chosen->styleNumber());
     store("Options", "Buttons", chosen->stored);
     return true;
 }
@@ -401,17 +376,11 @@ void QuittungLogic::calendarSwitchChanged(int value)
 
 void QuittungLogic::printLayoutChosen(int optionNumber)
 {
-    static constexpr std::array<std::pair<PrintLayout, std::string_view>, 4> kLayouts = {{
-        {PrintLayout::Option1, "1"},
-        {PrintLayout::Option2, "1b"},
-        {PrintLayout::Option3, "2"},
-        {PrintLayout::Option4, "2b"},
-    }};
-    if (optionNumber < 1 || optionNumber > 4)
+    const auto layout = printLayoutOfOption(optionNumber);
+    if (!layout)
         return;
-    const auto& [layout, stored] = kLayouts[static_cast<std::size_t>(optionNumber - 1)];
-    m_form.setPrintLayout(layout);
-    store("Drucken", "Belege", stored);
+    m_form.setPrintLayout(*layout);
+    store("Drucken", "Belege", printLayoutRow(*layout).stored);
 }
 
 void QuittungLogic::savePrintSetup()

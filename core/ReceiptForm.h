@@ -8,14 +8,12 @@
 #include <vector>
 
 #include "core/FormElement.h"
+#include "core/PrintLayout.h"
 
 namespace zw {
 
 class FormHost;
 class Settings;
-
-// The four print layouts; the names are those of the option fields.
-enum class PrintLayout { Option1, Option3, Option2, Option4 };
 
 // The stamp field choice `opt_stamp`.
 enum class StampChoice { None, Original, Copy };
@@ -115,7 +113,7 @@ private:
     int m_quittnr = 0;
     int m_betragCheck = 0;
     int m_calendarButton = 0;
-    PrintLayout m_printLayout = PrintLayout::Option1;
+    PrintLayout m_printLayout = PrintLayout::OneReceipt;
     StampChoice m_stampChoice = StampChoice::None;
     std::string m_abstand;
     std::string m_anzahl;

@@ -10,8 +10,6 @@ namespace {
 
 using F = FormElement;
 
-bool isBlank(PrintLayout layout) { return layout == PrintLayout::Option2 || layout == PrintLayout::Option4; }
-
 } // namespace
 
 std::vector<std::string> ledgerRow(const ReceiptForm& form)
@@ -63,7 +61,7 @@ void PrintCommand::showAgain()
 
 std::filesystem::path PrintCommand::run(const FileReceipt& fileReceipt)
 {
-    if (isBlank(m_form.printLayout()))
+    if (printLayoutRow(m_form.printLayout()).blank)
         blankForPhotograph();
     const auto file = bitmapFile();
     try {

@@ -65,7 +65,7 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(parts.menuDesign, 2);
     EXPECT_TRUE(form.isChecked("vista_button"));
     EXPECT_EQ(parts.buttonStyle, 5);
-    EXPECT_EQ(form.printLayout(), PrintLayout::Option1);
+    EXPECT_EQ(form.printLayout(), PrintLayout::OneReceipt);
     EXPECT_EQ(form.text(F::Label1), "Quittung");
     EXPECT_TRUE(form.isChecked("steueran"));
     EXPECT_FALSE(form.isChecked("steueraus"));
@@ -141,7 +141,7 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     EXPECT_EQ(parts.lastFile, "/home/anna/a.ZW5");
     EXPECT_FALSE(parts.rulers);
     EXPECT_EQ(form.calendarButton(), 1);
-    EXPECT_EQ(form.printLayout(), PrintLayout::Option4);
+    EXPECT_EQ(form.printLayout(), PrintLayout::TwoBlanks);
     EXPECT_EQ(form.quittnr(), 1);
     EXPECT_TRUE(form.isChecked("steueraus"));
     EXPECT_FALSE(form.isVisible(F::Text10));
@@ -378,7 +378,7 @@ TEST_F(QuittungLogicTest, SwitchesStoreAtOnce)
     EXPECT_EQ(settings.option("Options", "Auto_Save"), "1");
     EXPECT_EQ(settings.option("Drucken", "ZW_NR"), "0");
     EXPECT_EQ(settings.option("Drucken", "Belege"), "1b");
-    EXPECT_EQ(form.printLayout(), PrintLayout::Option2);
+    EXPECT_EQ(form.printLayout(), PrintLayout::OneBlank);
 
     form.setAbstand("12");
     form.setAnzahl("1");

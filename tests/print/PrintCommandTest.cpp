@@ -95,7 +95,7 @@ TEST_F(PrintCommandTest, WritesTheFormAsA24BitWindowsBitmap)
 
 TEST_F(PrintCommandTest, ABlankPrintWithTaxOnShowsHeadingsRateAndStampButNoValues)
 {
-    form.setPrintLayout(PrintLayout::Option4);
+    form.setPrintLayout(PrintLayout::TwoBlanks);
     QImage photo(QString::fromStdString(command.run({}).string()));
     ASSERT_FALSE(photo.isNull());
 
@@ -127,7 +127,7 @@ TEST_F(PrintCommandTest, ABlankPrintWithTaxOnShowsHeadingsRateAndStampButNoValue
 
 TEST_F(PrintCommandTest, AfterABlankPrintTheIssuerStaysHiddenAndNetAndShareStayEmpty)
 {
-    form.setPrintLayout(PrintLayout::Option2);
+    form.setPrintLayout(PrintLayout::OneBlank);
     form.setVisible(F::Image6, false);
     command.run({});
 
@@ -177,7 +177,7 @@ TEST_F(PrintCommandTest, FilesTheRowOfIncomeAndExpenseOnlyWithSaveCheck)
 TEST_F(PrintCommandTest, ABlankPrintFilesTheRealValuesWithoutNetAndShare)
 {
     form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::Option4);
+    form.setPrintLayout(PrintLayout::TwoBlanks);
     const Row row = filedOnce();
     EXPECT_EQ(row[1], "00000042");
     EXPECT_EQ(row[2], "119,00");
@@ -190,7 +190,7 @@ TEST_F(PrintCommandTest, AMissingTempFolderFailsWithoutFilingAndKeepsTheFormUsab
 {
     std::filesystem::remove_all(paths.tempFolder());
     form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::Option4);
+    form.setPrintLayout(PrintLayout::TwoBlanks);
     int calls = 0;
     EXPECT_EQ(test::errorNumberOf([&] { command.run([&](const Row&) { ++calls; }); }), 76);
     EXPECT_EQ(calls, 0);

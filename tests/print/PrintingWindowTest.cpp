@@ -82,7 +82,7 @@ TEST_F(PrintingWindowTest, ThePrintButtonFilesOnceAPressThenOpensTheDialogWithTh
 TEST_F(PrintingWindowTest, AMissingTempFolderGivesAMessageFilesNothingAndKeepsTheForm)
 {
     form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::Option4);
+    form.setPrintLayout(PrintLayout::TwoBlanks);
     std::filesystem::remove_all(paths.tempFolder());
     ModalCloser closer;
     clickPrint();

@@ -112,7 +112,7 @@ TEST_F(PrintDialogTest, ColourAndCloseSwitchesAreStoredAtOnceAndReadAtTheNextOpe
 TEST_F(PrintDialogTest, PrintsOneJobPerRunAndStaysOpenToPrintAgain)
 {
     form.setAnzahl("2");
-    form.setPrintLayout(PrintLayout::Option3);
+    form.setPrintLayout(PrintLayout::TwoReceipts);
     auto dialog = open();
     dialog->show();
     child<QLineEdit>(*dialog, "txtVonOben")->setText("50");

@@ -1,11 +1,13 @@
 #include "ui/frame/Looks.h"
 
+#include "app/LookChoices.h"
+
 namespace zw {
 
 QString menuDesignStyleSheet(int styleNumber)
 {
-    switch (styleNumber) {
-    case 2: // XP
+    switch (static_cast<MenuDesign>(styleNumber)) {
+    case MenuDesign::XP:
         return "QMenuBar { background: #ece9d8; border-bottom: 1px solid #aca899; }"
                "QMenuBar::item { padding: 3px 8px; background: transparent; }"
                "QMenuBar::item:selected { background: #316ac5; color: white; }"
@@ -13,7 +15,7 @@ QString menuDesignStyleSheet(int styleNumber)
                "QMenu::item { padding: 4px 24px 4px 26px; }"
                "QMenu::item:selected { background: #316ac5; color: white; }"
                "QMenu::separator { height: 1px; background: #aca899; margin: 3px 2px; }";
-    case 3: // Office 2003
+    case MenuDesign::Office2003:
         return "QMenuBar { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #e3effe, stop:1 #9ebfee);"
                " border-bottom: 1px solid #6a8ccb; }"
                "QMenuBar::item { padding: 3px 8px; background: transparent; }"
@@ -24,7 +26,7 @@ QString menuDesignStyleSheet(int styleNumber)
                "QMenu::item { padding: 4px 24px 4px 30px; }"
                "QMenu::item:selected { background: #ffeec2; border: 1px solid #000080; color: black; }"
                "QMenu::separator { height: 1px; background: #6a8ccb; margin: 3px 2px 3px 30px; }";
-    case 4: // Office 2007
+    case MenuDesign::Office2007:
         return "QMenuBar { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #dfe9f5, stop:0.5 #c9d9ed,"
                " stop:1 #b7cbe6); border-bottom: 1px solid #8db2e3; color: #15428b; }"
                "QMenuBar::item { padding: 3px 9px; background: transparent; border-radius: 3px; }"
@@ -35,7 +37,7 @@ QString menuDesignStyleSheet(int styleNumber)
                "QMenu::item:selected { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #fff9dd,"
                " stop:1 #ffe08f); border: 1px solid #e5c365; color: black; }"
                "QMenu::separator { height: 1px; background: #c5c5c5; margin: 3px 2px 3px 28px; }";
-    case 5: // Visual Studio 2005
+    case MenuDesign::VisualStudio2005:
         return "QMenuBar { background: qlineargradient(x1:0, y1:0, x2:1, y2:0, stop:0 #fbfaf6, stop:1 #e5e1d2);"
                " border-bottom: 1px solid #c5c2b8; }"
                "QMenuBar::item { padding: 3px 8px; background: transparent; }"
@@ -52,30 +54,30 @@ QString menuDesignStyleSheet(int styleNumber)
 
 QString buttonStyleSheet(int styleNumber)
 {
-    switch (styleNumber) {
-    case 0: // Standard 3D
+    switch (static_cast<ButtonStyle>(styleNumber)) {
+    case ButtonStyle::Standard3D:
         return "QPushButton { background: #d4d0c8; border: 2px outset #ffffff; padding: 5px; }"
                "QPushButton:pressed { border: 2px inset #808080; }";
-    case 1: // Flat
+    case ButtonStyle::Flat:
         return "QPushButton { background: #f0f0f0; border: 1px solid #808080; padding: 5px; }"
                "QPushButton:hover { background: #ffffff; }"
                "QPushButton:pressed { background: #d8d8d8; }";
-    case 2: // XP
+    case ButtonStyle::XP:
         return "QPushButton { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #ffffff, stop:0.85 #ecebe6,"
                " stop:1 #d6d0c5); border: 1px solid #003c74; border-radius: 3px; padding: 5px; }"
                "QPushButton:hover { border: 2px solid #f8b330; }"
                "QPushButton:pressed { background: #e3e2da; }";
-    case 3: // Office
+    case ButtonStyle::Office:
         return "QPushButton { background: #f7f7f7; border: 1px solid #b0b0b0; padding: 5px; }"
                "QPushButton:hover { background: #ffe7a2; border: 1px solid #0a246a; }"
                "QPushButton:pressed { background: #ffc864; border: 1px solid #0a246a; }";
-    case 4: // Office 2003
+    case ButtonStyle::Office2003:
         return "QPushButton { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #f6f9ff, stop:1 #adc6ef);"
                " border: 1px solid #3b619c; padding: 5px; color: #0b2a68; }"
                "QPushButton:hover { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #fff6d1,"
                " stop:1 #ffd48b); border: 1px solid #000080; }"
                "QPushButton:pressed { background: #fe9a4e; }";
-    case 5: // Vista
+    case ButtonStyle::Vista:
         return "QPushButton { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #f2f2f2, stop:0.49 #ebebeb,"
                " stop:0.5 #dddddd, stop:1 #cfcfcf); border: 1px solid #707070; border-radius: 3px; padding: 5px; }"
                "QPushButton:hover { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #eaf6fd,"

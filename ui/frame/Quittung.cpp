@@ -27,6 +27,7 @@
 #include <tuple>
 
 #include "app/CommandCatalogue.h"
+#include "app/LookChoices.h"
 #include "app/ProgramPaths.h"
 #include "core/AmountEntry.h"
 #include "core/Hints.h"
@@ -272,13 +273,10 @@ void Quittung::registerCommands()
     setCommand("spr_deutsch", [this] { m_logic->spr_deutsch(); });
     setCommand("spr_englisch", [this] { m_logic->spr_englisch(); });
     setCommand("schriftarial", [this] { m_logic->schriftarial(); });
-    for (auto [name, stored] : {std::pair{"xpdesign", "XP"}, {"office2003er", "2003"}, {"office2007er", "2007"},
-                                {"vbstudio05", "VS2005"}})
-        setCommand(name, [this, stored = std::string(stored)] { m_logic->menuDesign(stored); });
-    for (auto [name, stored] : {std::pair{"stand_button", "Standard"}, {"flat_button", "Flat"},
-                                {"xp_button", "XP-Style"}, {"office_button", "Office"},
-                                {"office2003_button", "Office2003"}, {"vista_button", "Vista"}})
-        setCommand(name, [this, stored = std::string(stored)] { m_logic->buttonStyle(stored); });
+    for (const auto& design : kMenuDesigns)
+        setCommand(std::string(design.entry), [this, stored = design.stored] { m_logic->menuDesign(stored); });
+    for (const auto& style : kButtonStyles)
+        setCommand(std::string(style.entry), [this, stored = style.stored] { m_logic->buttonStyle(stored); });
     setCommand("exxxit", [this] {
         if (m_logic->exxxit())
             unloadAll();
@@ -306,14 +304,10 @@ QWidget* Quittung::buildShortcutBar()
     m_saveCheck->setObjectName("Save_Check");
     printLayout->addWidget(m_saveCheck);
     m_layoutGroup = new QButtonGroup(print);
-    const std::pair<int, const char*> options[] = {{1, "1 Quittung pro Blatt drucken"},
-                                                   {3, "2 Quittungen auf einem Blatt drucken"},
-                                                   {2, "1 Blankoquittung pro Blatt drucken"},
-                                                   {4, "2 Blankoquittungen auf einem Blatt drucken"}};
-    for (auto [number, caption] : options) {
-        auto* option = new QRadioButton(caption, print);
-        option->setObjectName(QString("Option%1").arg(number));
-        m_layoutGroup->addButton(option, number);
+    for (const auto& row : kPrintLayouts) {
+        auto* option = new QRadioButton(qt(row.caption), print);
+        option->setObjectName(QString("Option%1").arg(row.option));
+        m_layoutGroup->addButton(option, row.option);
         printLayout->addWidget(option);
     }
     auto* printButton = new QPushButton("&Drucken", print);
@@ -517,8 +511,7 @@ void Quittung::mirrorSwitches()
     m_xpCheck1->setChecked(m_form.income() != 0);
     m_xpCheck1->setText(qt(m_form.incomeCaption()));
     m_xpCheck2->setChecked(m_form.calendarButton() == 1);
-    static constexpr int kOptionOf[] = {1, 3, 2, 4}; // PrintLayout order: Option1, Option3, Option2, Option4
-    if (auto* option = m_layoutGroup->button(kOptionOf[static_cast<int>(m_form.printLayout())]))
+    if (auto* option = m_layoutGroup->button(printLayoutRow(m_form.printLayout()).option))
         option->setChecked(true);
     if (auto* stamp = m_stampGroup->button(static_cast<int>(m_form.stampChoice())))
         stamp->setChecked(true);

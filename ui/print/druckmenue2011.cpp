@@ -225,8 +225,7 @@ void druckmenue2011::print()
     request.y = m_y->text().toStdString();
     request.width = m_width->text().toStdString();
     request.height = m_height->text().toStdString();
-    request.twoPerSheet =
-        m_form.printLayout() == PrintLayout::Option3 || m_form.printLayout() == PrintLayout::Option4;
+    request.twoPerSheet = printLayoutRow(m_form.printLayout()).receiptsPerSheet == 2;
     request.runs = m_form.anzahl();
     bool printed = false;
     try {
