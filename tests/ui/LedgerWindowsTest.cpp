@@ -23,6 +23,7 @@
 #include "ledger/LedgerOperations.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
+#include "tests/ui/FaultRecorder.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/ledger/LedgerWindows.h"
 #include "ui/frame/Quittung.h"
@@ -62,10 +63,8 @@ protected:
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
         settings.set("Options", "Berechnung", "0");
         window = std::make_unique<Quittung>(form, settings, paths);
+        window->setFaultReporter(recorder);
         part = &installLedger(*window, form, settings, paths);
-        part->reportFault = [this](const RunError& error, std::string_view formName) {
-            faults.emplace_back(std::to_string(error.number()) + " " + std::string(formName));
-        };
     }
 
     QLabel* label(const char* name) { return window->findChild<QLabel*>(name); }
@@ -76,7 +75,8 @@ protected:
     ReceiptForm form;
     std::unique_ptr<Quittung> window;
     LedgerPart* part = nullptr;
-    std::vector<std::string> faults;
+    test::FaultRecorder recorder;
+    std::vector<std::string>& faults = recorder.seen;
 };
 
 TEST_F(LedgerWindowsTest, TheGridShowsTheLedgerOnItsOwnTab)
@@ -235,7 +235,7 @@ TEST_F(LedgerWindowsTest, PrintedListsReadBackFromThePdf)
 
 TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
 {
-    ReportWindow report(window.get(), part->ledger(), paths, part->reportFault);
+    ReportWindow report(window.get(), part->ledger(), paths, window->faultReporter());
     const std::string page = report.browser()->toPlainText().toStdString();
     EXPECT_THAT(page, HasSubstr("Am 12.03.2011 wurde eine Quittung über 119,00 Euro (Einnahmen) ausgestellt."));
     EXPECT_THAT(page, HasSubstr("Am 13.03.2011 wurde eine Quittung über -135,50 Euro (Ausgaben) ausgestellt."));
@@ -265,13 +265,13 @@ TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
 TEST_F(LedgerWindowsTest, TheTotalWindowsShowTheirPatterns)
 {
     form.setText(F::Text2, "USD");
-    TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, part->reportFault);
+    TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(income.label1()->text(), "119,00 USD");
     income.findChild<QPushButton*>("Button1")->click();
     EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
-    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, part->reportFault);
+    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(expense.label1()->text(), "-135,50 USD");
-    CashBalanceWindow cash(window.get(), part->ledger(), "USD", part->reportFault);
+    CashBalanceWindow cash(window.get(), part->ledger(), "USD", window->faultReporter());
     auto* balance = cash.findChild<QLabel*>("Label5");
     EXPECT_EQ(balance->text(), "--16,50 USD");
     EXPECT_EQ(balance->palette().color(QPalette::WindowText), QColor(255, 0, 0));

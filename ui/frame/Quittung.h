@@ -9,6 +9,7 @@
 
 #include "app/Appearance.h"
 #include "app/CommonDialog.h"
+#include "app/FaultReporter.h"
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
 #include "print/Capture.h"
@@ -24,6 +25,7 @@ class QToolBox;
 
 namespace zw {
 
+class ErrorWindowReporter;
 class ProgramPaths;
 class ReceiptForm;
 class ReceiptFormView;
@@ -108,6 +110,12 @@ public:
     // The one photograph of the receipt that printing, the exports and the clipboard all take.
     const Capture& capture() const { return m_capture; }
 
+    // Where the parts' trapped routines report their faults: the error window, unless a test sets another.
+    FaultReporter& faultReporter() { return *m_faultReporter; }
+    void setFaultReporter(FaultReporter& reporter) { m_faultReporter = &reporter; }
+    // The error window's send button stays disabled until the mail part gives it a sender.
+    void setFaultMailSender(FaultMailSender sender);
+
     // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
     CommonDialog& speicherDialog() { return m_speicherDialog; }
 
@@ -158,6 +166,8 @@ private:
     CommonDialog m_speicherDialog;
     ReceiptLook m_look;
     Capture m_capture;
+    std::unique_ptr<ErrorWindowReporter> m_errorWindow;
+    FaultReporter* m_faultReporter = nullptr;
 };
 
 } // namespace zw

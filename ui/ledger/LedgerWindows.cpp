@@ -16,6 +16,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "app/FaultReporter.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "core/RunError.h"
@@ -51,7 +52,7 @@ void colourBalance(QLabel* label, bool negative)
 } // namespace
 
 TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger, const std::string& currency,
-                         Settings& settings, const FaultReporter& reportFault)
+                         Settings& settings, FaultReporter& faults)
     : QDialog(parent)
 {
     const bool income = kind == Kind::Income;
@@ -74,13 +75,13 @@ TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger
     try {
         m_label1->setText(qt(income ? incomeWindowText(ledger, currency) : expenseWindowText(ledger, currency)));
     } catch (const RunError& error) {
-        reportFault(error, objectName().toStdString());
+        faults.report(error, objectName().toStdString());
     }
     keepTitleWhole(*this);
 }
 
 CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
-                                     const FaultReporter& reportFault)
+                                     FaultReporter& faults)
     : QDialog(parent)
 {
     setObjectName("kassenstand");
@@ -106,7 +107,7 @@ CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledge
         values[2]->setText(qt(balance.balance));
         colourBalance(values[2], balance.balanceNegative);
     } catch (const RunError& error) {
-        reportFault(error, objectName().toStdString());
+        faults.report(error, objectName().toStdString());
     }
     // The rows keep their amounts apart from their captions.
     grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance("-000.000.000,00 EUR"));
@@ -175,7 +176,7 @@ CurrencyWindow::CurrencyWindow(QWidget* parent, CurrencyChoice& choice, const Pr
 }
 
 ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const ProgramPaths& paths,
-                           const FaultReporter& reportFault)
+                           FaultReporter& faults)
     : QDialog(parent)
 {
     setObjectName("report1");
@@ -208,17 +209,17 @@ ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const P
     };
     connect(print, &QPushButton::clicked, this, [this] { printPage(*m_browser); });
     connect(okay, &QPushButton::clicked, this, &QDialog::accept);
-    connect(clear, &QPushButton::clicked, this, [this, &paths, reportFault] {
+    connect(clear, &QPushButton::clicked, this, [this, &paths, &faults] {
         try {
             navigate(clearReport(paths));
         } catch (const RunError& error) {
-            reportFault(error, "report1");
+            faults.report(error, "report1");
         }
     });
     try {
         navigate(writeReport(paths, reportHtml(ledger)));
     } catch (const RunError& error) {
-        reportFault(error, "report1");
+        faults.report(error, "report1");
     }
 }
 
