@@ -13,6 +13,7 @@
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
 #include "print/Capture.h"
+#include "ui/receipt/ReceiptFormView.h"
 
 class QAction;
 class QButtonGroup;
@@ -109,6 +110,13 @@ public:
     ReceiptLook& look() { return m_look; }
     // The one photograph of the receipt that printing, the exports and the clipboard all take.
     const Capture& capture() const { return m_capture; }
+
+    // Hooks on a receipt field: its key presses before the field takes them, and the text the user changed.
+    void onFieldKey(FormElement element, FieldKeyHook hook) { m_formView->onFieldKey(element, std::move(hook)); }
+    void onFieldChanged(FormElement element, FieldChangedHook hook)
+    {
+        m_formView->onFieldChanged(element, std::move(hook));
+    }
 
     // Where the parts' trapped routines report their faults: the error window, unless a test sets another.
     FaultReporter& faultReporter() { return *m_faultReporter; }

@@ -89,6 +89,8 @@ void ReceiptFormView::createWidgets()
                 m_writing[indexOf(element)] = true;
                 m_form.setText(element, text.toStdString());
                 m_writing[indexOf(element)] = false;
+                for (const FieldChangedHook& hook : m_changedHooks[indexOf(element)])
+                    hook(text.toStdString());
             });
             edit->viewport()->installEventFilter(this);
             edit->viewport()->setMouseTracking(true);
@@ -109,6 +111,8 @@ void ReceiptFormView::createWidgets()
                 // The date keeps its mask's blanks, so the shorthand "0 .  .    " can be recognised.
                 m_form.setText(element, (element == F::Text9 ? edit->displayText() : edit->text()).toStdString());
                 m_writing[indexOf(element)] = false;
+                for (const FieldChangedHook& hook : m_changedHooks[indexOf(element)])
+                    hook(edit->text().toStdString());
             });
             widget = edit;
         } else {
@@ -255,6 +259,16 @@ void ReceiptFormView::showHint(FormElement element)
         m_form.setText(F::Label16, std::string(hint));
 }
 
+void ReceiptFormView::onFieldKey(FormElement element, FieldKeyHook hook)
+{
+    m_keyHooks[indexOf(element)].push_back(std::move(hook));
+}
+
+void ReceiptFormView::onFieldChanged(FormElement element, FieldChangedHook hook)
+{
+    m_changedHooks[indexOf(element)].push_back(std::move(hook));
+}
+
 bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
 {
     const FormElement element = elementOf(watched);
@@ -287,6 +301,9 @@ bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
         break;
     case QEvent::KeyPress: {
         auto* key = static_cast<QKeyEvent*>(event);
+        for (const FieldKeyHook& hook : m_keyHooks[indexOf(element)])
+            if (hook(*key))
+                return true;
         if (element == F::Text9 && key->key() == Qt::Key_F10) {
             openCalendar();
             return true;
