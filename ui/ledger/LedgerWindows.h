@@ -6,7 +6,6 @@
 
 class QLabel;
 class QLineEdit;
-class QPrinter;
 class QPushButton;
 class QTextBrowser;
 
@@ -17,7 +16,6 @@ class ProgramPaths;
 class ReceiptLedger;
 class RunError;
 class Settings;
-struct PrintedList;
 
 // The error exit of the trapped routines: number, description and the window's name.
 using FaultReporter = std::function<void(const RunError& error, std::string_view formName)>;
@@ -70,8 +68,5 @@ private:
 
     QTextBrowser* m_browser = nullptr;
 };
-
-// Prints a ledger list: pieces at tab columns of the font's average character width, the printer's page breaks.
-void printLedgerList(const PrintedList& list, QPrinter& printer);
 
 } // namespace zw
