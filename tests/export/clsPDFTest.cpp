@@ -217,22 +217,6 @@ TEST(clsPDF, FormFeedLinesBreakThePageAndBlankPagesAreDroppedOnRequest)
     }
 }
 
-TEST(clsPDF, LandscapeSwapsTheReadSizesAndTheMediaBoxButNotTheStartPoint)
-{
-    clsPDF pdf = newWriter();
-    pdf.setOrientation(1);
-    EXPECT_EQ(pdf.Height(), 596);
-    EXPECT_EQ(pdf.Width(), 842);
-    pdf.PrintLine("x");
-    // The current point starts at y 842, the raw paper height: a move there is dropped, one to the top is
-    // not.
-    pdf.MoveTo(0, -246);
-    pdf.MoveTo(0, 0);
-    const std::string document = pdf.Value();
-    EXPECT_THAT(document, HasSubstr("/MediaBox [0 0 842 596]\r"));
-    EXPECT_EQ(contentStreams(document).front(), "S\rBT\r/F1 10 Tf\r80 536 Td\r10 TL\r(x)'\rET\r0 596 m\r");
-}
-
 TEST(clsPDF, ColoursAndWidthsAreWrittenWithAPointInAGermanLocale)
 {
     // The C++ global locale and, where installed, the C locale use a decimal comma.
