@@ -217,6 +217,104 @@ TEST(clsPDF, FormFeedLinesBreakThePageAndBlankPagesAreDroppedOnRequest)
     }
 }
 
+// The drawing operators, byte for byte, each after one printed line.
+TEST(clsPDF, DrawingWritesTheseOperators)
+{
+    const std::string curves = "328 392 350 414 350 442 c\r" // k = 50 * 0.5522847 = 27.6, rounded 28
+                               "350 470 328 492 300 492 c\r"
+                               "272 492 250 470 250 442 c\r"
+                               "250 414 272 392 300 392 c\r";
+    struct Row
+    {
+        const char* name;
+        std::function<void(clsPDF&)> draw;
+        std::string operators;
+    };
+    const std::vector<Row> rows = {
+        {"boxes of one mode share one painting operator",
+         [](clsPDF& pdf) {
+             pdf.DrawBox(10, 60, 100, 50, clsPDF::ModeStroke);
+             pdf.DrawBox(20, 70, 30, 40, clsPDF::ModeStroke);
+             pdf.setDrawColor(0x0000FF);
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeFill);
+         },
+         "10 732 100 50 re\r20 732 30 40 re\rS\r1 0 0 RG\r0 841 1 1 re\rS\r0 841 1 1 re\rf\r"},
+        {"changed state comes in its order before the next drawing",
+         [](clsPDF& pdf) {
+             pdf.setDrawWidth(0.25f);
+             pdf.setFillColor(0xFF0000);
+             pdf.setDrawColor(0x8000FF);
+             pdf.setDrawColor(0x8000FF); // unchanged: nothing
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeCloseFillStroke);
+             pdf.setDrawColor(0x808080);
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeCloseFillStroke);
+         },
+         "1 0 0.502 RG\r0 0 1 rg\r0.25 w\r0 841 1 1 re\rb\r0.502 G\r0 841 1 1 re\rb\r"},
+        {"fill mode flushes, and unknown modes are ignored",
+         [](clsPDF& pdf) {
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+             pdf.setFillMode(5);
+             pdf.DrawBox(0, 0, 1, 1, 7);
+             pdf.setFillMode(clsPDF::ModeFill);
+             pdf.DrawShape(clsPDF::ModeCloseStroke);
+         },
+         "0 841 1 1 re\rS\r0 841 1 1 re\rf\rs\r"},
+        {"lines are always stroked",
+         [](clsPDF& pdf) {
+             pdf.setFillMode(clsPDF::ModeFill);
+             pdf.DrawBox(0, 0, 10, 10, clsPDF::ModeFill);
+             pdf.DrawLine(1, 2, 3, 4);
+             pdf.DrawLine(5, 6, 7, 8);
+         },
+         "0 832 10 10 re\rf\r1 840 m 3 838 l\r5 836 m 7 834 l\rS\r"},
+        {"a move to the current point writes nothing",
+         [](clsPDF& pdf) {
+             pdf.MoveTo(0, 0); // the page start point
+             pdf.MoveTo(10, 20);
+             pdf.MoveTo(10, 20);
+             pdf.DrawLineTo(30, 40);
+             pdf.MoveTo(30, 40);
+             pdf.DrawShape(clsPDF::ModeCloseStroke);
+             pdf.DrawLine(0, 0, 50, 60);
+             pdf.MoveTo(50, 60);
+         },
+         "10 822 m\r30 802 l\rs\r0 842 m 50 782 l\rS\r"},
+        {"a circle is four curves, a second at the same place has no move",
+         [](clsPDF& pdf) {
+             pdf.DrawCircle(300, 400, 50, clsPDF::ModeStroke);
+             pdf.DrawCircle(300, 400, 50, clsPDF::ModeFill);
+         },
+         "300 392 m\r" + curves + "S\r" + curves + "f\r"},
+        {"coordinates at the sixteen-bit limits",
+         [](clsPDF& pdf) {
+             pdf.MoveTo(-32768, -31925);
+             pdf.DrawBox(32767, 842, 0, 0, 0);
+             pdf.DrawLineTo(0, 32767);
+         },
+         "-32768 32767 m\r32767 0 0 0 re\r0 -31925 l\rS\r"},
+        {"text at a place", [](clsPDF& pdf) { pdf.DrawText(100, 42, "a(b)"); },
+         "BT\r/F1 10 Tf\r100 800 Td\r(a\\(b\\))'\rET\r"},
+        // sin(pi) rounds to "0", and the negated sine is then "-0".
+        {"text turned by pi", [](clsPDF& pdf) { pdf.DrawText(100, 42, "a", 3.1415927f); },
+         "BT\r/F1 10 Tf\r-1 0 -0 -1 100 800 Tm\r(a)'\rET\r"},
+        {"a picture that does not shrink goes out raw",
+         [](clsPDF& pdf) {
+             pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
+             pdf.DrawPicture(0, 0, 10, 20, picture(1, 2, {10, 20, 30, 40, 50, 60}), /*gray=*/false);
+         },
+         "0 841 1 1 re\rS\rq\r10 0 0 20 0 822 cm\rBI\r/W 1\r/H 2\r/BPC 8\r/CS /RGB\r"
+         "ID \x0A\x14\x1E\x28\x32\x3C>\rEI\rQ\r"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        clsPDF pdf = newWriter();
+        pdf.PrintLine("x");
+        row.draw(pdf);
+        EXPECT_EQ(firstStream(pdf), kFirstHead + "(x)'\rET\r" + row.operators);
+    }
+}
+
 TEST(clsPDF, ColoursAndWidthsAreWrittenWithAPointInAGermanLocale)
 {
     // The C++ global locale and, where installed, the C locale use a decimal comma.
