@@ -1,7 +1,9 @@
 #include "app/TextFile.h"
 
-#include <fstream>
-#include <iterator>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "app/AtomicFile.h"
 #include "core/CodePage.h"
@@ -11,13 +13,42 @@ namespace zw {
 
 std::string readFileBytes(const std::filesystem::path& path)
 {
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error))
+    // Non-blocking, so a FIFO or a device in place of a file is refused at once instead of waiting for a
+    // writer.
+    int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            throw RunError::fileNotFound(); // a missing file is a first start, not a failed read
+        markUnreadable(path);
         throw RunError::pathFileAccess();
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        throw RunError::fileNotFound();
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    auto fail = [&] {
+        ::close(fd);
+        markUnreadable(path);
+        throw RunError::pathFileAccess();
+    };
+    struct stat status
+    {
+    };
+    if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))
+        fail();
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(status.st_size));
+    char buffer[1 << 16];
+    for (;;) {
+        ssize_t got = ::read(fd, buffer, sizeof buffer);
+        if (got == 0)
+            break;
+        if (got < 0) {
+            if (errno == EINTR)
+                continue;
+            fail();
+        }
+        bytes.append(buffer, static_cast<std::size_t>(got));
+    }
+    ::close(fd);
+    markReadable(path);
+    return bytes;
 }
 
 std::vector<std::string> splitLines(const std::string& text)

@@ -15,17 +15,19 @@ public:
     int number() const noexcept { return m_number; }
     const std::string& description() const noexcept { return m_description; }
 
-    static RunError invalidCall();       // 5
-    static RunError overflow();          // 6
-    static RunError divisionByZero();    // 11
-    static RunError typeMismatch();      // 13
-    static RunError fileNotFound();      // 53
-    static RunError inputPastEnd();      // 62
-    static RunError pathNotFound();      // 76
-    static RunError permissionDenied();  // 70
-    static RunError diskFull();          // 61
-    static RunError pathFileAccess();    // 75
-    static RunError invalidPicture();    // 481
+    static RunError invalidCall();                                  // 5
+    static RunError overflow();                                     // 6
+    static RunError divisionByZero();                               // 11
+    static RunError typeMismatch();                                 // 13
+    static RunError fileNotFound();                                 // 53
+    static RunError inputPastEnd();                                 // 62
+    static RunError pathNotFound();                                 // 76
+    static RunError permissionDenied();                             // 70
+    static RunError diskFull();                                     // 61
+    static RunError pathFileAccess();                               // 75
+    static RunError invalidPicture();                               // 481
+    static RunError subscriptOutOfRange();                          // 9
+    static RunError printerUnavailable(const std::string& printer); // 482
 
 private:
     int m_number;

@@ -57,7 +57,7 @@ void LedgerOperations::loeschen()
 {
     const std::size_t current = m_ledger.currentRow();
     if (current == ReceiptLedger::kNoRow || current >= m_ledger.rowCount())
-        throw RunError(9, "Index außerhalb des gültigen Bereichs");
+        throw RunError::subscriptOutOfRange();
     const std::string number(m_ledger.cell(current, LedgerColumn::belegnr));
     const std::string text = "Wollen Sie den Eintrag mit der Belegnummer " + number +
                              "\rwirklich löschen?\r\rWenn Sie jetzt auf JA klicken, wird der Eintrag\r"

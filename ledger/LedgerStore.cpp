@@ -1,9 +1,10 @@
 #include "ledger/LedgerStore.h"
 
-#include <fstream>
+#include <sstream>
 
 #include "app/AtomicFile.h"
 #include "app/ProgramPaths.h"
+#include "app/TextFile.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
@@ -13,15 +14,18 @@ namespace zw {
 void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
     const auto file = paths.dataFile("belege.dat");
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error))
-        throw RunError::pathFileAccess();
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
+    std::string bytes;
+    try {
+        bytes = readFileBytes(file);
+    } catch (const RunError& error) {
         ledger.assignRows({}, {});
-        throw RunError::fileNotFound();
+        if (error.number() == RunError::fileNotFound().number())
+            throw;
+        throw unreadableError(file); // marked: the empty grid is never saved over the file
     }
+    std::istringstream in(std::move(bytes));
     readLedger(in, ledger);
+    std::error_code error;
     std::filesystem::create_directories(paths.reportFolder(), error);
 }
 
@@ -50,8 +54,21 @@ std::string ledgerRowText(const ReceiptForm& form)
     return row;
 }
 
+namespace {
+
+// Refused before the row enters the grid, so the grid never shows a receipt that was not filed.
+void checkWritable(const ProgramPaths& paths)
+{
+    const auto file = paths.dataFile("belege.dat");
+    if (isUnreadable(file))
+        throw unreadableError(file);
+}
+
+} // namespace
+
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths)
 {
+    checkWritable(paths);
     ledger.insertRow(0, ledgerRowText(form));
     ledger.setCurrentRow(0);
     saveLedger(ledger, paths);
@@ -59,6 +76,7 @@ void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPa
 
 void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths)
 {
+    checkWritable(paths);
     std::string row;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         if (i > 0)

@@ -10,7 +10,9 @@ class ReceiptForm;
 class ReceiptLedger;
 
 // `LoadLedger`: reads daten/belege.dat into the ledger and makes the folder report. A missing file throws
-// RunError 53 before the folder is made; the ledger is then empty.
+// RunError 53 before the folder is made; the ledger is then empty. A file that exists but cannot be read
+// throws unreadableError and stays marked: saving and filing are refused for the run, the file is left
+// untouched.
 void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths);
 
 // `SaveLedger`: rewrites daten/belege.dat from the ledger, through a temporary file and a rename.

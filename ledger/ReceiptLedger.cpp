@@ -111,7 +111,7 @@ void ReceiptLedger::insertRow(std::size_t position, std::string tabJoined)
 void ReceiptLedger::removeRow(std::size_t row)
 {
     if (row >= m_rows.size())
-        throw RunError(9, "Index außerhalb des gültigen Bereichs");
+        throw RunError::subscriptOutOfRange();
     tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::Before);
     auto offset = static_cast<std::ptrdiff_t>(row);
     m_rows.erase(m_rows.begin() + offset);
@@ -137,7 +137,7 @@ void ReceiptLedger::assignRows(std::vector<std::string> rows, std::vector<std::u
 void ReceiptLedger::setCurrentRow(std::size_t row)
 {
     if (row != kNoRow && row >= m_rows.size())
-        throw RunError(9, "Index außerhalb des gültigen Bereichs");
+        throw RunError::subscriptOutOfRange();
     m_current = row;
 }
 

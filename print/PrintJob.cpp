@@ -23,7 +23,7 @@ constexpr double kScreenDotsPerInch = 96.0;
 
 RunError printerError(const QString& printer)
 {
-    return RunError(482, "Druckerfehler: Der Drucker \"" + printer.toStdString() + "\" ist nicht verfügbar.");
+    return RunError::printerUnavailable(printer.toStdString());
 }
 
 } // namespace

@@ -14,7 +14,11 @@ std::span<const CliCommand> commands()
         CliCommand{"words", "words --rounding|--truncation BETRAG  Gesamtbetrag in Worten", &runWords},
         CliCommand{"gross", "gross BETRAG --rate SATZ [--rounded-words]  Brutto eingeben: Netto, MwSt., Brutto, Worte",
                    &runGross},
-        CliCommand{"ledger", "ledger totals BELEGE.DAT   Summen der Belegliste und Kassenstand", &runLedger},
+        CliCommand{"ledger",
+                   "ledger totals BELEGE.DAT   Summen der Belegliste und Kassenstand\n"
+                   "  zettelwerk-cli ledger file QUITTUNG.ZW5   Quittung in die Belegliste des "
+                   "Programmordners aufnehmen",
+                   &runLedger},
         CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
     };
     return kCommands;

@@ -1,31 +1,57 @@
-#include <fstream>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "app/SettingsStore.h"
+#include "app/TextFile.h"
+#include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "core/Settings.h"
+#include "ledger/LedgerStore.h"
+#include "ledger/ReceiptFile.h"
 #include "ledger/ReceiptLedger.h"
 #include "ledger/Totals.h"
+#include "print/PrintCommand.h"
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
 #include "tools/Environment.h"
 
 namespace zw::cli {
+namespace {
 
-// `ledger totals BELEGE.DAT`: the totals panel after "Daten aktualisieren", then the lines of kassenstand, whose
-// currency is the one the form starts with.
+// `ledger file RECEIPT.ZW5`: the receipt goes to the top of the program folder's ledger, the row the print
+// command files with Save_Check on. A ledger that exists but cannot be read is left untouched.
+int fileReceiptFile(CliContext& context, const std::filesystem::path& receipt)
+{
+    const ProgramPaths paths = programPaths(context);
+    ReceiptForm form;
+    openReceiptFile(receipt, form);
+    ReceiptLedger ledger;
+    try {
+        loadLedger(ledger, paths);
+    } catch (const RunError& error) {
+        if (error.number() != RunError::fileNotFound().number())
+            throw;
+    }
+    fileReceiptRow(ledger, ledgerRow(form), paths);
+    return 0;
+}
+
+} // namespace
+
+// `ledger totals BELEGE.DAT`: the totals panel after "Daten aktualisieren", then the lines of kassenstand,
+// whose currency is the one the form starts with.
 int runLedger(CliContext& context)
 {
     auto& arguments = context.arguments;
-    if (arguments.size() != 2 || arguments[0] != "totals") {
-        context.err << "Aufruf: zettelwerk-cli ledger totals BELEGE.DAT\n";
+    if (arguments.size() != 2 || (arguments[0] != "totals" && arguments[0] != "file")) {
+        context.err << "Aufruf: zettelwerk-cli ledger totals BELEGE.DAT | ledger file QUITTUNG.ZW5\n";
         return 2;
     }
     try {
-        std::ifstream in(arguments[1], std::ios::binary);
-        if (!in)
-            throw RunError::fileNotFound();
+        if (arguments[0] == "file")
+            return fileReceiptFile(context, arguments[1]);
+        std::istringstream in(readFileBytes(arguments[1]));
         ReceiptLedger ledger;
         readLedger(in, ledger);
         SettingsStore settings(settingsFolder(context));

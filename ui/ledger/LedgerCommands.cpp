@@ -64,8 +64,11 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
         WaitCursor hourglass;
         try {
             loadLedger(m_ledger, m_paths);
-        } catch (const RunError&) {
-            // The first run has no belege.dat; the start goes on with an empty grid.
+        } catch (const RunError& error) {
+            // The first run has no belege.dat; the start goes on with an empty grid. A ledger that exists but
+            // could not be read is said once; filing is then refused, so the file is never written over.
+            if (error.number() != RunError::fileNotFound().number())
+                reportFault(error, "Quittung");
         }
     }
     if (m_ledger.rowCount() > 0)
@@ -139,7 +142,8 @@ void LedgerPart::buildPage()
     m_tabs = new QTabWidget;
     m_tabs->setObjectName("sevTabStrip1");
     if (formArea && m_window.centralWidget() && m_window.centralWidget()->layout()) {
-        m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
+        // replaceWidget hands back the old item, which the caller owns.
+        delete m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
         m_tabs->addTab(formArea, "Quittung");
     }
     m_tabs->addTab(page, "Belegliste");

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zw::net {
+
+// Carries a callable to the caller's thread (the window's event loop, or a queue a test pumps).
+class EventPoster {
+public:
+    virtual ~EventPoster() = default;
+    virtual void post(std::function<void()> event) = 0;
+};
+
+struct TransferResult {
+    int curlCode = -1;    // CURLcode; 0 is success of the transport
+    long responseCode = 0; // HTTP status or last SMTP reply code
+    bool aborted = false;
+    bool timedOut = false;
+    std::string description; // German, for the user
+    bool ok() const { return curlCode == 0 && !aborted && (responseCode < 400); }
+};
+
+struct Timeouts {
+    std::chrono::milliseconds connect{15000};
+    std::chrono::seconds silence{30}; // no byte moved for this long ends the transfer
+};
+
+struct HttpGet {
+    std::string url;
+    std::filesystem::path targetFile; // empty: keep the body in memory (Transfer::body())
+    Timeouts timeouts;
+};
+
+struct SmtpSend {
+    std::string url; // smtp://host:port
+    std::string user;
+    std::string password;
+    std::string from;
+    std::vector<std::string> recipients; // To, Cc and Bcc alike
+    std::string message;                 // complete RFC 5322 message, CRLF line ends
+    Timeouts timeouts;
+};
+
+struct TransferEvents {
+    std::function<void(std::int64_t now, std::int64_t total)> progress; // total 0 when unknown
+    std::function<void(const std::string& line)> transcript;
+    std::function<void(const TransferResult&)> finished;
+};
+
+// One transfer on its own worker thread; every event runs through the poster, never on the worker.
+class Transfer {
+public:
+    Transfer(EventPoster& poster, TransferEvents events);
+    ~Transfer(); // aborts and joins
+
+    void start(HttpGet request);
+    void start(SmtpSend request);
+    void abort(); // ends the transfer at once; finished() reports aborted
+
+    bool isFinished() const; // true once finished() has been delivered
+    const TransferResult& result() const;
+    const std::string& body() const; // HTTP body kept in memory
+
+    // Command line: waits for the end, pumping the given step (e.g. a queue) between waits.
+    void wait(const std::function<void()>& pumpEvents);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+// For a synchronous caller without a loop of its own: events run on the calling thread while it waits.
+class QueuePoster : public EventPoster {
+public:
+    void post(std::function<void()> event) override;
+    void pump(std::chrono::milliseconds maxWait); // runs what is queued, waiting up to maxWait for the first
+
+private:
+    struct State;
+    std::shared_ptr<State> m_state = makeState();
+    static std::shared_ptr<State> makeState();
+};
+
+} // namespace zw::net
