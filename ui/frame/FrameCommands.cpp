@@ -32,6 +32,7 @@
 #include "core/RunError.h"
 #include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/WindowTitle.h"
 #include "ui/frame/fehlerform.h"
 #include "ui/frame/optionen.h"
 
@@ -46,7 +47,8 @@ QColor colourOf(std::uint32_t number, const QWidget* widget)
 {
     if (auto rgb = rgbOfColourNumber(number))
         return QColor(rgb->red, rgb->green, rgb->blue);
-    return widget->palette().color(QPalette::Button); // the button face
+    // The desktop's button face: the field's own palette already holds the last colour given to it.
+    return QApplication::palette(widget).color(QPalette::Button);
 }
 
 // Everything the frame adds to the window lives here, owned by the window.
@@ -55,7 +57,7 @@ class Frame : public QObject
 public:
     Frame(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_appearance(form, settings, window, m_look), m_vendor(vendorAddresses(paths))
+          m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
     {
         registerCommands();
         buildToolbar();
@@ -288,7 +290,8 @@ private:
         }
         menu->addSeparator();
         mirrorOf(menu->addAction(QString()), menu, "bm_kalenderbutton", "Kalenderbutton anzeigen", {},
-                 [this] { m_form.setCalendarButton(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr, true);
+                 [this] { m_window.logic().calendarSwitchChanged(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr,
+                 true);
     }
 
     void fontDialog()
@@ -319,10 +322,6 @@ private:
                 else
                     widget->setStyleSheet("QLineEdit { background: " + name + "; }");
             }
-        }
-        if (QWidget* stampArea = view->widgetOf(F::Image3); stampArea && !m_look.stampAreaPicture().empty()) {
-            QString file = qt(m_paths.resolve(m_look.stampAreaPicture()).string());
-            stampArea->setStyleSheet("QLabel { border-image: url(\"" + file + "\"); }");
         }
         const auto& style = m_look.fontStyle();
         const int size = m_form.pointSize(F::Text1);
@@ -436,6 +435,7 @@ private:
         connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
         connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
         layout->addWidget(buttons);
+        keepTitleWhole(dialog);
         if (dialog.exec() != QDialog::Accepted)
             return;
         // The groups keep their order, so the count of ticked ones up to the first unticked decides.

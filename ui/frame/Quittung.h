@@ -15,7 +15,6 @@ class QButtonGroup;
 class QCheckBox;
 class QLabel;
 class QMenu;
-class QSpinBox;
 class QToolBox;
 
 namespace zw {
@@ -25,6 +24,7 @@ class ReceiptForm;
 class ReceiptFormView;
 class Ruler;
 class Settings;
+class TextSpinBox;
 struct FormChange;
 
 // The main window: menu, shortcut bar, the receipt form and the hint line. It shows what the form model holds
@@ -108,9 +108,9 @@ private:
     QCheckBox* m_xpCheck2 = nullptr;
     QButtonGroup* m_layoutGroup = nullptr;
     QButtonGroup* m_stampGroup = nullptr;
-    QSpinBox* m_abstand = nullptr;
-    QSpinBox* m_anzahl = nullptr;
-    QSpinBox* m_oben = nullptr;
+    TextSpinBox* m_abstand = nullptr;
+    TextSpinBox* m_anzahl = nullptr;
+    TextSpinBox* m_oben = nullptr;
     bool m_mirroring = false;
     CommonDialog m_speicherDialog;
 };
