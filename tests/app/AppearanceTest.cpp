@@ -99,7 +99,7 @@ TEST_F(AppearanceTest, WindowBackgroundIsStoredAndComesBackWhileTheColourDoesNot
     EXPECT_EQ(restarted.formBackground(), "\\hintergrund\\quittung_leer.jpg");
 }
 
-TEST_F(AppearanceTest, VerdanaAndArialEntriesSwapFontsAndMarks)
+TEST_F(AppearanceTest, FontEntriesAndTheChosenFontReachEveryField)
 {
     appearance.schrift();
     EXPECT_EQ(form.fontFamily(F::Text12), "Verdana") << "the amounts lose their typewriter font";
@@ -108,10 +108,8 @@ TEST_F(AppearanceTest, VerdanaAndArialEntriesSwapFontsAndMarks)
     EXPECT_EQ(form.fontFamily(F::Text10), "Courier New");
     EXPECT_FALSE(form.isChecked("schrift"));
     EXPECT_TRUE(form.isChecked("schriftarial"));
-}
 
-TEST_F(AppearanceTest, ChosenFontGoesEverywhereButLabel1KeepsEighteenPoints)
-{
+    // A font from the dialog goes everywhere, but the title keeps its eighteen points.
     appearance.applyChosenFont({"Times New Roman", 12, {/*bold=*/true, /*italic=*/false}});
     for (F element : {F::Label1, F::Text1, F::Text12})
         EXPECT_EQ(form.fontFamily(element), "Times New Roman") << elementName(element);

@@ -94,7 +94,6 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     settings.set("Options", "Auto_Save", "1");
     settings.set("Options", "Belegart", "Rechnung");
     settings.set("Options", "Datumanzeige", "1");
-    settings.set("Options", "Hintergrund", "\\hintergrund\\hg2.jpg");
     settings.set("Options", "Letzter_Beleg", "/home/anna/a.ZW5");
     settings.set("Options", "Ruler", "0");
     settings.set("Drucken", "Belege", "2b");
@@ -119,7 +118,6 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     EXPECT_EQ(form.saveCheck(), 1);
     EXPECT_EQ(form.text(F::Label1), "Rechnung");
     EXPECT_EQ(form.text(F::Text9), "23.11.2026");
-    EXPECT_EQ(parts.windowBackground, "\\hintergrund\\hg2.jpg");
     EXPECT_EQ(parts.lastFile, "/home/anna/a.ZW5");
     EXPECT_FALSE(parts.rulers);
     EXPECT_EQ(form.printLayout(), PrintLayout::Option4);
