@@ -75,6 +75,9 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
         {"ten megabytes in one line", "1.1.2020;5;;;;;;;;;;;;" + longNote + ";Quittung\r\n", 1, 0, C::bezeichnung,
          "Quittung"},
         {"lone CR and LF end lines as well", "a\rb\nc", 3, 2, C::datum, "c"},
+        // The reader takes the file in blocks of a mebibyte; the CR is the last byte of the first block.
+        {"a line end split across read blocks counts once", std::string((1 << 20) - 1, 'a') + "\r\nzweite\r\n", 2, 1,
+         C::datum, "zweite"},
         {"an empty file has no rows", "", 0, 0, C::datum, ""},
     };
     for (const auto& c : cases) {
@@ -85,16 +88,6 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
             EXPECT_EQ(ledger.cell(c.row, c.column), c.expected);
         }
     }
-}
-
-TEST(LedgerStore, ALineEndSplitAcrossReadChunksCountsOnce)
-{
-    // The reader takes the file in blocks of a mebibyte; put the CR as the last byte of the first block.
-    const std::size_t block = 1 << 20;
-    std::string first(block - 1, 'a');
-    auto ledger = read(first + "\r\nzweite\r\n");
-    ASSERT_EQ(ledger.rowCount(), 2u);
-    EXPECT_EQ(ledger.cell(1, C::datum), "zweite");
 }
 
 TEST(LedgerStore, AMissingFileLeavesAnEmptyLedgerAndNoReportFolder)

@@ -52,20 +52,14 @@ protected:
     test::ProgramFolder home;
 };
 
-TEST_F(ReceiptFileTest, SaveWritesTheFourteenLinesInWindows1252)
-{
-    automaticCalculation(false);
-    fill();
-    EXPECT_EQ(receiptFileBytes(form), "Quittung\r\n1047\r\nEUR\r\n19\r\n100,00\r\n19,00\r\n119,00\r\n"
-                                      "einhundertneunzehn\r\nJ\xFCrgen M\xFCller\r\n\r\nGr\xF6\xDF"
-                                      "e \x80 5\r\nK\xF6ln\r\n12.03.2011\r\nKasse\r\n");
-}
-
-TEST_F(ReceiptFileTest, EveryFieldButTheWordsComesBackWhenTheCalculationIsOff)
+TEST_F(ReceiptFileTest, FourteenLinesInWindows1252AndEveryFieldButTheWordsComesBack)
 {
     automaticCalculation(false);
     fill();
     const auto bytes = receiptFileBytes(form);
+    EXPECT_EQ(bytes, "Quittung\r\n1047\r\nEUR\r\n19\r\n100,00\r\n19,00\r\n119,00\r\n"
+                     "einhundertneunzehn\r\nJ\xFCrgen M\xFCller\r\n\r\nGr\xF6\xDF"
+                     "e \x80 5\r\nK\xF6ln\r\n12.03.2011\r\nKasse\r\n");
     ReceiptForm opened;
     opened.attach(&settings, &host);
     readReceiptRecords(bytes, opened, ReceiptFileFormat::Zw5);
