@@ -2,8 +2,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrinter>
-#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -197,40 +195,6 @@ TEST_F(LedgerWindowsTest, SaveAndOpenGoThroughTheFileCommands)
     part->askFileName = [&](LedgerPart::FileDialog) { return QString::fromStdString((folder.path() / "x").string()); };
     window->action("oeffnen")->trigger();
     EXPECT_THAT(faults, ::testing::ElementsAre("53 Quittung"));
-}
-
-TEST_F(LedgerWindowsTest, PrintedListsReadBackFromThePdf)
-{
-    struct Case
-    {
-        LedgerList kind;
-        const char* title;
-        bool hasIncome;
-        bool hasExpense;
-    };
-    const Case cases[] = {{LedgerList::drucken, "Belegliste", true, true},
-                          {LedgerList::einnahmen_drucken, "Belegliste nur Einnahmen", true, false},
-                          {LedgerList::ausgaben_drucken, "Belegliste nur Ausgaben", false, true}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.title);
-        const auto pdf = folder.path() / "liste.pdf";
-        {
-            QPrinter printer;
-            printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(QString::fromStdString(pdf.string()));
-            printLedgerList(ledgerList(part->ledger(), c.kind), printer);
-        }
-        QProcess pdftotext;
-        pdftotext.start("pdftotext", {"-layout", QString::fromStdString(pdf.string()), "-"});
-        ASSERT_TRUE(pdftotext.waitForFinished(20000));
-        const std::string text = pdftotext.readAllStandardOutput().toStdString();
-        EXPECT_THAT(text, HasSubstr(c.title));
-        EXPECT_THAT(text, ::testing::ContainsRegex("Datum: +Beleg-Nr.: +Einnahme: +Ausgabe:"));
-        EXPECT_THAT(text, ::testing::ContainsRegex("13.03.2011 +1048"));
-        EXPECT_EQ(text.find("119,00") != std::string::npos, c.hasIncome);
-        EXPECT_EQ(text.find("-135,50") != std::string::npos, c.hasExpense);
-        EXPECT_THAT(text, HasSubstr(std::string(134, '-')));
-    }
 }
 
 TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)

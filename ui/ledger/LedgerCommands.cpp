@@ -20,6 +20,7 @@
 #include "core/RunError.h"
 #include "ledger/LedgerStore.h"
 #include "ledger/Totals.h"
+#include "print/LedgerPrint.h"
 #include "ui/ledger/LedgerModel.h"
 #include "ui/frame/Quittung.h"
 

@@ -6,7 +6,6 @@
 
 class QLabel;
 class QLineEdit;
-class QPrinter;
 class QPushButton;
 class QTextBrowser;
 
@@ -18,7 +17,6 @@ class ProgramPaths;
 class ReceiptLedger;
 class RunError;
 class Settings;
-struct PrintedList;
 
 // ein1 and aus1: one total with the currency, and the button that sets the carried total to zero.
 class TotalWindow : public QDialog
@@ -68,8 +66,5 @@ private:
 
     QTextBrowser* m_browser = nullptr;
 };
-
-// Prints a ledger list: pieces at tab columns of the font's average character width, the printer's page breaks.
-void printLedgerList(const PrintedList& list, QPrinter& printer);
 
 } // namespace zw
