@@ -1,5 +1,6 @@
 #include "app/Appearance.h"
 
+#include "app/ProgramPaths.h"
 #include "app/QuittungLogic.h"
 #include "core/ReceiptForm.h"
 #include "core/Settings.h"
@@ -41,10 +42,9 @@ std::optional<Rgb> rgbOfColourNumber(std::uint32_t colour)
                static_cast<int>((colour >> 16) & 0xFF)};
 }
 
-void ReceiptLook::setColour(std::uint32_t fieldColour, std::string stampAreaPicture)
+void ReceiptLook::setColour(std::uint32_t fieldColour)
 {
     m_fieldColour = fieldColour;
-    m_stampAreaPicture = std::move(stampAreaPicture);
     notify();
 }
 
@@ -60,8 +60,9 @@ void ReceiptLook::notify()
         listener();
 }
 
-AppearanceLogic::AppearanceLogic(ReceiptForm& form, Settings& settings, WindowParts& parts, ReceiptLook& look)
-    : m_form(form), m_settings(settings), m_parts(parts), m_look(look)
+AppearanceLogic::AppearanceLogic(ReceiptForm& form, Settings& settings, const ProgramPaths& paths, WindowParts& parts,
+                                 ReceiptLook& look)
+    : m_form(form), m_settings(settings), m_paths(paths), m_parts(parts), m_look(look)
 {
 }
 
@@ -72,7 +73,8 @@ bool AppearanceLogic::receiptColour(std::string_view entry)
             continue;
         // The colour's picture also replaces the picture without tax fields; the hidden fields stay hidden.
         m_form.setFormBackground(std::string(colour.background));
-        m_look.setColour(colour.fieldColour, std::string(colour.stampArea));
+        m_form.setPicture(FormElement::Image3, m_paths.resolve(colour.stampArea).string());
+        m_look.setColour(colour.fieldColour);
         return true;
     }
     return false;

@@ -13,6 +13,7 @@
 
 namespace zw {
 
+class ProgramPaths;
 class ReceiptForm;
 class Settings;
 class WindowParts;
@@ -75,15 +76,14 @@ struct FontChoice
 };
 
 // What the form shows beyond the receipt model and lasts for the session only: the receipt colour's field colour
-// and stamp-area picture, and the style of the font dialog's choice.
+// and the style of the font dialog's choice. The colour's stamp-area picture is a picture of the form itself.
 class ReceiptLook
 {
 public:
     std::optional<std::uint32_t> fieldColour() const { return m_fieldColour; } // nullopt: fields see-through
-    const std::string& stampAreaPicture() const { return m_stampAreaPicture; }
     const std::optional<FontStyle>& fontStyle() const { return m_fontStyle; }   // nullopt: the form's own styles
 
-    void setColour(std::uint32_t fieldColour, std::string stampAreaPicture);
+    void setColour(std::uint32_t fieldColour);
     void setFontStyle(FontStyle style);
 
     void addListener(std::function<void()> listener) { m_listeners.push_back(std::move(listener)); }
@@ -92,7 +92,6 @@ private:
     void notify();
 
     std::optional<std::uint32_t> m_fieldColour;
-    std::string m_stampAreaPicture;
     std::optional<FontStyle> m_fontStyle;
     std::vector<std::function<void()>> m_listeners;
 };
@@ -101,9 +100,11 @@ private:
 class AppearanceLogic
 {
 public:
-    AppearanceLogic(ReceiptForm& form, Settings& settings, WindowParts& parts, ReceiptLook& look);
+    AppearanceLogic(ReceiptForm& form, Settings& settings, const ProgramPaths& paths, WindowParts& parts,
+                    ReceiptLook& look);
 
-    // hg_standard ... hg_hellgrau; false for an unknown entry. Not stored: a colour lasts for the session.
+    // hg_standard ... hg_hellgrau: the form's picture, the stamp area's picture in Image3 (it replaces the stamp
+    // choice's picture) and the field colour; false for an unknown entry. Not stored: a colour lasts for the session.
     bool receiptColour(std::string_view entry);
     // hintergrund1 ... hintergrund4: loads the picture and stores its path.
     bool windowBackground(std::string_view entry);
@@ -117,6 +118,7 @@ public:
 private:
     ReceiptForm& m_form;
     Settings& m_settings;
+    const ProgramPaths& m_paths;
     WindowParts& m_parts;
     ReceiptLook& m_look;
 };

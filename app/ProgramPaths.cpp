@@ -39,8 +39,13 @@ fs::path ProgramPaths::distributionFolder(const fs::path& executableFolder)
 
 ProgramPaths ProgramPaths::locate(const fs::path& executableFolder)
 {
-    if (auto home = environment("ZETTELWERK_HOME"); !home.empty())
+    if (fs::path home = environment("ZETTELWERK_HOME"); !home.empty()) {
+        // A fresh portable folder works at once; a folder already in other use is never filled.
+        std::error_code error;
+        if (!fs::exists(home, error) || fs::is_empty(home, error))
+            install(distributionFolder(executableFolder), home);
         return ProgramPaths(home);
+    }
     if (isDirectory(executableFolder / "daten"))
         return ProgramPaths(executableFolder);
     fs::path dataHome = environment("XDG_DATA_HOME");

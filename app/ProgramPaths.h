@@ -11,7 +11,7 @@ class ProgramPaths
 public:
     explicit ProgramPaths(std::filesystem::path home);
 
-    // $ZETTELWERK_HOME if set; else the executable's folder if it holds daten/ (a portable install);
+    // $ZETTELWERK_HOME if set (filled from the distribution when missing or empty); else the executable's folder if it holds daten/ (a portable install);
     // else $XDG_DATA_HOME/zettelwerk, filled from the distribution data on first start.
     static ProgramPaths locate(const std::filesystem::path& executableFolder);
 

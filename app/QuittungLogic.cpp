@@ -393,6 +393,12 @@ void QuittungLogic::quittnrChanged(int value)
     store("Drucken", "ZW_NR", std::to_string(value));
 }
 
+void QuittungLogic::calendarSwitchChanged(int value)
+{
+    m_form.setCalendarButton(value);
+    store("Options", "Kalender", std::to_string(value));
+}
+
 void QuittungLogic::printLayoutChosen(int optionNumber)
 {
     static constexpr std::array<std::pair<PrintLayout, std::string_view>, 4> kLayouts = {{

@@ -65,6 +65,8 @@ public:
     // Switches of the shortcut bar that store at once.
     void saveCheckChanged(int value);
     void quittnrChanged(int value);
+    // xpCheck2 and the toolbar key bm_kalenderbutton: the calendar button of Text9, kept in Options/Kalender.
+    void calendarSwitchChanged(int value);
     void printLayoutChosen(int optionNumber);
     // Image2 / Image4 / Image5: druck.dat from the three fields.
     void savePrintSetup();

@@ -214,6 +214,10 @@ bool generateDistribution(const fs::path& folder)
     ok &= save(receiptForm(TaxFields::Hidden), folder / "hintergrund" / "quittung_steueraus.jpg", "JPG", 92);
     ok &= writeHelp(folder / "hilfe");
     ok &= writeLines(folder / "daten" / "waehrung.dat", defaultCurrencySuggestions());
+    // A first print works at once: the rate, and a receipt 30 mm from the left and 20 mm from the top edge, so
+    // that it stands centred on A4 and ends above the second receipt of a sheet (160 mm), one copy.
+    ok &= writeLines(folder / "daten" / "mwst.dat", {"19"});
+    ok &= writeLines(folder / "daten" / "druck.dat", {"30", "1", "20"});
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     ok &= generatePrintAssets(folder);
     return ok;

@@ -64,4 +64,23 @@ std::string hintGreeting()
            "Mit dem Zettelwerk können Sie bequem Quittungen ausstellen und drucken.";
 }
 
+std::string hintShown(std::string_view hint)
+{
+    // Three blanks or more never stand between words of one sentence.
+    constexpr std::size_t kPadding = 3;
+    std::string shown;
+    std::size_t blanks = 0;
+    for (char c : hint) {
+        if (c == ' ') {
+            ++blanks;
+            continue;
+        }
+        if (blanks > 0)
+            shown += blanks >= kPadding && !shown.empty() ? std::string("\n") : std::string(blanks, ' ');
+        blanks = 0;
+        shown += c;
+    }
+    return shown;
+}
+
 } // namespace zw

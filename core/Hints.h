@@ -14,4 +14,8 @@ std::string_view hintText(FormElement element);
 // What the HintLine reads at start.
 std::string hintGreeting();
 
+// A hint as a line wider than the old fixed HintLine reads it: the long runs of blanks that pushed the next
+// sentence onto the next line become a line break, so the sentences wrap whole at any width.
+std::string hintShown(std::string_view hint);
+
 } // namespace zw

@@ -1,6 +1,8 @@
 #include "print/Capture.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 
 #include "app/Appearance.h"
 #include "app/ProgramPaths.h"
@@ -39,11 +41,15 @@ void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& ent
     if (text.isEmpty())
         return;
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    const QRect field(entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels());
+    QRect field(entry.leftPixels(), entry.topPixels(), entry.widthPixels(), entry.heightPixels());
+    painter.setFont(formFont(form, entry.element));
+    // A one-line caption is never cut, here as on the screen: the form's font may be a little wider than the
+    // one the form was drawn for ("% MwSt.").
+    if (!entry.editable && !entry.multiLine)
+        field.setWidth(std::max(field.width(), painter.fontMetrics().horizontalAdvance(text)));
     const int margin = textMargin(entry);
     QRect inner = field.adjusted(margin, entry.multiLine && entry.editable ? margin : 0, -margin, 0);
     int flags = alignmentFlags(entry);
-    painter.setFont(formFont(form, entry.element));
     // A line edit whose text is wider than itself shows the text's beginning, whatever its alignment.
     if (!entry.multiLine && painter.fontMetrics().horizontalAdvance(text) > inner.width())
         flags = (flags & ~Qt::AlignHorizontal_Mask) | Qt::AlignLeft;
@@ -73,19 +79,11 @@ const QImage& Capture::picture(const std::filesystem::path& file) const
 
 void Capture::drawLook(QPainter& painter, const ReceiptForm& form) const
 {
-    if (auto stampArea = layoutOf(F::Image3); stampArea && !m_look->stampAreaPicture().empty()) {
-        const QImage& image = picture(m_paths.resolve(m_look->stampAreaPicture()));
-        if (!image.isNull())
-            painter.drawImage(QRect(stampArea->leftPixels(), stampArea->topPixels(), stampArea->widthPixels(),
-                                    stampArea->heightPixels()),
-                              image);
-    }
     if (!m_look->fieldColour())
         return;
-    // The colour number has blue in its high byte and red in its low one.
-    const std::uint32_t colour = *m_look->fieldColour();
-    const QColor fill(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                      static_cast<int>((colour >> 16) & 0xFF));
+    // A system colour (the button face of the standard entry) is the desktop's, as the screen shows it.
+    const auto rgb = rgbOfColourNumber(*m_look->fieldColour());
+    const QColor fill = rgb ? QColor(rgb->red, rgb->green, rgb->blue) : QGuiApplication::palette().color(QPalette::Button);
     for (F field : {F::Text1, F::Text2, F::Text3, F::Text10, F::Text11, F::Text12, F::Text5, F::Text6, F::Text7,
                     F::Text8, F::Text9, F::Text14}) {
         auto entry = layoutOf(field);

@@ -25,7 +25,7 @@ class AppearanceTest : public ::testing::Test
 protected:
     AppearanceTest()
         : paths(folder.path()), quittung(form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }),
-          appearance(form, settings, parts, look)
+          appearance(form, settings, paths, parts, look)
     {
         std::filesystem::create_directory(paths.dataFolder());
         form.attach(&settings, &host);
@@ -67,7 +67,7 @@ TEST_F(AppearanceTest, EachReceiptColourSetsItsPicturesAndFieldColour)
         SCOPED_TRACE(row.entry);
         ASSERT_TRUE(appearance.receiptColour(row.entry));
         EXPECT_EQ(form.formBackground(), row.background);
-        EXPECT_EQ(look.stampAreaPicture(), row.stampArea);
+        EXPECT_EQ(form.picture(F::Image3), paths.resolve(row.stampArea).string());
         ASSERT_TRUE(look.fieldColour().has_value());
         EXPECT_EQ(rgbOfColourNumber(*look.fieldColour()), row.fieldRgb);
     }
@@ -86,7 +86,7 @@ TEST_F(AppearanceTest, ColourAndTaxModeShareTheFormPictureButNotTheFields)
     quittung.steueran();
     EXPECT_EQ(form.formBackground(), "\\hintergrund\\quittung_leer.jpg");
     EXPECT_EQ(look.fieldColour(), 65280u) << "the fields keep their colour";
-    EXPECT_EQ(look.stampAreaPicture(), "\\hintergrund\\stempel_gruen.bmp");
+    EXPECT_EQ(form.picture(F::Image3), (paths.backgroundFolder() / "stempel_gruen.bmp").string());
 }
 
 TEST_F(AppearanceTest, WindowBackgroundIsStoredAndComesBackWhileTheColourDoesNot)

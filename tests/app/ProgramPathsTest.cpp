@@ -1,5 +1,6 @@
 #include "app/ProgramPaths.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -49,6 +50,27 @@ TEST(ProgramPaths, MissingDistributionInstallsNothing)
     test::TempFolder folder;
     EXPECT_FALSE(ProgramPaths::install(folder / "nowhere", folder / "home"));
     EXPECT_FALSE(std::filesystem::exists(folder / "home" / "daten"));
+}
+
+// A portable folder named by ZETTELWERK_HOME is filled when missing or empty, never when in other use.
+TEST(ProgramPaths, HomeFromTheEnvironmentIsFilledOnlyWhenMissingOrEmpty)
+{
+    test::TempFolder folder;
+    std::filesystem::create_directories(folder / "dist" / "daten");
+    std::ofstream(folder / "dist" / "daten" / "mwst.dat") << "19\r\n";
+    std::filesystem::create_directories(folder / "empty");
+    std::filesystem::create_directories(folder / "used");
+    std::ofstream(folder / "used" / "notes.txt") << "mine";
+    const std::string savedDist = std::getenv("ZETTELWERK_DIST") ? std::getenv("ZETTELWERK_DIST") : "";
+    ::setenv("ZETTELWERK_DIST", (folder / "dist").c_str(), 1);
+    for (auto [name, filled] : {std::pair{"missing/portable", true}, {"empty", true}, {"used", false}}) {
+        ::setenv("ZETTELWERK_HOME", (folder / name).c_str(), 1);
+        auto paths = ProgramPaths::locate(folder / "bin");
+        EXPECT_EQ(paths.home(), folder / name);
+        EXPECT_EQ(std::filesystem::exists(paths.dataFile("mwst.dat")), filled) << name;
+    }
+    ::unsetenv("ZETTELWERK_HOME");
+    ::setenv("ZETTELWERK_DIST", savedDist.c_str(), 1);
 }
 
 } // namespace

@@ -31,5 +31,13 @@ TEST(Hints, LongBlankRunsSurvive)
                                   "Mit dem Zettelwerk können Sie bequem Quittungen ausstellen und drucken.");
 }
 
+TEST(Hints, ShownTheRunsOfBlanksEndALineAndSingleBlanksStay)
+{
+    EXPECT_EQ(hintShown(hintGreeting()),
+              "Herzlich willkommen!\nMit dem Zettelwerk können Sie bequem Quittungen ausstellen und drucken.");
+    EXPECT_NE(hintShown(hintText(FormElement::Text9)).find("ausgestellt wird.\nTIPP: "), std::string::npos);
+    EXPECT_EQ(hintShown("a  b   "), "a  b");
+}
+
 } // namespace
 } // namespace zw

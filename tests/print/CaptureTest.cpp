@@ -57,8 +57,9 @@ TEST_F(CaptureTest, HasTheSizeOfTheFormAndItsBackgroundAtTheTopLeft)
 TEST_F(CaptureTest, TheReceiptColourFillsTheFieldsAndTheStampAreaButNotTheWords)
 {
     test::writeSolidPicture(paths.backgroundFolder() / "stempel_gruen.bmp", 116, 37, QColor(0, 255, 0));
+    form.setPicture(F::Image3, (paths.backgroundFolder() / "stempel_gruen.bmp").string());
     ReceiptLook look;
-    look.setColour(255, "\\hintergrund\\stempel_gruen.bmp"); // red, in the blue-high number form
+    look.setColour(255); // red, in the blue-high number form
     capture.setLook(&look);
 
     QImage photo = capture(form);

@@ -40,8 +40,10 @@ CommonDialog::Presenter fileDialogPresenter(QWidget* parent)
         if (!(dialog.Flags & CommonDialog::kOverwritePrompt))
             box.setOption(QFileDialog::DontConfirmOverwrite);
         const auto preset = QString::fromStdString(dialog.FileName);
-        // A pattern such as "*.jpg" as the name only picks the filter.
-        if (!preset.isEmpty() && !preset.contains('*')) {
+        // A pattern such as "*.jpg" stands in the name field as it is, so the user sees what to type over.
+        if (preset.contains('*')) {
+            box.selectFile(preset);
+        } else if (!preset.isEmpty()) {
             const QFileInfo info(preset);
             if (info.isAbsolute())
                 box.setDirectory(info.absolutePath());

@@ -32,6 +32,7 @@
 #include "core/RunError.h"
 #include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/WindowTitle.h"
 #include "ui/frame/fehlerform.h"
 #include "ui/frame/optionen.h"
 
@@ -46,7 +47,8 @@ QColor colourOf(std::uint32_t number, const QWidget* widget)
 {
     if (auto rgb = rgbOfColourNumber(number))
         return QColor(rgb->red, rgb->green, rgb->blue);
-    return widget->palette().color(QPalette::Button); // the button face
+    // The desktop's button face: the field's own palette already holds the last colour given to it.
+    return QApplication::palette(widget).color(QPalette::Button);
 }
 
 // Everything the frame adds to the window lives here, owned by the window.
@@ -55,7 +57,7 @@ class Frame : public QObject
 public:
     Frame(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_appearance(form, settings, window, m_look), m_vendor(vendorAddresses(paths))
+          m_look(window.look()), m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
     {
         registerCommands();
         buildToolbar();
@@ -123,10 +125,7 @@ private:
         m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
-        if (auto* fontButton = m_window.findChild<QPushButton*>("Command6_0")) {
-            fontButton->setEnabled(true);
-            connect(fontButton, &QPushButton::clicked, this, [this] { fontDialog(); });
-        }
+        m_window.setShortcutKey(Quittung::ShortcutKey::Font, [this] { fontDialog(); });
     }
 
     // The program's name, version and, for the copyright window, the notice of rights.
@@ -254,8 +253,8 @@ private:
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [this, name = std::string(menuEntry)] { trigger(name); }, target, target && target->isEnabled());
         };
-        auto buttonTwin = [&](const char* key, const char* caption, const char* button) {
-            auto* target = m_window.findChild<QPushButton*>(button);
+        auto buttonTwin = [&](const char* key, const char* caption, Quittung::ShortcutKey button) {
+            auto* target = m_window.shortcutKey(button);
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [target] {
                          if (target && target->isEnabled())
@@ -270,13 +269,13 @@ private:
         menuTwin("xml_bm", "Als XML Datei", "alsxml");
         menuTwin("pdf_bm", "Als PDF Datei", "alspdf");
         menu->addSeparator();
-        buttonTwin("bm_vonliste", "Von-Liste aufrufen", "Command3");
-        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", "Command2");
-        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", "Command6_2");
-        buttonTwin("bm_aussteller", "Aussteller wechseln", "Command6_1");
+        buttonTwin("bm_vonliste", "Von-Liste aufrufen", Quittung::ShortcutKey::FromList);
+        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", Quittung::ShortcutKey::ForList);
+        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", Quittung::ShortcutKey::FieldLabels);
+        buttonTwin("bm_aussteller", "Aussteller wechseln", Quittung::ShortcutKey::SwitchIssuer);
         mirrorOf(menu->addAction(QString()), menu, "bm_schriftart", "Schriftart für Belege", {}, [this] { fontDialog(); },
                  nullptr, true);
-        buttonTwin("bm_email", "Beleg per E-Mail senden", "cmdMail");
+        buttonTwin("bm_email", "Beleg per E-Mail senden", Quittung::ShortcutKey::Mail);
         menu->addSeparator();
         const std::pair<const char*, StampChoice> stamps[] = {{"bm_keinstempel", StampChoice::None},
                                                               {"bm_original", StampChoice::Original},
@@ -288,7 +287,8 @@ private:
         }
         menu->addSeparator();
         mirrorOf(menu->addAction(QString()), menu, "bm_kalenderbutton", "Kalenderbutton anzeigen", {},
-                 [this] { m_form.setCalendarButton(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr, true);
+                 [this] { m_window.logic().calendarSwitchChanged(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr,
+                 true);
     }
 
     void fontDialog()
@@ -320,10 +320,6 @@ private:
                     widget->setStyleSheet("QLineEdit { background: " + name + "; }");
             }
         }
-        if (QWidget* stampArea = view->widgetOf(F::Image3); stampArea && !m_look.stampAreaPicture().empty()) {
-            QString file = qt(m_paths.resolve(m_look.stampAreaPicture()).string());
-            stampArea->setStyleSheet("QLabel { border-image: url(\"" + file + "\"); }");
-        }
         const auto& style = m_look.fontStyle();
         const int size = m_form.pointSize(F::Text1);
         if (!style && size <= 0)
@@ -348,7 +344,7 @@ private:
 
     void buildShortcutBarPopup()
     {
-        m_bar = m_window.findChild<QToolBox*>("ShortcutBar1");
+        m_bar = m_window.shortcutBar();
         if (m_bar == nullptr)
             return;
         m_popup = new QMenu(&m_window);
@@ -436,6 +432,7 @@ private:
         connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
         connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
         layout->addWidget(buttons);
+        keepTitleWhole(dialog);
         if (dialog.exec() != QDialog::Accepted)
             return;
         // The groups keep their order, so the count of ticked ones up to the first unticked decides.
@@ -504,15 +501,11 @@ private:
         return menu;
     }
 
-public:
-    const ReceiptLook& look() const { return m_look; }
-
-private:
     Quittung& m_window;
     ReceiptForm& m_form;
     Settings& m_settings;
     const ProgramPaths& m_paths;
-    ReceiptLook m_look;
+    ReceiptLook& m_look;
     AppearanceLogic m_appearance;
     VendorAddresses m_vendor;
     QToolBox* m_bar = nullptr;
@@ -528,15 +521,6 @@ void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& setting
 {
     auto* frame = new Frame(window, form, settings, paths);
     frame->setObjectName("frameCommands");
-}
-
-const ReceiptLook* receiptLook(const Quittung& window)
-{
-    for (QObject* child : window.children()) {
-        if (auto* frame = dynamic_cast<Frame*>(child))
-            return &frame->look();
-    }
-    return nullptr;
 }
 
 } // namespace zw

@@ -46,7 +46,7 @@ QStyle::StandardPixmap iconFor(MessageStyle style)
 } // namespace
 
 MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style,
-                             std::string_view title, std::string_view initial)
+                             std::string_view title, std::string_view initial, const std::filesystem::path& helpFile)
     : QDialog(parent)
 {
     setWindowTitle(qt(title));
@@ -87,18 +87,18 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
         return button;
     };
     if (shape == Shape::Message) {
+        // Both buttons only close the message.
         addButton("OK", kAnswerOk, true);
-    } else if (style == MessageStyle::QuestionYesNo) {
-        addButton("JA", kAnswerYes, true);
-        addButton("Nein", kAnswerNo, false);
+        addButton("JA", kAnswerOk, false);
     } else {
+        // The same three buttons for every style: "Okay" is the yes of a yes/no question.
         addButton("Okay", shape == Shape::Question && style != MessageStyle::QuestionOkCancel ? kAnswerYes : kAnswerOk,
                   true);
         addButton("Abbrechen", kAnswerCancel, false);
         auto* help = addButton("Hilfe", -1, false);
         disconnect(help, nullptr, this, nullptr);
-        connect(help, &QPushButton::clicked, this, [] {
-            QDesktopServices::openUrl(QUrl::fromLocalFile(QApplication::applicationDirPath() + "/hilfe/index.html"));
+        connect(help, &QPushButton::clicked, this, [helpFile] {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(helpFile.string())));
         });
     }
     auto* layout = new QVBoxLayout(this);
@@ -109,14 +109,14 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
 
 void MessageDialog::showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title)
 {
-    MessageDialog dialog(parent, Shape::Message, text, style, title, {});
+    MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {});
     dialog.exec();
 }
 
 int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,
-                                   std::string_view title)
+                                   std::string_view title, const std::filesystem::path& helpFile)
 {
-    MessageDialog dialog(parent, Shape::Question, text, style, title, {});
+    MessageDialog dialog(parent, Shape::Question, text, style, title, {}, helpFile);
     dialog.exec();
     // A warning or information "question" answers yes with its Okay button.
     if (dialog.m_answer == kAnswerOk && style != MessageStyle::QuestionOkCancel)
@@ -125,18 +125,20 @@ int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, Messa
 }
 
 std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_view text, MessageStyle style,
-                                                  std::string_view title, std::string_view initial)
+                                                  std::string_view title, std::string_view initial,
+                                                  const std::filesystem::path& helpFile)
 {
-    MessageDialog dialog(parent, Shape::Text, text, style, title, initial);
+    MessageDialog dialog(parent, Shape::Text, text, style, title, initial, helpFile);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.m_input->text().toStdString();
 }
 
 std::optional<double> MessageDialog::askNumber(QWidget* parent, std::string_view text, MessageStyle style,
-                                               std::string_view title, std::string_view initial)
+                                               std::string_view title, std::string_view initial,
+                                               const std::filesystem::path& helpFile)
 {
-    MessageDialog dialog(parent, Shape::Number, text, style, title, initial);
+    MessageDialog dialog(parent, Shape::Number, text, style, title, initial, helpFile);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,21 +15,25 @@ class QPushButton;
 namespace zw {
 
 // The one message dialog of the program, with its four call shapes. ShowMessage has the buttons "OK" and
-// "JA"; the other shapes "Okay", "Abbrechen" and "Hilfe". Light yellow background, as the program always had.
+// "JA"; the other shapes "Okay", "Abbrechen" and "Hilfe", whatever the style. "Hilfe" opens `helpFile`, the help
+// page of the program folder. Light yellow background, as the program always had.
 class MessageDialog : public QDialog
 {
 public:
     static void showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title);
-    static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title);
+    static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
+                               const std::filesystem::path& helpFile);
     static std::optional<std::string> askText(QWidget* parent, std::string_view text, MessageStyle style,
-                                              std::string_view title, std::string_view initial);
+                                              std::string_view title, std::string_view initial,
+                                              const std::filesystem::path& helpFile);
     static std::optional<double> askNumber(QWidget* parent, std::string_view text, MessageStyle style,
-                                           std::string_view title, std::string_view initial);
+                                           std::string_view title, std::string_view initial,
+                                           const std::filesystem::path& helpFile);
 
 private:
     enum class Shape { Message, Question, Text, Number };
     MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style, std::string_view title,
-                  std::string_view initial);
+                  std::string_view initial, const std::filesystem::path& helpFile);
 
     int m_answer = kAnswerCancel;
     QLineEdit* m_input = nullptr;

@@ -1,4 +1,5 @@
 #include "ui/frame/Quittung.h"
+
 #include "ui/frame/FileDialogs.h"
 
 #include <QAction>
@@ -15,17 +16,19 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabWidget>
 #include <QToolBox>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "app/CommandCatalogue.h"
 #include "app/ProgramPaths.h"
 #include "core/AmountEntry.h"
+#include "core/Hints.h"
 #include "core/ReceiptForm.h"
 #include "core/ReceiptTypes.h"
 #include "core/RunError.h"
@@ -34,6 +37,7 @@
 #include "ui/frame/NoticeWindow.h"
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/Ruler.h"
+#include "ui/frame/TextSpinBox.h"
 #include "ui/frame/fehlerform.h"
 
 namespace zw {
@@ -91,8 +95,9 @@ QLabel* smallCaption(const QString& text, QWidget* parent)
 } // namespace
 
 Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
-    : m_form(form), m_settings(settings), m_paths(paths)
+    : m_form(form), m_settings(settings), m_paths(paths), m_capture(paths)
 {
+    m_capture.setLook(&m_look);
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);
@@ -102,6 +107,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_central->setObjectName("centralArea");
     auto* formArea = new QWidget(m_central);
     formArea->setObjectName("formArea");
+    m_formArea = formArea;
     const int rulerOffset = kRuler2.left / kTwipsPerPixel + 16;
     m_ruler1 = new Ruler(Qt::Horizontal, kFormWidthPixels, formArea);
     m_ruler1->move(rulerOffset, kRuler1.top / kTwipsPerPixel);
@@ -109,7 +115,8 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_ruler2->move(kRuler2.left / kTwipsPerPixel, kRuler1.top / kTwipsPerPixel + 16);
     m_formView = new ReceiptFormView(form, paths, formArea);
     m_formView->move(rulerOffset, kRuler1.top / kTwipsPerPixel + 16);
-    formArea->setFixedSize(rulerOffset + kFormWidthPixels + 12, kRuler1.top / kTwipsPerPixel + 16 + kFormHeightPixels + 12);
+    // The area keeps the receipt at its top left and grows with the window, as does what takes its place.
+    formArea->setMinimumSize(rulerOffset + kFormWidthPixels + 12, kRuler1.top / kTwipsPerPixel + 16 + kFormHeightPixels + 12);
     m_formView->keyFilter = [this](FormElement element, int code) { return filterKey(element, code); };
     m_formView->mouseMoved = [this](QPoint at) {
         m_ruler1->setMark(at.x());
@@ -133,9 +140,8 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_hintLine->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     auto* formColumn = new QVBoxLayout;
-    formColumn->addWidget(formArea, 0, Qt::AlignLeft | Qt::AlignTop);
+    formColumn->addWidget(formArea, 1);
     formColumn->addWidget(m_hintLine);
-    formColumn->addStretch();
     auto* layout = new QHBoxLayout(m_central);
     layout->addWidget(buildShortcutBar());
     layout->addLayout(formColumn, 1);
@@ -290,7 +296,6 @@ QWidget* Quittung::buildShortcutBar()
 {
     m_shortcutBar = new QToolBox(m_central);
     m_shortcutBar->setObjectName("ShortcutBar1");
-    m_shortcutBar->setFixedWidth(285);
 
     // Belegdruck
     auto* print = new QWidget;
@@ -313,6 +318,7 @@ QWidget* Quittung::buildShortcutBar()
     }
     auto* printButton = new QPushButton("&Drucken", print);
     printButton->setObjectName("xpButton3");
+    m_shortcutKeys[ShortcutKey::Print] = printButton;
     printButton->setEnabled(false);
     printLayout->addWidget(printButton);
     m_betragCheck = new QCheckBox("*GiW: kaufm. gerundet (Cents)", print);
@@ -329,21 +335,22 @@ QWidget* Quittung::buildShortcutBar()
     setup->setObjectName("OutlookContainer2");
     auto* setupLayout = new QVBoxLayout(setup);
     setupLayout->addWidget(smallCaption("Druckeinstellungen vornehmen", setup));
-    auto addSpin = [&](const char* name, const char* image, const QString& tip, int low, int high) {
+    // Each spin field under its whole sentence; the field shows the model's text as it is.
+    auto addSpin = [&](const char* name, const char* image, const QString& sentence, int low, int high) {
         auto* row = new QHBoxLayout;
-        auto* spin = new QSpinBox(setup);
+        auto* spin = new TextSpinBox(low, high, setup);
         spin->setObjectName(name);
-        spin->setRange(low, high);
-        spin->setToolTip(tip);
+        spin->setToolTip(sentence);
         auto* save = new QToolButton(setup);
         save->setObjectName(image);
         save->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
         save->setToolTip("Anklicken um den Wert zu speichern");
         connect(save, &QToolButton::clicked, this, [this] { m_logic->savePrintSetup(); });
-        row->addWidget(new QLabel(tip.section(' ', 0, 2), setup));
+        auto* caption = smallCaption(sentence, setup);
+        caption->setBuddy(spin);
         row->addWidget(spin, 1);
         row->addWidget(save);
-        setupLayout->addWidget(smallCaption(tip, setup));
+        setupLayout->addWidget(caption);
         setupLayout->addLayout(row);
         return spin;
     };
@@ -397,24 +404,29 @@ QWidget* Quittung::buildShortcutBar()
     books->setObjectName("OutlookContainer4");
     auto* booksLayout = new QVBoxLayout(books);
     booksLayout->addWidget(smallCaption("Einnahmen und Ausgaben", books));
-    for (auto [name, caption] : {std::pair{"Label21", "Einnahmen:"}, {"Label23", "Ausgaben:"}, {"Label25", "Differenz:"}}) {
+    for (auto [total, name, caption] : {std::tuple{&m_booksPanel.income, "Label21", "Einnahmen:"},
+                                        {&m_booksPanel.expense, "Label23", "Ausgaben:"},
+                                        {&m_booksPanel.balance, "Label25", "Differenz:"}}) {
         auto* row = new QHBoxLayout;
         row->addWidget(new QLabel(caption, books));
         row->addStretch();
         auto* value = new QLabel("0,00", books);
-        value->setObjectName(name); // the totals are the named labels
+        value->setObjectName(name);
         row->addWidget(value);
+        *total = value;
         booksLayout->addLayout(row);
     }
     auto* currencyRow = new QHBoxLayout;
     currencyRow->addWidget(new QLabel("Aktuelle Währung:", books));
     auto* label28 = new QLabel("EUR", books);
     label28->setObjectName("Label28");
+    m_booksPanel.currency = label28;
     currencyRow->addWidget(label28);
     currencyRow->addStretch();
     booksLayout->addLayout(currencyRow);
     auto* refresh = new QPushButton("Daten &aktualisieren", books);
     refresh->setObjectName("Button3");
+    m_booksPanel.refresh = refresh;
     refresh->setEnabled(false);
     booksLayout->addWidget(refresh);
     booksLayout->addStretch();
@@ -425,11 +437,16 @@ QWidget* Quittung::buildShortcutBar()
     lists->setObjectName("OutlookContainer5");
     auto* listsLayout = new QVBoxLayout(lists);
     listsLayout->addWidget(smallCaption("Kunden- und Artikelliste", lists));
-    for (auto [name, caption] : {std::pair{"Command3", "Von-Liste aufrufen"}, {"Command2", "Für-Liste aufrufen"},
-                                 {"Command6_0", "Schriftart für Beleg"}, {"Command6_1", "&Aussteller wechseln"},
-                                 {"Command6_2", "Feldbezeichnungen ändern"}, {"cmdMail", "Beleg per E-Mail senden"}}) {
+    using K = ShortcutKey;
+    for (auto [key, name, caption] : {std::tuple{K::FromList, "Command3", "Von-Liste aufrufen"},
+                                      {K::ForList, "Command2", "Für-Liste aufrufen"},
+                                      {K::Font, "Command6_0", "Schriftart für Beleg"},
+                                      {K::SwitchIssuer, "Command6_1", "&Aussteller wechseln"},
+                                      {K::FieldLabels, "Command6_2", "Feldbezeichnungen ändern"},
+                                      {K::Mail, "cmdMail", "Beleg per E-Mail senden"}}) {
         auto* button = new QPushButton(caption, lists);
         button->setObjectName(name);
+        m_shortcutKeys[key] = button;
         button->setEnabled(false);
         listsLayout->addWidget(button);
     }
@@ -447,6 +464,13 @@ QWidget* Quittung::buildShortcutBar()
     listsLayout->addStretch();
     m_shortcutBar->addItem(lists, "Kunden- und Artikelliste");
     m_shortcutBar->setCurrentIndex(0);
+    // The bar is as wide as its widest panel needs, with room for a vertical scroll bar on a low screen, so no
+    // caption or button is ever cut and no horizontal scroll bar appears.
+    int widest = 0;
+    for (int i = 0; i < m_shortcutBar->count(); ++i)
+        widest = std::max(widest, m_shortcutBar->widget(i)->minimumSizeHint().width());
+    m_shortcutBar->setFixedWidth(widest + style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
+                                 2 * m_shortcutBar->frameWidth() + 4);
 
     connect(m_saveCheck, &QCheckBox::toggled, this, [this](bool on) {
         if (!m_mirroring)
@@ -464,14 +488,18 @@ QWidget* Quittung::buildShortcutBar()
         if (!m_mirroring)
             m_logic->incomeSwitchClicked(on ? 1 : 0);
     });
+    connect(m_xpCheck2, &QCheckBox::toggled, this, [this](bool on) {
+        if (!m_mirroring)
+            m_logic->calendarSwitchChanged(on ? 1 : 0);
+    });
     connect(m_layoutGroup, &QButtonGroup::idClicked, this, [this](int id) { m_logic->printLayoutChosen(id); });
     connect(m_stampGroup, &QButtonGroup::idClicked, this,
             [this](int id) { m_form.setStampChoice(static_cast<StampChoice>(id)); });
-    auto bindSpin = [this](QSpinBox* spin, void (ReceiptForm::*setter)(std::string)) {
-        connect(spin, &QSpinBox::valueChanged, this, [this, setter](int value) {
+    auto bindSpin = [this](TextSpinBox* spin, void (ReceiptForm::*setter)(std::string)) {
+        spin->edited = [this, setter](const QString& text) {
             if (!m_mirroring)
-                (m_form.*setter)(std::to_string(value));
-        });
+                (m_form.*setter)(text.toStdString());
+        };
     };
     bindSpin(m_abstand, &ReceiptForm::setAbstand);
     bindSpin(m_anzahl, &ReceiptForm::setAnzahl);
@@ -494,15 +522,9 @@ void Quittung::mirrorSwitches()
         option->setChecked(true);
     if (auto* stamp = m_stampGroup->button(static_cast<int>(m_form.stampChoice())))
         stamp->setChecked(true);
-    // A spin field shows its lowest value while its text is empty or no number.
-    auto show = [](QSpinBox* spin, const std::string& text) {
-        bool ok = false;
-        int value = QString::fromStdString(text).toInt(&ok);
-        spin->setValue(ok ? value : spin->minimum());
-    };
-    show(m_abstand, m_form.abstand());
-    show(m_anzahl, m_form.anzahl());
-    show(m_oben, m_form.oben());
+    m_abstand->showText(qt(m_form.abstand()));
+    m_anzahl->showText(qt(m_form.anzahl()));
+    m_oben->showText(qt(m_form.oben()));
     m_mirroring = false;
 }
 
@@ -511,7 +533,7 @@ void Quittung::mirror(const FormChange& change)
     switch (change.aspect) {
     case FormAspect::Text:
         if (change.element == F::Label16)
-            m_hintLine->setText(qt(m_form.text(F::Label16)));
+            m_hintLine->setText(qt(hintShown(m_form.text(F::Label16))));
         break;
     case FormAspect::Switch:
         mirrorSwitches();
@@ -534,13 +556,13 @@ void Quittung::showMessage(std::string_view text, MessageStyle style, std::strin
 
 int Quittung::confirmQuestion(std::string_view text, MessageStyle style, std::string_view title)
 {
-    return MessageDialog::confirmQuestion(this, text, style, title);
+    return MessageDialog::confirmQuestion(this, text, style, title, m_paths.helpFolder() / "index.html");
 }
 
 std::optional<std::string> Quittung::askText(std::string_view text, MessageStyle style, std::string_view title,
                                              std::string_view initial)
 {
-    return MessageDialog::askText(this, text, style, title, initial);
+    return MessageDialog::askText(this, text, style, title, initial, m_paths.helpFolder() / "index.html");
 }
 
 void Quittung::showNotice(Notice notice) { NoticeWindow::run(this, notice); }
@@ -616,6 +638,26 @@ void Quittung::closeEvent(QCloseEvent* event)
 {
     unloadAll();
     event->accept();
+}
+
+void Quittung::setShortcutKey(ShortcutKey key, std::function<void()> handler)
+{
+    QPushButton* button = m_shortcutKeys.at(key);
+    button->setEnabled(true);
+    connect(button, &QPushButton::clicked, this, [handler = std::move(handler)] { handler(); });
+}
+
+QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)
+{
+    if (!m_receiptTabs) {
+        m_receiptTabs = new QTabWidget;
+        m_receiptTabs->setObjectName("sevTabStrip1");
+        // replaceWidget hands back the old item, which the caller owns.
+        delete m_central->layout()->replaceWidget(m_formArea, m_receiptTabs, Qt::FindChildrenRecursively);
+        m_receiptTabs->addTab(m_formArea, "Quittung");
+    }
+    m_receiptTabs->addTab(page, caption);
+    return m_receiptTabs;
 }
 
 } // namespace zw

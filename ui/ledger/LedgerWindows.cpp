@@ -23,6 +23,7 @@
 #include "ledger/LedgerOperations.h"
 #include "ledger/LedgerReport.h"
 #include "ledger/Totals.h"
+#include "ui/frame/WindowTitle.h"
 
 namespace zw {
 namespace {
@@ -75,6 +76,7 @@ TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger
     } catch (const RunError& error) {
         reportFault(error, objectName().toStdString());
     }
+    keepTitleWhole(*this);
 }
 
 CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
@@ -106,6 +108,10 @@ CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledge
     } catch (const RunError& error) {
         reportFault(error, objectName().toStdString());
     }
+    // The rows keep their amounts apart from their captions.
+    grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance("-000.000.000,00 EUR"));
+    grid->setHorizontalSpacing(24);
+    keepTitleWhole(*this);
 }
 
 CurrencyWindow::CurrencyWindow(QWidget* parent, CurrencyChoice& choice, const ProgramPaths& paths) : QDialog(parent)

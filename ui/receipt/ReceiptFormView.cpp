@@ -1,10 +1,13 @@
 #include "ui/receipt/ReceiptFormView.h"
 
+#include <QCalendarWidget>
+#include <QDate>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QToolButton>
 
 #include "app/ProgramPaths.h"
 #include "core/Hints.h"
@@ -48,6 +51,13 @@ ReceiptFormView::ReceiptFormView(ReceiptForm& form, const ProgramPaths& paths, Q
     setFixedSize(kFormWidthPixels, kFormHeightPixels);
     setMouseTracking(true);
     createWidgets();
+    m_calendarButton = new QToolButton(this);
+    m_calendarButton->setObjectName("Text9_calendar");
+    m_calendarButton->setArrowType(Qt::DownArrow);
+    m_calendarButton->setToolTip("Kalender");
+    m_calendarButton->setFocusPolicy(Qt::NoFocus);
+    connect(m_calendarButton, &QToolButton::clicked, this, [this] { openCalendar(); });
+    placeCalendarButton();
     m_form.addListener([this](const FormChange& change) { mirror(change); });
     mirror({FormAspect::Background});
 }
@@ -134,6 +144,8 @@ void ReceiptFormView::mirror(const FormChange& change)
     case FormAspect::Visibility:
         if (auto* widget = m_widgets[indexOf(change.element)])
             widget->setVisible(m_form.isVisible(change.element));
+        if (change.element == F::Text9)
+            placeCalendarButton();
         break;
     case FormAspect::Font:
         for (const auto& entry : receiptLayout()) {
@@ -150,9 +162,48 @@ void ReceiptFormView::mirror(const FormChange& change)
             picture->setPixmap(QPixmap(qt(m_form.picture(change.element))));
         break;
     case FormAspect::Switch:
+        if (change.name == "xpCheck2")
+            placeCalendarButton();
+        break;
     case FormAspect::MenuCheck:
         break;
     }
+}
+
+void ReceiptFormView::placeCalendarButton()
+{
+    QWidget* date = m_widgets[indexOf(F::Text9)];
+    // The button exists only while the switch is on, at the right end inside the date field.
+    const bool shown = date != nullptr && m_form.calendarButton() == 1 && m_form.isVisible(F::Text9);
+    if (shown) {
+        const QRect field = date->geometry();
+        m_calendarButton->setGeometry(field.right() - field.height() + 1, field.top(), field.height(), field.height());
+        m_calendarButton->raise();
+    }
+    m_calendarButton->setVisible(shown);
+}
+
+void ReceiptFormView::openCalendar()
+{
+    QWidget* date = m_widgets[indexOf(F::Text9)];
+    if (date == nullptr)
+        return;
+    auto* calendar = new QCalendarWidget(this);
+    calendar->setObjectName("Kalender");
+    calendar->setWindowFlags(Qt::Popup);
+    calendar->setAttribute(Qt::WA_DeleteOnClose);
+    calendar->setGridVisible(true);
+    const QDate shown = QDate::fromString(QString::fromStdString(m_form.text(F::Text9)), "dd.MM.yyyy");
+    calendar->setSelectedDate(shown.isValid() ? shown : QDate::currentDate());
+    auto choose = [this, calendar](QDate day) {
+        m_form.setText(F::Text9, day.toString("dd.MM.yyyy").toStdString());
+        calendar->close();
+    };
+    connect(calendar, &QCalendarWidget::clicked, this, choose);
+    connect(calendar, &QCalendarWidget::activated, this, choose);
+    calendar->move(date->mapToGlobal(QPoint(0, date->height())));
+    calendar->show();
+    calendar->setFocus();
 }
 
 void ReceiptFormView::mirrorText(FormElement element)
@@ -235,9 +286,13 @@ bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
             widgetOf(F::Text4)->setStyleSheet("QLineEdit { background: transparent; }");
         break;
     case QEvent::KeyPress: {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (element == F::Text9 && key->key() == Qt::Key_F10) {
+            openCalendar();
+            return true;
+        }
         if (!isKeyFiltered(element) || !keyFilter)
             break;
-        auto* key = static_cast<QKeyEvent*>(event);
         int code = 0;
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
             code = 13;

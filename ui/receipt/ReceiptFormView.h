@@ -8,6 +8,8 @@
 
 #include "core/FormElement.h"
 
+class QToolButton;
+
 namespace zw {
 
 class ProgramPaths;
@@ -42,11 +44,15 @@ private:
     void mirrorText(FormElement element);
     void mirrorFont(FormElement element);
     void showHint(FormElement element);
+    // The date field's calendar (F10 or its button): the chosen day goes to Text9.
+    void openCalendar();
+    void placeCalendarButton();
     FormElement elementOf(QObject* object) const;
 
     ReceiptForm& m_form;
     const ProgramPaths& m_paths;
     QPixmap m_background;
+    QToolButton* m_calendarButton = nullptr;
     std::array<QWidget*, kFormElementCount> m_widgets{};
     // The fields being written between widget and model right now: each write must not echo back into the same
     // field, while the other fields it changes (a recalculation) still show.

@@ -1,0 +1,201 @@
+// What a new user meets first, in the main window as the distribution installs it.
+#include <QAction>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+#include <QToolBox>
+#include <QToolButton>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include "app/SmallFiles.h"
+#include "export/DibFile.h"
+#include "export/ImageFiles.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/TextSpinBox.h"
+#include "ui/print/druckmenue2011.h"
+#include "ui/export/jpg_export.h"
+#include "ui/export/png_export.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+using test::ModalCloser;
+
+// Records the files the program hands to the desktop instead of opening them.
+class UrlRecorder : public QObject
+{
+    Q_OBJECT
+public:
+    UrlRecorder() { QDesktopServices::setUrlHandler("file", this, "open"); }
+    ~UrlRecorder() override { QDesktopServices::unsetUrlHandler("file"); }
+    std::vector<QUrl> urls;
+
+public slots:
+    void open(const QUrl& url) { urls.push_back(url); }
+};
+
+class FirstUseTest : public test::MainWindowFixture
+{
+protected:
+    FirstUseTest()
+    {
+        installPrinting(*window, form, settings, paths, {});
+        start();
+    }
+
+    QRgb centre(QWidget* widget) { return widget->grab().toImage().pixel(widget->width() / 2, widget->height() / 2); }
+};
+
+TEST_F(FirstUseTest, AFreshInstallPrintsAtOnceAndStartsAgainWithItsRate)
+{
+    druckmenue2011 dialog(form, settings, paths, {}, PrintJob([this](int run) {
+        return QString::fromStdString((folder.path() / ("druck" + std::to_string(run) + ".pdf")).string());
+    }));
+    bool failed = false;
+    dialog.reportFault = [&failed](const RunError&) { failed = true; };
+    dialog.print();
+    EXPECT_FALSE(failed) << "anzahl " << form.anzahl();
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "druck1.pdf"));
+
+    // The second start reads the rate the first one found.
+    ReceiptForm next;
+    next.setText(F::Text3, "");
+    smallfiles::loadRate(next, paths);
+    EXPECT_EQ(next.text(F::Text3), "19");
+}
+
+TEST_F(FirstUseTest, SpinFieldsShowWhatTheModelHolds)
+{
+    auto* oben = window->findChild<TextSpinBox*>("oben");
+    auto* anzahl = window->findChild<TextSpinBox*>("anzahl");
+    ASSERT_NE(oben, nullptr);
+    ASSERT_NE(anzahl, nullptr);
+    EXPECT_EQ(oben->text().toStdString(), form.oben());
+    form.setOben("300");
+    form.setAnzahl("");
+    EXPECT_EQ(oben->text(), "300") << "a stored value beyond the arrows' limit stays";
+    EXPECT_EQ(anzahl->text(), "");
+    oben->stepBy(1);
+    EXPECT_EQ(form.oben(), "270") << "the arrows step back into the limits";
+    anzahl->stepBy(1);
+    EXPECT_EQ(form.anzahl(), "1");
+}
+
+TEST_F(FirstUseTest, F10AndTheSwitchedOnButtonOpenTheCalendarThatWritesTheDate)
+{
+    auto* date = window->formView()->widgetOf(F::Text9);
+    auto* button = window->formView()->findChild<QToolButton*>("Text9_calendar");
+    ASSERT_NE(button, nullptr);
+    EXPECT_FALSE(button->isVisible());
+
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_F10);
+    auto* calendar = qobject_cast<QCalendarWidget*>(QApplication::activePopupWidget());
+    ASSERT_NE(calendar, nullptr);
+    calendar->setSelectedDate(QDate(2026, 3, 5));
+    QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar, Qt::Key_Return);
+    EXPECT_EQ(form.text(F::Text9), "05.03.2026");
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+
+    window->findChild<QCheckBox*>("xpCheck2")->click();
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Kalender", ""), "1");
+    window->findChild<QAction*>("bm_kalenderbutton")->trigger();
+    EXPECT_FALSE(button->isVisible());
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Kalender", ""), "0");
+}
+
+TEST_F(FirstUseTest, TheColoursStampAreaIsOnScreenAndInThePhotographAndStandardBringsBackTheButtonFace)
+{
+    window->action("hg_red")->trigger();
+    const QImage stamp(QString::fromStdString((paths.backgroundFolder() / "stempel_rot.bmp").string()));
+    const QRgb red = stamp.pixel(stamp.width() / 2, stamp.height() / 2);
+    QWidget* stampArea = window->formView()->widgetOf(F::Image3);
+    EXPECT_EQ(QColor(centre(stampArea)).name().toStdString(), QColor(red).name().toStdString());
+    const QImage photo = capture(form);
+    const QRect area = stampArea->geometry();
+    EXPECT_EQ(QColor(photo.pixel(area.center())).name().toStdString(), QColor(red).name().toStdString());
+
+    window->action("hg_standard")->trigger();
+    QWidget* field = window->formView()->widgetOf(F::Text7);
+    EXPECT_EQ(QColor(field->grab().toImage().pixel(field->width() - 4, field->height() / 2)).name().toStdString(),
+              QApplication::palette(field).color(QPalette::Button).name().toStdString());
+}
+
+TEST_F(FirstUseTest, TheMessageDialogHasItsCaptionsInEveryShapeAndItsHelpIsTheProgramFolders)
+{
+    std::vector<QStringList> captions;
+    UrlRecorder desktop;
+    ModalCloser closer([&](QDialog* dialog) {
+        QStringList shown;
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            shown << button->text();
+        captions.push_back(shown);
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == "Hilfe")
+                button->click();
+        }
+    });
+    window->showMessage("Text", MessageStyle::Information, "Titel");
+    for (MessageStyle style : {MessageStyle::QuestionYesNo, MessageStyle::QuestionOkCancel, MessageStyle::Warning,
+                               MessageStyle::Error})
+        window->confirmQuestion("Frage", style, "Titel");
+    window->askText("Eingabe", MessageStyle::QuestionOkCancel, "Titel", "");
+    ASSERT_EQ(captions.size(), 6u);
+    EXPECT_EQ(captions[0], (QStringList{"OK", "JA"}));
+    for (std::size_t i = 1; i < captions.size(); ++i)
+        EXPECT_EQ(captions[i], (QStringList{"Okay", "Abbrechen", "Hilfe"})) << i;
+    ASSERT_FALSE(desktop.urls.empty());
+    EXPECT_EQ(desktop.urls.front().toLocalFile().toStdString(), (paths.helpFolder() / "index.html").string());
+}
+
+TEST_F(FirstUseTest, ThePictureSaveDialogsShowTheirPatternAsTheFileName)
+{
+    const auto handOver = paths.home() / "temp.bmp";
+    saveBitmapFile(surfaceFromImage(capture(form)), handOver);
+    std::vector<QString> names;
+    ModalCloser closer([&names](QDialog* dialog) {
+        if (auto* name = dialog->findChild<QLineEdit*>("fileNameEdit"))
+            names.push_back(name->text());
+    });
+    jpg_export jpg(handOver, window.get());
+    QTest::mouseClick(jpg.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
+    png_export png(handOver, window.get());
+    QTest::mouseClick(png.findChild<QPushButton*>("Command1"), Qt::LeftButton);
+    EXPECT_EQ(names, (std::vector<QString>{"*.jpg", "*.png"}));
+}
+
+TEST_F(FirstUseTest, TheShortcutBarsPanelsFitTheBarAndTheFormAreaGrowsWithTheWindow)
+{
+    window->resize(1024, 740);
+    auto* bar = window->findChild<QToolBox*>("ShortcutBar1");
+    ASSERT_NE(bar, nullptr);
+    for (int i = 0; i < bar->count(); ++i) {
+        bar->setCurrentIndex(i);
+        QApplication::processEvents();
+        auto* area = qobject_cast<QScrollArea*>(bar->widget(i)->parentWidget()->parentWidget());
+        ASSERT_NE(area, nullptr);
+        EXPECT_FALSE(area->horizontalScrollBar()->isVisible()) << bar->itemText(i).toStdString();
+    }
+    QWidget* formArea = window->formView()->parentWidget();
+    const int before = formArea->height();
+    window->resize(1200, 900);
+    QApplication::processEvents();
+    EXPECT_GT(formArea->height(), before);
+}
+
+} // namespace
+} // namespace zw
+
+#include "FirstUseTest.moc"
