@@ -51,6 +51,35 @@ TEST_F(SmallFilesTest, MissingFilesAreCreatedAndTheFieldsKeepTheirValues)
     EXPECT_EQ(next.text(FormElement::Text3), "");
 }
 
+TEST_F(SmallFilesTest, ManyLinedFilesReachTheWindowOnceWithTheWholeText)
+{
+    // Told once per line, a window re-lays out the growing text each time and a long file takes minutes.
+    int told = 0;
+    form.addListener([&told](const FormChange&) { ++told; });
+    std::string number, numberLines, abstand, anzahl, oben, printLines;
+    for (int i = 0; i < 10000; ++i) {
+        number += std::to_string(i % 10);
+        numberLines += std::to_string(i % 10) + "\r\n";
+    }
+    for (int i = 0; i < 3333; ++i) {
+        abstand += "1";
+        anzahl += "2";
+        oben += "3";
+        printLines += "1\r\n2\r\n3\r\n";
+    }
+    writeData("nummer.dat", numberLines);
+    writeData("druck.dat", printLines);
+    smallfiles::loadNumber(form, paths);
+    EXPECT_EQ(form.text(FormElement::Text1), number);
+    EXPECT_LE(told, 1);
+    told = 0;
+    smallfiles::loadPrintSetup(form, paths);
+    EXPECT_EQ(form.abstand(), abstand);
+    EXPECT_EQ(form.anzahl(), anzahl);
+    EXPECT_EQ(form.oben(), oben);
+    EXPECT_LE(told, 3);
+}
+
 TEST_F(SmallFilesTest, PrintSetupWithAFourthLineAppendsAndThenFailsPastTheEnd)
 {
     writeData("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
