@@ -163,7 +163,7 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
     // Composed as the program composes it.
     window = std::make_unique<Quittung>(form, settings, paths);
-    installLedger(*window, form, settings, paths);
+    auto* ledger = &installLedger(*window, form, settings, paths);
     installFrameCommands(*window, form, settings, paths);
     installPrinting(*window, form, settings, paths, {});
     window->logic().load();
@@ -177,8 +177,6 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     });
     window->findChild<QPushButton*>("xpButton3")->click();
 
-    auto* ledger = LedgerPart::of(*window);
-    ASSERT_NE(ledger, nullptr);
     ASSERT_EQ(ledger->ledger().rowCount(), 1u);
     EXPECT_EQ(form.text(FormElement::Text1), "00000001");
     EXPECT_TRUE(std::filesystem::exists(paths.dataFile("belege.dat")));

@@ -21,8 +21,8 @@ struct ExportContext
     std::function<QImage()> capture;
 };
 
-// The receipt leaves the program: "Als PDF/XML/RTF/BMP/JPG/PNG Datei" and the copy as a picture. Call once, after
-// the frame commands (the capture takes the session's receipt colour from them).
+// The receipt leaves the program: "Als PDF/XML/RTF/BMP/JPG/PNG Datei" and the copy as a picture. Call once; the
+// photograph comes from the window's one capture, with the session's receipt colour.
 void installExports(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
 
 // The parts of installExports, one per window family.

@@ -57,7 +57,7 @@ class Frame : public QObject
 public:
     Frame(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
+          m_look(window.look()), m_appearance(form, settings, paths, window, m_look), m_vendor(vendorAddresses(paths))
     {
         registerCommands();
         buildToolbar();
@@ -125,10 +125,7 @@ private:
         m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
-        if (auto* fontButton = m_window.findChild<QPushButton*>("Command6_0")) {
-            fontButton->setEnabled(true);
-            connect(fontButton, &QPushButton::clicked, this, [this] { fontDialog(); });
-        }
+        m_window.setShortcutKey(Quittung::ShortcutKey::Font, [this] { fontDialog(); });
     }
 
     // The program's name, version and, for the copyright window, the notice of rights.
@@ -256,8 +253,8 @@ private:
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [this, name = std::string(menuEntry)] { trigger(name); }, target, target && target->isEnabled());
         };
-        auto buttonTwin = [&](const char* key, const char* caption, const char* button) {
-            auto* target = m_window.findChild<QPushButton*>(button);
+        auto buttonTwin = [&](const char* key, const char* caption, Quittung::ShortcutKey button) {
+            auto* target = m_window.shortcutKey(button);
             mirrorOf(menu->addAction(QString()), menu, key, caption, {},
                      [target] {
                          if (target && target->isEnabled())
@@ -272,13 +269,13 @@ private:
         menuTwin("xml_bm", "Als XML Datei", "alsxml");
         menuTwin("pdf_bm", "Als PDF Datei", "alspdf");
         menu->addSeparator();
-        buttonTwin("bm_vonliste", "Von-Liste aufrufen", "Command3");
-        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", "Command2");
-        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", "Command6_2");
-        buttonTwin("bm_aussteller", "Aussteller wechseln", "Command6_1");
+        buttonTwin("bm_vonliste", "Von-Liste aufrufen", Quittung::ShortcutKey::FromList);
+        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", Quittung::ShortcutKey::ForList);
+        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", Quittung::ShortcutKey::FieldLabels);
+        buttonTwin("bm_aussteller", "Aussteller wechseln", Quittung::ShortcutKey::SwitchIssuer);
         mirrorOf(menu->addAction(QString()), menu, "bm_schriftart", "Schriftart für Belege", {}, [this] { fontDialog(); },
                  nullptr, true);
-        buttonTwin("bm_email", "Beleg per E-Mail senden", "cmdMail");
+        buttonTwin("bm_email", "Beleg per E-Mail senden", Quittung::ShortcutKey::Mail);
         menu->addSeparator();
         const std::pair<const char*, StampChoice> stamps[] = {{"bm_keinstempel", StampChoice::None},
                                                               {"bm_original", StampChoice::Original},
@@ -347,7 +344,7 @@ private:
 
     void buildShortcutBarPopup()
     {
-        m_bar = m_window.findChild<QToolBox*>("ShortcutBar1");
+        m_bar = m_window.shortcutBar();
         if (m_bar == nullptr)
             return;
         m_popup = new QMenu(&m_window);
@@ -504,15 +501,11 @@ private:
         return menu;
     }
 
-public:
-    const ReceiptLook& look() const { return m_look; }
-
-private:
     Quittung& m_window;
     ReceiptForm& m_form;
     Settings& m_settings;
     const ProgramPaths& m_paths;
-    ReceiptLook m_look;
+    ReceiptLook& m_look;
     AppearanceLogic m_appearance;
     VendorAddresses m_vendor;
     QToolBox* m_bar = nullptr;
@@ -528,15 +521,6 @@ void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& setting
 {
     auto* frame = new Frame(window, form, settings, paths);
     frame->setObjectName("frameCommands");
-}
-
-const ReceiptLook* receiptLook(const Quittung& window)
-{
-    for (QObject* child : window.children()) {
-        if (auto* frame = dynamic_cast<Frame*>(child))
-            return &frame->look();
-    }
-    return nullptr;
 }
 
 } // namespace zw

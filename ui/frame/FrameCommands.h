@@ -4,7 +4,6 @@ namespace zw {
 
 class ProgramPaths;
 class Quittung;
-class ReceiptLook;
 class ReceiptForm;
 class Settings;
 
@@ -12,9 +11,5 @@ class Settings;
 // the shortcut bar's popup, the appearance entries (receipt colours, window backgrounds, fonts), the settings
 // window `optionen`, the help and vendor pages. Call once, before the window's load.
 void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
-
-// The session's receipt colour and font style, for whoever draws the form elsewhere (the capture); nullptr before
-// the frame is installed.
-const ReceiptLook* receiptLook(const Quittung& window);
 
 } // namespace zw

@@ -1,4 +1,5 @@
 #include "ui/frame/Quittung.h"
+
 #include "ui/frame/FileDialogs.h"
 
 #include <QAction>
@@ -17,10 +18,12 @@
 #include <QRadioButton>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabWidget>
 #include <QToolBox>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "app/CommandCatalogue.h"
 #include "app/ProgramPaths.h"
@@ -92,8 +95,9 @@ QLabel* smallCaption(const QString& text, QWidget* parent)
 } // namespace
 
 Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
-    : m_form(form), m_settings(settings), m_paths(paths)
+    : m_form(form), m_settings(settings), m_paths(paths), m_capture(paths)
 {
+    m_capture.setLook(&m_look);
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);
@@ -103,6 +107,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_central->setObjectName("centralArea");
     auto* formArea = new QWidget(m_central);
     formArea->setObjectName("formArea");
+    m_formArea = formArea;
     const int rulerOffset = kRuler2.left / kTwipsPerPixel + 16;
     m_ruler1 = new Ruler(Qt::Horizontal, kFormWidthPixels, formArea);
     m_ruler1->move(rulerOffset, kRuler1.top / kTwipsPerPixel);
@@ -313,6 +318,7 @@ QWidget* Quittung::buildShortcutBar()
     }
     auto* printButton = new QPushButton("&Drucken", print);
     printButton->setObjectName("xpButton3");
+    m_shortcutKeys[ShortcutKey::Print] = printButton;
     printButton->setEnabled(false);
     printLayout->addWidget(printButton);
     m_betragCheck = new QCheckBox("*GiW: kaufm. gerundet (Cents)", print);
@@ -398,24 +404,29 @@ QWidget* Quittung::buildShortcutBar()
     books->setObjectName("OutlookContainer4");
     auto* booksLayout = new QVBoxLayout(books);
     booksLayout->addWidget(smallCaption("Einnahmen und Ausgaben", books));
-    for (auto [name, caption] : {std::pair{"Label21", "Einnahmen:"}, {"Label23", "Ausgaben:"}, {"Label25", "Differenz:"}}) {
+    for (auto [total, name, caption] : {std::tuple{&m_booksPanel.income, "Label21", "Einnahmen:"},
+                                        {&m_booksPanel.expense, "Label23", "Ausgaben:"},
+                                        {&m_booksPanel.balance, "Label25", "Differenz:"}}) {
         auto* row = new QHBoxLayout;
         row->addWidget(new QLabel(caption, books));
         row->addStretch();
         auto* value = new QLabel("0,00", books);
-        value->setObjectName(name); // the totals are the named labels
+        value->setObjectName(name);
         row->addWidget(value);
+        *total = value;
         booksLayout->addLayout(row);
     }
     auto* currencyRow = new QHBoxLayout;
     currencyRow->addWidget(new QLabel("Aktuelle Währung:", books));
     auto* label28 = new QLabel("EUR", books);
     label28->setObjectName("Label28");
+    m_booksPanel.currency = label28;
     currencyRow->addWidget(label28);
     currencyRow->addStretch();
     booksLayout->addLayout(currencyRow);
     auto* refresh = new QPushButton("Daten &aktualisieren", books);
     refresh->setObjectName("Button3");
+    m_booksPanel.refresh = refresh;
     refresh->setEnabled(false);
     booksLayout->addWidget(refresh);
     booksLayout->addStretch();
@@ -426,11 +437,16 @@ QWidget* Quittung::buildShortcutBar()
     lists->setObjectName("OutlookContainer5");
     auto* listsLayout = new QVBoxLayout(lists);
     listsLayout->addWidget(smallCaption("Kunden- und Artikelliste", lists));
-    for (auto [name, caption] : {std::pair{"Command3", "Von-Liste aufrufen"}, {"Command2", "Für-Liste aufrufen"},
-                                 {"Command6_0", "Schriftart für Beleg"}, {"Command6_1", "&Aussteller wechseln"},
-                                 {"Command6_2", "Feldbezeichnungen ändern"}, {"cmdMail", "Beleg per E-Mail senden"}}) {
+    using K = ShortcutKey;
+    for (auto [key, name, caption] : {std::tuple{K::FromList, "Command3", "Von-Liste aufrufen"},
+                                      {K::ForList, "Command2", "Für-Liste aufrufen"},
+                                      {K::Font, "Command6_0", "Schriftart für Beleg"},
+                                      {K::SwitchIssuer, "Command6_1", "&Aussteller wechseln"},
+                                      {K::FieldLabels, "Command6_2", "Feldbezeichnungen ändern"},
+                                      {K::Mail, "cmdMail", "Beleg per E-Mail senden"}}) {
         auto* button = new QPushButton(caption, lists);
         button->setObjectName(name);
+        m_shortcutKeys[key] = button;
         button->setEnabled(false);
         listsLayout->addWidget(button);
     }
@@ -622,6 +638,26 @@ void Quittung::closeEvent(QCloseEvent* event)
 {
     unloadAll();
     event->accept();
+}
+
+void Quittung::setShortcutKey(ShortcutKey key, std::function<void()> handler)
+{
+    QPushButton* button = m_shortcutKeys.at(key);
+    button->setEnabled(true);
+    connect(button, &QPushButton::clicked, this, [handler = std::move(handler)] { handler(); });
+}
+
+QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)
+{
+    if (!m_receiptTabs) {
+        m_receiptTabs = new QTabWidget;
+        m_receiptTabs->setObjectName("sevTabStrip1");
+        // replaceWidget hands back the old item, which the caller owns.
+        delete m_central->layout()->replaceWidget(m_formArea, m_receiptTabs, Qt::FindChildrenRecursively);
+        m_receiptTabs->addTab(m_formArea, "Quittung");
+    }
+    m_receiptTabs->addTab(page, caption);
+    return m_receiptTabs;
 }
 
 } // namespace zw

@@ -5,16 +5,21 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "app/Appearance.h"
 #include "app/CommonDialog.h"
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
+#include "print/Capture.h"
 
 class QAction;
 class QButtonGroup;
 class QCheckBox;
 class QLabel;
 class QMenu;
+class QPushButton;
+class QTabWidget;
 class QToolBox;
 
 namespace zw {
@@ -70,6 +75,39 @@ public:
     // Windows opened by name; other subsystems register theirs.
     void setWindowOpener(const std::string& name, std::function<void()> opener);
 
+    // The keys of the shortcut bar a part may bind; a key stays disabled until a part gives it a handler.
+    enum class ShortcutKey { Print, FromList, ForList, Font, SwitchIssuer, FieldLabels, Mail };
+    QPushButton* shortcutKey(ShortcutKey key) const { return m_shortcutKeys.at(key); }
+    void setShortcutKey(ShortcutKey key, std::function<void()> handler);
+    QToolBox* shortcutBar() const { return m_shortcutBar; }
+
+    // What a part of the window may use besides commands and openers; parts never look each other up.
+    // A tab beside the receipt: the first one turns the receipt area into the tab strip sevTabStrip1.
+    QTabWidget* addTabBesideReceipt(QWidget* page, const QString& caption);
+    // The Buchhaltung panel of the shortcut bar, whose totals and refresh key the ledger fills.
+    struct BooksPanel
+    {
+        QLabel* income = nullptr;   // Label21
+        QLabel* expense = nullptr;  // Label23
+        QLabel* balance = nullptr;  // Label25
+        QLabel* currency = nullptr; // Label28
+        QPushButton* refresh = nullptr; // Button3
+    };
+    const BooksPanel& booksPanel() const { return m_booksPanel; }
+    // Filing a printed receipt: the ledger offers it, printing uses it; without a ledger nothing is filed.
+    using ReceiptFiler = std::function<void(const std::vector<std::string>& row)>;
+    void setReceiptFiler(ReceiptFiler filer) { m_receiptFiler = std::move(filer); }
+    void fileReceiptRow(const std::vector<std::string>& row) const
+    {
+        if (m_receiptFiler)
+            m_receiptFiler(row);
+    }
+
+    // The session's receipt colour and stamp area; the frame's options change it.
+    ReceiptLook& look() { return m_look; }
+    // The one photograph of the receipt that printing, the exports and the clipboard all take.
+    const Capture& capture() const { return m_capture; }
+
     // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
     CommonDialog& speicherDialog() { return m_speicherDialog; }
 
@@ -94,6 +132,11 @@ private:
     Ruler* m_ruler2 = nullptr;
     QLabel* m_hintLine = nullptr;
     QWidget* m_central = nullptr;
+    QWidget* m_formArea = nullptr;
+    QTabWidget* m_receiptTabs = nullptr;
+    BooksPanel m_booksPanel;
+    std::map<ShortcutKey, QPushButton*> m_shortcutKeys;
+    ReceiptFiler m_receiptFiler;
     QToolBox* m_shortcutBar = nullptr;
     std::map<std::string, QAction*> m_actions;
     std::map<std::string, QMenu*> m_menus;
@@ -113,6 +156,8 @@ private:
     TextSpinBox* m_oben = nullptr;
     bool m_mirroring = false;
     CommonDialog m_speicherDialog;
+    ReceiptLook m_look;
+    Capture m_capture;
 };
 
 } // namespace zw

@@ -21,8 +21,7 @@ void Quittung::applyMenuDesign(int styleNumber)
 
 void Quittung::applyButtonStyle(int styleNumber)
 {
-    if (auto* button = findChild<QPushButton*>("xpButton3"))
-        button->setStyleSheet(buttonStyleSheet(styleNumber));
+    shortcutKey(ShortcutKey::Print)->setStyleSheet(buttonStyleSheet(styleNumber));
 }
 
 } // namespace zw

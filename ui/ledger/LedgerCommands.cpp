@@ -138,15 +138,7 @@ void LedgerPart::buildPage()
     });
 
     // The form and the ledger share the window as the two tabs of sevTabStrip1.
-    QWidget* formArea = m_window.findChild<QWidget*>("formArea");
-    m_tabs = new QTabWidget;
-    m_tabs->setObjectName("sevTabStrip1");
-    if (formArea && m_window.centralWidget() && m_window.centralWidget()->layout()) {
-        // replaceWidget hands back the old item, which the caller owns.
-        delete m_window.centralWidget()->layout()->replaceWidget(formArea, m_tabs, Qt::FindChildrenRecursively);
-        m_tabs->addTab(formArea, "Quittung");
-    }
-    m_tabs->addTab(page, "Belegliste");
+    m_tabs = m_window.addTabBesideReceipt(page, "Belegliste");
 }
 
 void LedgerPart::registerCommands()
@@ -190,7 +182,7 @@ void LedgerPart::registerCommands()
         window.exec();
     });
 
-    if (auto* refresh = m_window.findChild<QPushButton*>("Button3")) {
+    if (auto* refresh = m_window.booksPanel().refresh) {
         refresh->setEnabled(true);
         connect(refresh, &QPushButton::clicked, this, [this] { refreshTotals(); });
     }
@@ -214,15 +206,6 @@ void LedgerPart::save()
 void LedgerPart::fileReceipt()
 {
     fileReceiptRow({});
-}
-
-LedgerPart* LedgerPart::of(QObject& window)
-{
-    for (QObject* child : window.children()) {
-        if (auto* part = dynamic_cast<LedgerPart*>(child))
-            return part;
-    }
-    return nullptr;
 }
 
 void LedgerPart::fileReceiptRow(const std::vector<std::string>& fields)
@@ -273,15 +256,16 @@ void LedgerPart::refreshTotals()
 {
     trapped("Quittung", [&] {
         const auto totals = panelTotals(m_ledger, m_settings);
-        auto show = [this](const char* name, const std::string& text) {
-            if (auto* label = m_window.findChild<QLabel*>(name))
+        const auto& panel = m_window.booksPanel();
+        auto show = [](QLabel* label, const std::string& text) {
+            if (label)
                 label->setText(qt(text));
         };
-        show("Label23", totals.expense);
-        show("Label21", totals.income);
-        show("Label25", totals.balance);
-        show("Label28", totals.currency);
-        if (auto* balance = m_window.findChild<QLabel*>("Label25")) {
+        show(panel.expense, totals.expense);
+        show(panel.income, totals.income);
+        show(panel.balance, totals.balance);
+        show(panel.currency, totals.currency);
+        if (auto* balance = panel.balance) {
             QPalette colours = balance->palette();
             colours.setColor(QPalette::WindowText, totals.balanceNegative
                                                        ? QColor(255, 0, 0)
@@ -293,7 +277,9 @@ void LedgerPart::refreshTotals()
 
 LedgerPart& installLedger(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
 {
-    return *new LedgerPart(window, form, settings, paths);
+    auto* part = new LedgerPart(window, form, settings, paths);
+    window.setReceiptFiler([part](const std::vector<std::string>& row) { part->fileReceiptRow(row); });
+    return *part;
 }
 
 } // namespace zw

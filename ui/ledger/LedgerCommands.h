@@ -26,16 +26,13 @@ class Quittung;
 class ReceiptForm;
 class Settings;
 
-// The ledger, receipt files, totals, currency and report as parts of the main window. The print command reaches
-// it with LedgerPart::of(window) and files through fileReceipt or fileReceiptRow.
+// The ledger, receipt files, totals, currency and report as parts of the main window. It offers the window its
+// receipt filer, through which printing files a receipt without knowing the ledger.
 class LedgerPart : public QObject
 {
 public:
     LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
     ~LedgerPart() override;
-
-    // The window's ledger part, or nullptr. findChild<LedgerPart*> cannot tell it apart: it has no meta-object.
-    static LedgerPart* of(QObject& window);
 
     ReceiptLedger& ledger() { return m_ledger; }
     LedgerOperations& operations() { return m_operations; }

@@ -11,7 +11,6 @@
 #include "print/PictureCommands.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/print/IssuerWindows.h"
-#include "ui/ledger/LedgerCommands.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/Quittung.h"
 #include "ui/print/druckmenue2011.h"
@@ -27,19 +26,12 @@ public:
     PrintingPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
                  FileReceipt fileReceipt)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_fileReceipt(std::move(fileReceipt)), m_capture(paths), m_print(form, paths, m_capture),
+          m_fileReceipt(std::move(fileReceipt)), m_print(form, paths, window.capture()),
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
-        m_capture.setLook(receiptLook(window));
-        if (auto* printButton = window.findChild<QPushButton*>("xpButton3")) {
-            printButton->setEnabled(true);
-            connect(printButton, &QPushButton::clicked, this, [this] { xpButton3(); });
-        }
-        if (auto* switchIssuer = window.findChild<QPushButton*>("Command6_1")) {
-            switchIssuer->setEnabled(true);
-            connect(switchIssuer, &QPushButton::clicked, this, [this] { m_window.openWindow("aussteller_pro"); });
-        }
+        window.setShortcutKey(Quittung::ShortcutKey::Print, [this] { xpButton3(); });
+        window.setShortcutKey(Quittung::ShortcutKey::SwitchIssuer, [this] { m_window.openWindow("aussteller_pro"); });
         window.setCommand("aussetller", [this] { m_window.openWindow("aussteller"); });
         window.setWindowOpener("aussteller", [this] { openAussteller(); });
         window.setWindowOpener("aussteller_pro", [this] {
@@ -127,7 +119,6 @@ private:
     Settings& m_settings;
     const ProgramPaths& m_paths;
     FileReceipt m_fileReceipt;
-    Capture m_capture;
     PrintCommand m_print;
     IssuerData m_issuers;
     PictureCommands m_pictures;
@@ -140,11 +131,8 @@ void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, co
                      FileReceipt fileReceipt)
 {
     if (!fileReceipt) {
-        // The ledger part of the window files the row; without one nothing is filed.
-        fileReceipt = [&window](const std::vector<std::string>& row) {
-            if (auto* ledger = LedgerPart::of(window))
-                ledger->fileReceiptRow(row);
-        };
+        // Whoever offers the window a receipt filer files the row; without one nothing is filed.
+        fileReceipt = [&window](const std::vector<std::string>& row) { window.fileReceiptRow(row); };
     }
     new PrintingPart(window, form, settings, paths, std::move(fileReceipt));
 }
