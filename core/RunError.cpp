@@ -62,5 +62,9 @@ RunError RunError::printerUnavailable(const std::string& printer)
 {
     return {482, "Druckerfehler: Der Drucker \"" + printer + "\" ist nicht verfügbar."};
 }
+RunError RunError::printerFault()
+{
+    return {482, "Druckerfehler"};
+}
 
 } // namespace zw

@@ -28,6 +28,7 @@ public:
     static RunError invalidPicture();                               // 481
     static RunError subscriptOutOfRange();                          // 9
     static RunError printerUnavailable(const std::string& printer); // 482
+    static RunError printerFault();                                 // 482
 
 private:
     int m_number;

@@ -34,7 +34,7 @@ void printLedgerList(const PrintedList& list, QPrinter& printer)
 {
     QPainter painter;
     if (!painter.begin(&printer))
-        throw RunError(482, "Druckerfehler");
+        throw RunError::printerFault();
     const double pageHeight = painter.viewport().height();
     double y = 0;
     for (const auto& line : list.lines) {

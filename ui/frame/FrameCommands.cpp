@@ -1,4 +1,5 @@
 #include "ui/frame/FrameCommands.h"
+#include "ui/frame/QtText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -41,7 +42,6 @@ namespace {
 
 using F = FormElement;
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QColor colourOf(std::uint32_t number, const QWidget* widget)
 {

@@ -1,4 +1,5 @@
 #include "ui/frame/MessageDialog.h"
+#include "ui/frame/QtText.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -16,7 +17,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // The program ends message lines with a bare carriage return.
 QString displayText(std::string_view text)

@@ -1,4 +1,5 @@
 #include "ui/frame/Quittung.h"
+#include "ui/frame/QtText.h"
 
 #include "ui/frame/FileDialogs.h"
 
@@ -45,7 +46,6 @@ namespace {
 
 using F = FormElement;
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdString(); }
 

@@ -1,4 +1,5 @@
 #include "ui/frame/optionen.h"
+#include "ui/frame/QtText.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -20,7 +21,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QLineEdit* lineEdit(const char* name, QWidget* parent, int width)
 {

@@ -1,4 +1,5 @@
 #include "ui/ledger/LedgerCommands.h"
+#include "ui/frame/QtText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -27,7 +28,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // The hourglass of LoadLedger and SaveLedger.
 struct WaitCursor

@@ -1,4 +1,5 @@
 #include "ui/ledger/LedgerModel.h"
+#include "ui/frame/QtText.h"
 
 #include <QColor>
 #include <QFont>
@@ -8,7 +9,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // The grid's colour values are 0xBBGGRR.
 QColor gridColour(int value) { return QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF); }

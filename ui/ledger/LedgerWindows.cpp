@@ -1,4 +1,5 @@
 #include "ui/ledger/LedgerWindows.h"
+#include "ui/frame/QtText.h"
 
 #include <QDesktopServices>
 #include <QFontMetrics>
@@ -28,7 +29,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QLabel* headline(const QString& text, QWidget* parent)
 {

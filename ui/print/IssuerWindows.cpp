@@ -1,4 +1,5 @@
 #include "ui/print/IssuerWindows.h"
+#include "ui/frame/QtText.h"
 
 #include <QCheckBox>
 #include <QFileDialog>
@@ -15,9 +16,9 @@
 namespace zw {
 namespace {
 
-QString qt(const std::string& text)
+QString toBox(const std::string& text)
 {
-    QString shown = QString::fromStdString(text);
+    QString shown = qt(text);
     shown.replace("\r\n", "\n");
     return shown;
 }
@@ -44,7 +45,7 @@ aussteller::aussteller(IssuerData& issuers, const IssuerEntry& entry, QWidget* p
 {
     setObjectName("aussteller");
     setWindowTitle("Aussteller");
-    m_text = new QPlainTextEdit(qt(entry.text), this);
+    m_text = new QPlainTextEdit(toBox(entry.text), this);
     m_text->setObjectName("RTFBox");
     m_taxNumber = new QLineEdit(QString::fromStdString(entry.taxNumber), this);
     m_taxNumber->setObjectName("steuernummer2");
@@ -84,7 +85,7 @@ aussteller_pro::aussteller_pro(IssuerData& issuers, const std::array<IssuerPage,
     m_tabs = new QTabWidget(this);
     for (int i = 0; i < 3; ++i) {
         auto* page = new QWidget(m_tabs);
-        m_texts[i] = new QPlainTextEdit(qt(pages[static_cast<std::size_t>(i)].text), page);
+        m_texts[i] = new QPlainTextEdit(toBox(pages[static_cast<std::size_t>(i)].text), page);
         m_texts[i]->setObjectName(QString("sevText%1").arg(i + 1));
         m_taxNumbers[i] = new QLineEdit(QString::fromStdString(pages[static_cast<std::size_t>(i)].taxNumber), page);
         m_taxNumbers[i]->setObjectName(QString("sevText4_%1").arg(i));

@@ -1,4 +1,5 @@
 #include "ui/print/druckmenue2011.h"
+#include "ui/frame/QtText.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -23,7 +24,6 @@
 namespace zw {
 namespace {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QLineEdit* numberField(const char* name, QWidget* parent)
 {

@@ -1,4 +1,5 @@
 #include "ui/receipt/ReceiptFormView.h"
+#include "ui/frame/QtText.h"
 
 #include <QCalendarWidget>
 #include <QDate>
@@ -20,7 +21,6 @@ namespace {
 
 using F = FormElement;
 
-QString qt(const std::string& text) { return QString::fromStdString(text); }
 
 bool isPicture(F element) { return element == F::Image3 || element == F::Image6 || element == F::Image7; }
 bool isKeyFiltered(F element) { return element == F::Text12 || element == F::Text10 || element == F::Text9; }
