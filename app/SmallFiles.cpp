@@ -1,5 +1,6 @@
 #include "app/SmallFiles.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,7 @@ void loadRate(ReceiptForm& form, const ProgramPaths& paths)
     auto file = paths.dataFile("mwst.dat");
     if (isFile(file)) {
         auto rate = joined(readTextLines(file));
+        ReceiptForm::Batch batch(form);
         form.setText(FormElement::Text3, "");
         form.setText(FormElement::Text3, rate);
     } else {
@@ -48,21 +50,26 @@ void loadPrintSetup(ReceiptForm& form, const ProgramPaths& paths)
         return;
     }
     auto lines = readTextLines(file);
+    // The three values grow here and reach the form once, also when a short round ends the read.
+    ReceiptForm::Batch batch(form);
+    std::array<std::string, 3> values = {form.abstand(), form.anzahl(), form.oben()};
+    auto store = [&] {
+        form.setAbstand(std::move(values[0]));
+        form.setAnzahl(std::move(values[1]));
+        form.setOben(std::move(values[2]));
+    };
     std::size_t next = 0;
     while (next < lines.size()) {
         // Each round reads three lines; running out in the middle is the old "input past end".
-        for (int field = 0; field < 3; ++field) {
-            if (next >= lines.size())
+        for (auto& value : values) {
+            if (next >= lines.size()) {
+                store();
                 throw RunError::inputPastEnd();
-            const auto& line = lines[next++];
-            if (field == 0)
-                form.setAbstand(form.abstand() + line);
-            else if (field == 1)
-                form.setAnzahl(form.anzahl() + line);
-            else
-                form.setOben(form.oben() + line);
+            }
+            value += lines[next++];
         }
     }
+    store();
 }
 
 void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths)
@@ -78,6 +85,7 @@ void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
         return;
     }
     auto lines = readTextLines(file);
+    ReceiptForm::Batch batch(form);
     form.setText(FormElement::Text1, "");
     for (const auto& line : lines)
         form.appendText(FormElement::Text1, line);

@@ -11,7 +11,7 @@
 
 namespace zw {
 
-std::string readFileBytes(const std::filesystem::path& path)
+void readFileInBlocks(const std::filesystem::path& path, const std::function<void(std::string_view)>& consume)
 {
     // Non-blocking, so a FIFO or a device in place of a file is refused at once instead of waiting for a
     // writer.
@@ -32,11 +32,9 @@ std::string readFileBytes(const std::filesystem::path& path)
     };
     if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))
         fail();
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(status.st_size));
-    char buffer[1 << 16];
+    std::vector<char> buffer(1 << 20);
     for (;;) {
-        ssize_t got = ::read(fd, buffer, sizeof buffer);
+        ssize_t got = ::read(fd, buffer.data(), buffer.size());
         if (got == 0)
             break;
         if (got < 0) {
@@ -44,10 +42,25 @@ std::string readFileBytes(const std::filesystem::path& path)
                 continue;
             fail();
         }
-        bytes.append(buffer, static_cast<std::size_t>(got));
+        try {
+            consume({buffer.data(), static_cast<std::size_t>(got)});
+        } catch (...) {
+            ::close(fd);
+            throw;
+        }
     }
     ::close(fd);
     markReadable(path);
+}
+
+std::string readFileBytes(const std::filesystem::path& path)
+{
+    std::string bytes;
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    if (!error)
+        bytes.reserve(static_cast<std::size_t>(size));
+    readFileInBlocks(path, [&bytes](std::string_view block) { bytes.append(block); });
     return bytes;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zw {
@@ -23,6 +25,9 @@ void writeTextFile(const std::filesystem::path& path, const std::string& text);
 
 // The raw bytes of a file; throws RunError 53 if it cannot be opened.
 std::string readFileBytes(const std::filesystem::path& path);
+
+// Hands the file to `consume` in blocks as it is read, with the same checks and marks as readFileBytes.
+void readFileInBlocks(const std::filesystem::path& path, const std::function<void(std::string_view)>& consume);
 
 // Splits text into lines by the rules of readTextLines.
 std::vector<std::string> splitLines(const std::string& text);

@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -77,6 +78,37 @@ void BM_LoadLedger(benchmark::State& state)
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
 }
 
+// A belege.dat of 100 MB of empty lines (CR LF): 50 million rows that must not cost gigabytes.
+void BM_LoadEmptyLineLedger(benchmark::State& state)
+{
+    const fs::path home = fs::temp_directory_path() / "zw-ledger-bench-empty-lines";
+    const fs::path file = home / "daten" / "belege.dat";
+    const auto bytes = static_cast<std::size_t>(state.range(0));
+    if (!fs::exists(file) || fs::file_size(file) != bytes) {
+        fs::create_directories(file.parent_path());
+        std::ofstream out(file, std::ios::binary);
+        std::string lines;
+        for (int i = 0; i < (1 << 19); ++i)
+            lines += "\r\n";
+        for (std::size_t written = 0; written < bytes; written += lines.size())
+            out.write(lines.data(), static_cast<std::streamsize>(std::min(lines.size(), bytes - written)));
+    }
+    const zw::ProgramPaths paths(home);
+    double heapPerRow = 0;
+    for (auto _ : state) {
+        // Large blocks are mapped apart from the heap; both count.
+        const auto before = mallinfo2();
+        zw::ReceiptLedger ledger;
+        zw::loadLedger(ledger, paths);
+        const auto after = mallinfo2();
+        heapPerRow = static_cast<double>(after.uordblks + after.hblkhd - before.uordblks - before.hblkhd) /
+                     static_cast<double>(ledger.rowCount());
+        benchmark::DoNotOptimize(ledger.rowCount());
+    }
+    state.counters["heap_per_row"] = heapPerRow;
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * state.range(0)));
+}
+
 void BM_SaveLedger(benchmark::State& state)
 {
     const auto& paths = programFolder(state.range(0));
@@ -119,6 +151,7 @@ void BM_Totals(benchmark::State& state)
 BENCHMARK(BM_Baseline_CatFile)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_CopyFileAndSync)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadLedger)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadEmptyLineLedger)->Arg(100 << 20)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SaveLedger)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FileOneReceipt)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Totals)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);

@@ -56,7 +56,12 @@ void ReceiptForm::setText(FormElement element, std::string value)
 
 void ReceiptForm::appendText(FormElement element, std::string_view value)
 {
-    setText(element, text(element) + std::string(value));
+    // In place: a copy of the whole field per appended line would make reading a long file quadratic.
+    if (value.empty())
+        return;
+    m_texts[indexOf(element)].append(value);
+    notify({FormAspect::Text, element});
+    runChangeHandler(element);
 }
 
 void ReceiptForm::setVisible(FormElement element, bool visible)
@@ -179,10 +184,31 @@ void ReceiptForm::setPicture(FormElement element, std::string path)
 
 void ReceiptForm::addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
 
+ReceiptForm::Batch::Batch(ReceiptForm& form) : m_form(form) { ++m_form.m_batchDepth; }
+
+ReceiptForm::Batch::~Batch() { m_form.endBatch(); }
+
 void ReceiptForm::notify(const FormChange& change)
 {
+    if (m_batchDepth > 0) {
+        for (const auto& pending : m_pending)
+            if (pending.aspect == change.aspect && pending.element == change.element && pending.name == change.name)
+                return;
+        m_pending.push_back({change.aspect, change.element, std::string(change.name)});
+        return;
+    }
     for (const auto& listener : m_listeners)
         listener(change);
+}
+
+void ReceiptForm::endBatch()
+{
+    if (--m_batchDepth > 0)
+        return;
+    const auto pending = std::move(m_pending);
+    m_pending.clear();
+    for (const auto& change : pending)
+        notify({change.aspect, change.element, change.name});
 }
 
 void ReceiptForm::runChangeHandler(FormElement element)

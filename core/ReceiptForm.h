@@ -95,8 +95,30 @@ public:
     using Listener = std::function<void(const FormChange&)>;
     void addListener(Listener listener);
 
+    // While a Batch lives the listeners hear nothing; at its end each changed aspect is told once, so a window
+    // that loads a file of many lines mirrors the final text once instead of once per line. Batches nest.
+    class Batch
+    {
+    public:
+        explicit Batch(ReceiptForm& form);
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        ReceiptForm& m_form;
+    };
+
 private:
+    struct PendingChange
+    {
+        FormAspect aspect;
+        FormElement element;
+        std::string name; // owned: the caller's view may be gone when the batch ends
+    };
+
     void notify(const FormChange& change);
+    void endBatch();
     void runChangeHandler(FormElement element);
     void setSwitch(int& member, int value, std::string_view name);
 
@@ -122,6 +144,8 @@ private:
     std::string m_formBackground;
     std::array<std::string, kFormElementCount> m_pictures;
     std::vector<Listener> m_listeners;
+    int m_batchDepth = 0;
+    std::vector<PendingChange> m_pending;
 };
 
 } // namespace zw

@@ -1,9 +1,9 @@
 #include "export/BitmapFile.h"
 
+#include "app/TextFile.h"
 #include "core/RunError.h"
 
 #include <array>
-#include <cstdio>
 #include <limits>
 #include <string>
 
@@ -123,20 +123,7 @@ Bitmap parseBitmapFile(std::string_view bytes)
 
 Bitmap readBitmapFile(const std::filesystem::path& path)
 {
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr)
-        throw RunError::fileNotFound();
-    std::string bytes;
-    char buffer[65536];
-    std::size_t count;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        bytes.append(buffer, count);
-    const bool failed = std::ferror(file) != 0;
-    std::fclose(file);
-    // A folder opens but cannot be read.
-    if (failed)
-        throw RunError::pathFileAccess();
-    return parseBitmapFile(bytes);
+    return parseBitmapFile(readFileBytes(path));
 }
 
 } // namespace zw

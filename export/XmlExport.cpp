@@ -3,9 +3,10 @@
 #include <array>
 #include <utility>
 
+#include "app/AtomicFile.h"
 #include "app/CommonDialog.h"
-#include "app/TextFile.h"
 #include "app/Version.h"
+#include "core/CodePage.h"
 #include "core/ReceiptForm.h"
 
 namespace zw {
@@ -47,9 +48,14 @@ std::string receiptXml(const ReceiptForm& form, std::string_view webAddress)
     return xml;
 }
 
+std::string receiptXmlBytes(const ReceiptForm& form, std::string_view webAddress)
+{
+    return utf8ToCp1252(receiptXml(form, webAddress));
+}
+
 void writeReceiptXml(const ReceiptForm& form, const std::filesystem::path& file, std::string_view webAddress)
 {
-    writeTextFile(file, receiptXml(form, webAddress));
+    writeFileAtomically(file, receiptXmlBytes(form, webAddress));
 }
 
 void alsxml(CommonDialog& dialog, const ReceiptForm& form, std::string_view webAddress)

@@ -14,7 +14,10 @@ class ReceiptForm;
 // of these files expect just that.
 std::string receiptXml(const ReceiptForm& form, std::string_view webAddress);
 
-// Writes receiptXml in Windows-1252 with CR LF line ends. Throws RunError when the file cannot be written.
+// The file's bytes: receiptXml in Windows-1252.
+std::string receiptXmlBytes(const ReceiptForm& form, std::string_view webAddress);
+
+// Replaces the file whole with receiptXmlBytes. Throws RunError when the file cannot be written.
 void writeReceiptXml(const ReceiptForm& form, const std::filesystem::path& file, std::string_view webAddress);
 
 // alsxml: asks the main window's dialog for a name and writes the file there. The dialog keeps its last name,

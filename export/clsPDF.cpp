@@ -1,6 +1,7 @@
 #include "export/clsPDF.h"
 
 #include "app/AtomicFile.h"
+#include "app/TextFile.h"
 #include "core/CodePage.h"
 #include "core/RunError.h"
 
@@ -729,18 +730,11 @@ void clsPDF::FlushPendingOperator()
 std::string clsPDF::ReadWholeFile(const std::filesystem::path& fileName)
 {
     // Whatever cannot be read, a missing file or a folder, is empty text.
-    std::FILE* file = std::fopen(fileName.c_str(), "rb");
-    if (file == nullptr)
+    try {
+        return readFileBytes(fileName);
+    } catch (const RunError&) {
         return {};
-    std::string bytes;
-    char buffer[65536];
-    std::size_t count;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        bytes.append(buffer, count);
-    if (std::ferror(file) != 0)
-        bytes.clear();
-    std::fclose(file);
-    return bytes;
+    }
 }
 
 void clsPDF::WriteWholeFile(const std::filesystem::path& fileName, std::string_view bytes)

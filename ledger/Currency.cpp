@@ -1,27 +1,13 @@
 #include "ledger/Currency.h"
 
 #include "app/TextFile.h"
+#include "core/CodePage.h"
 #include "core/FormHost.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "core/Settings.h"
 
 namespace zw {
-namespace {
-
-// The first characters of UTF-8 text, never cutting a character in two.
-std::string firstCharacters(const std::string& text, std::size_t count)
-{
-    std::size_t end = 0;
-    for (std::size_t taken = 0; end < text.size() && taken < count; ++taken) {
-        ++end;
-        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-            ++end;
-    }
-    return text.substr(0, end);
-}
-
-} // namespace
 
 CurrencyChoice::CurrencyChoice(ReceiptForm& form, Settings& settings, FormHost& host)
     : m_form(form), m_settings(settings), m_host(host)

@@ -1,7 +1,5 @@
 #include "ledger/LedgerStore.h"
 
-#include <sstream>
-
 #include "app/AtomicFile.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
@@ -14,17 +12,16 @@ namespace zw {
 void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
     const auto file = paths.dataFile("belege.dat");
-    std::string bytes;
+    LedgerReader reader;
     try {
-        bytes = readFileBytes(file);
+        readFileInBlocks(file, [&reader](std::string_view block) { reader.feed(block); });
     } catch (const RunError& error) {
         ledger.assignRows({}, {});
         if (error.number() == RunError::fileNotFound().number())
             throw;
         throw unreadableError(file); // marked: the empty grid is never saved over the file
     }
-    std::istringstream in(std::move(bytes));
-    readLedger(in, ledger);
+    reader.finish(ledger);
     std::error_code error;
     std::filesystem::create_directories(paths.reportFolder(), error);
 }

@@ -42,6 +42,7 @@ void readReceiptRecords(std::string_view bytes, ReceiptForm& form, ReceiptFileFo
 {
     const auto lines = splitLines(cp1252ToUtf8(bytes));
     const auto order = fieldOrder(format);
+    ReceiptForm::Batch batch(form);
     std::size_t next = 0;
     while (next < lines.size()) {
         for (FormElement field : order)

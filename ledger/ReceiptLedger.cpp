@@ -1,6 +1,7 @@
 #include "ledger/ReceiptLedger.h"
 
 #include <algorithm>
+#include <cstring>
 #include <istream>
 
 #include "core/CodePage.h"
@@ -55,18 +56,44 @@ const std::array<LedgerColumnInfo, kLedgerColumnCount>& ledgerColumns()
     return kColumns;
 }
 
+LedgerRow::LedgerRow(std::string_view text)
+{
+    if (text.empty())
+        return;
+    const std::size_t size = text.size();
+    m_block = std::make_unique_for_overwrite<char[]>(sizeof size + size);
+    std::memcpy(m_block.get(), &size, sizeof size);
+    std::memcpy(m_block.get() + sizeof size, text.data(), size);
+}
+
+LedgerRow& LedgerRow::operator=(const LedgerRow& other)
+{
+    if (this != &other)
+        *this = LedgerRow(other.text());
+    return *this;
+}
+
+std::string_view LedgerRow::text() const
+{
+    if (!m_block)
+        return {};
+    std::size_t size = 0;
+    std::memcpy(&size, m_block.get(), sizeof size);
+    return {m_block.get() + sizeof size, size};
+}
+
 std::string_view ReceiptLedger::cell(std::size_t row, int column) const
 {
     if (column < 0 || column >= kLedgerColumnCount)
         throw RunError::invalidCall();
-    return field(m_rows.at(row), column);
+    return field(m_rows.at(row).text(), column);
 }
 
 void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
 {
     if (column < 0 || column >= kLedgerColumnCount)
         throw RunError::invalidCall();
-    std::string& text = m_rows.at(row);
+    std::string text(m_rows.at(row).text());
     std::size_t start = 0;
     for (int i = 0; i < column; ++i) {
         std::size_t tab = text.find('\t', start);
@@ -80,6 +107,7 @@ void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
     }
     std::size_t end = text.find('\t', start);
     text.replace(start, end == std::string::npos ? std::string::npos : end - start, value);
+    m_rows[row] = LedgerRow(text);
     tell({LedgerChange::Kind::Cell, row, 1, column}, LedgerPhase::After);
 }
 
@@ -101,7 +129,7 @@ void ReceiptLedger::insertRow(std::size_t position, std::string tabJoined)
         throw RunError::invalidCall();
     tell({LedgerChange::Kind::Insert, position, 1, 0}, LedgerPhase::Before);
     auto offset = static_cast<std::ptrdiff_t>(position);
-    m_rows.insert(m_rows.begin() + offset, std::move(tabJoined));
+    m_rows.insert(m_rows.begin() + offset, LedgerRow(tabJoined));
     m_colours.insert(m_colours.begin() + offset, std::uint8_t{0});
     if (m_current != kNoRow && m_current >= position)
         ++m_current;
@@ -124,7 +152,7 @@ void ReceiptLedger::removeRow(std::size_t row)
     tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::After);
 }
 
-void ReceiptLedger::assignRows(std::vector<std::string> rows, std::vector<std::uint8_t> colours)
+void ReceiptLedger::assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours)
 {
     tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
     m_rows = std::move(rows);
@@ -163,51 +191,63 @@ std::uint8_t loadColours(std::string_view tabJoined)
     return bits;
 }
 
+void LedgerReader::finishLine()
+{
+    std::replace(m_line.begin(), m_line.end(), ';', '\t');
+    LedgerRow row = isAscii(m_line) ? LedgerRow(m_line) : LedgerRow(cp1252ToUtf8(m_line));
+    m_colours.push_back(loadColours(row.text()));
+    m_rows.push_back(std::move(row));
+    m_line.clear();
+    m_inLine = false;
+}
+
+void LedgerReader::feed(std::string_view block)
+{
+    const char* p = block.data();
+    const char* end = p + block.size();
+    if (p == end)
+        return;
+    if (m_afterCr && *p == '\n')
+        ++p;
+    m_afterCr = false;
+    while (p < end) {
+        const char* stop = std::find_if(p, end, [](char c) { return c == '\r' || c == '\n'; });
+        m_line.append(p, stop);
+        m_inLine = m_inLine || stop != p;
+        if (stop == end)
+            break;
+        finishLine();
+        p = stop + 1;
+        if (*stop == '\r') {
+            if (p == end)
+                m_afterCr = true;
+            else if (*p == '\n')
+                ++p;
+        }
+    }
+}
+
+void LedgerReader::finish(ReceiptLedger& ledger)
+{
+    if (m_inLine)
+        finishLine();
+    ledger.assignRows(std::move(m_rows), std::move(m_colours));
+    m_rows = {};
+    m_colours = {};
+}
+
 void readLedger(std::istream& in, ReceiptLedger& ledger)
 {
-    std::vector<std::string> rows;
-    std::vector<std::uint8_t> colours;
-    std::string line;
-    bool inLine = false;     // bytes of an unfinished line are in `line`
-    bool afterCr = false;    // the last chunk ended in CR, so a leading LF belongs to it
-    auto finishLine = [&] {
-        std::replace(line.begin(), line.end(), ';', '\t');
-        std::string text = isAscii(line) ? std::move(line) : cp1252ToUtf8(line);
-        colours.push_back(loadColours(text));
-        rows.push_back(std::move(text));
-        line = std::string();
-        inLine = false;
-    };
+    LedgerReader reader;
     std::vector<char> chunk(1 << 20);
     while (in) {
         in.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));
         const auto got = static_cast<std::size_t>(in.gcount());
         if (got == 0)
             break;
-        const char* p = chunk.data();
-        const char* end = p + got;
-        if (afterCr && *p == '\n')
-            ++p;
-        afterCr = false;
-        while (p < end) {
-            const char* stop = std::find_if(p, end, [](char c) { return c == '\r' || c == '\n'; });
-            line.append(p, stop);
-            inLine = inLine || stop != p;
-            if (stop == end)
-                break;
-            finishLine();
-            p = stop + 1;
-            if (*stop == '\r') {
-                if (p == end)
-                    afterCr = true;
-                else if (*p == '\n')
-                    ++p;
-            }
-        }
+        reader.feed({chunk.data(), got});
     }
-    if (inLine)
-        finishLine();
-    ledger.assignRows(std::move(rows), std::move(colours));
+    reader.finish(ledger);
 }
 
 std::string ledgerBytes(const ReceiptLedger& ledger)
@@ -218,7 +258,7 @@ std::string ledgerBytes(const ReceiptLedger& ledger)
     std::string bytes;
     bytes.reserve(total);
     for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
-        const std::string& text = ledger.rowText(row);
+        const std::string_view text = ledger.rowText(row);
         const std::size_t start = bytes.size();
         bytes += text;
         // One pass turns tabs into separators and finds whether the row needs the code page at all.

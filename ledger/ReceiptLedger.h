@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,25 @@ struct LedgerChange
     int column = 0;
 };
 
+// One row's tab-joined text in a single heap block, none for an empty row: beyond its text a row costs a pointer,
+// so a ledger of millions of short or empty lines stays small.
+class LedgerRow
+{
+public:
+    LedgerRow() = default;
+    explicit LedgerRow(std::string_view text);
+    LedgerRow(const LedgerRow& other) : LedgerRow(other.text()) {}
+    LedgerRow& operator=(const LedgerRow& other);
+    LedgerRow(LedgerRow&&) noexcept = default;
+    LedgerRow& operator=(LedgerRow&&) noexcept = default;
+    ~LedgerRow() = default;
+
+    std::string_view text() const;
+
+private:
+    std::unique_ptr<char[]> m_block; // the length, then the bytes
+};
+
 // The ReceiptLedger as the grid holds it: rows of tab-joined text, numbered from 0 here (row 1 of the grid is 0),
 // the cell colours given at load, the current row and the visibility of the columns.
 class ReceiptLedger
@@ -54,7 +74,7 @@ public:
     ReceiptLedger() { m_visible.fill(true); }
 
     std::size_t rowCount() const { return m_rows.size(); }
-    const std::string& rowText(std::size_t row) const { return m_rows.at(row); }
+    std::string_view rowText(std::size_t row) const { return m_rows.at(row).text(); }
     // A line with fewer fields shows empty cells; fields beyond the fifteenth are not shown.
     std::string_view cell(std::size_t row, int column) const;
     std::string_view cell(std::size_t row, LedgerColumn column) const { return cell(row, columnIndex(column)); }
@@ -67,7 +87,7 @@ public:
     void insertRow(std::size_t position, std::string tabJoined);
     void removeRow(std::size_t row);
     // Fills the ledger at once from lines of the file's text (";" already replaced by tab).
-    void assignRows(std::vector<std::string> rows, std::vector<std::uint8_t> colours);
+    void assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours);
     void reserve(std::size_t rows) { m_rows.reserve(rows); }
 
     std::size_t currentRow() const { return m_current; }
@@ -82,7 +102,7 @@ public:
 private:
     void tell(const LedgerChange& change, LedgerPhase phase);
 
-    std::vector<std::string> m_rows;
+    std::vector<LedgerRow> m_rows;
     // Per row: bit 0 income coloured, bit 1 expense coloured.
     std::vector<std::uint8_t> m_colours;
     std::size_t m_current = kNoRow;
@@ -92,6 +112,24 @@ private:
 
 // The colour bits of a freshly read row.
 std::uint8_t loadColours(std::string_view tabJoined);
+
+// Reads belege.dat in blocks of any size: rows are split as the bytes come, so the file is never held whole.
+class LedgerReader
+{
+public:
+    void feed(std::string_view block);
+    // Ends the last row and hands the rows to the ledger, replacing what it held.
+    void finish(ReceiptLedger& ledger);
+
+private:
+    void finishLine();
+
+    std::vector<LedgerRow> m_rows;
+    std::vector<std::uint8_t> m_colours;
+    std::string m_line;
+    bool m_inLine = false;  // bytes of an unfinished line are in m_line
+    bool m_afterCr = false; // the last block ended in CR, so a leading LF belongs to it
+};
 
 // Reads belege.dat bytes from a stream into the ledger, replacing what it held.
 void readLedger(std::istream& in, ReceiptLedger& ledger);

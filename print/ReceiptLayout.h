@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "core/FormElement.h"
 
@@ -17,6 +18,11 @@ inline constexpr int kBackgroundWidthPixels = 566;
 inline constexpr int kBackgroundHeightPixels = 425;
 
 enum class Align { Left, Centre, Right };
+// Whether a person may type into an editable field; a read-only one is written by the program only.
+enum class Typing { Free, ReadOnly };
+
+// The line editor's own limit: a field without a rule takes this many characters.
+inline constexpr int kAnyLength = 32767;
 
 // One element of the receipt area, in twips relative to it. Screen and photograph both read this table.
 struct LayoutEntry
@@ -29,6 +35,9 @@ struct LayoutEntry
     Align align = Align::Left;
     bool multiLine = false;
     bool editable = false;
+    int maxLength = kAnyLength;
+    std::string_view inputMask = {}; // in the line editor's mask syntax ("9" a digit, after ";" the blank)
+    Typing typing = Typing::Free;
 
     int leftPixels() const { return left / kTwipsPerPixel; }
     int topPixels() const { return top / kTwipsPerPixel; }

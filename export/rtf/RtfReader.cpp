@@ -22,20 +22,6 @@ struct State
     int unicodeSkip = 1;
 };
 
-void appendUtf8(std::string& out, unsigned codePoint)
-{
-    if (codePoint < 0x80) {
-        out += static_cast<char>(codePoint);
-    } else if (codePoint < 0x800) {
-        out += static_cast<char>(0xC0 | (codePoint >> 6));
-        out += static_cast<char>(0x80 | (codePoint & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (codePoint >> 12));
-        out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (codePoint & 0x3F));
-    }
-}
-
 bool isSkippedDestination(std::string_view word)
 {
     static constexpr std::string_view kSkipped[] = {"info",   "stylesheet", "nonshppict", "header",  "footer",

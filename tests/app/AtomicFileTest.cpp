@@ -12,12 +12,6 @@
 namespace zw {
 namespace {
 
-std::string fileText(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 // A data file the user linked elsewhere and made private stays linked and private after a save.
 TEST(AtomicFile, ReplacesTheTargetOfALinkAndKeepsTheMode)
 {
@@ -31,10 +25,8 @@ TEST(AtomicFile, ReplacesTheTargetOfALinkAndKeepsTheMode)
     writeTextLines(link, {"neu"});
 
     EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(fileText(target), "neu\r\n");
-    struct stat status
-    {
-    };
+    EXPECT_EQ(test::readBytes(target), "neu\r\n");
+    struct stat status{};
     ASSERT_EQ(::stat(target.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u);
 }
@@ -53,7 +45,7 @@ TEST(AtomicFile, AFileThatCouldNotBeReadIsNeverReplaced)
     const auto missing = folder.path() / "mwst.dat";
     EXPECT_THROW(readTextLines(missing), RunError);
     writeTextLines(missing, {"19"});
-    EXPECT_EQ(fileText(missing), "19\r\n");
+    EXPECT_EQ(test::readBytes(missing), "19\r\n");
 
     // The settings store: its INI in place as a folder is not replaced by a file of one key.
     const auto settingsFolder = folder.path() / "settings";

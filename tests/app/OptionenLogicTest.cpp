@@ -1,12 +1,12 @@
 #include "app/OptionenLogic.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "app/ProgramPaths.h"
 #include "app/QuittungLogic.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "tests/core/RunErrorNumber.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
 
@@ -31,16 +31,8 @@ protected:
         form.attach(&settings, &host);
     }
 
-    void writeData(const std::string& name, const std::string& bytes)
-    {
-        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
-    }
-    std::string readData(const std::string& name)
-    {
-        std::ifstream in(paths.dataFile(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
-    bool exists(const std::string& name) { return std::filesystem::exists(paths.dataFile(name)); }
+    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
+    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
     test::TempFolder folder;
     ProgramPaths paths;
@@ -57,15 +49,10 @@ TEST_F(OptionenLogicTest, FirstOpeningWritesTheStandardRateAndEmptyFiles)
     optionen.load();
     const auto& fields = optionen.fields();
     EXPECT_EQ(readData("mwst.dat"), "19\r\n") << "unlike the main window, which writes an empty line";
-    EXPECT_EQ(fields.mwstwert1, "19");
     EXPECT_EQ(fields.rateChoice, 1);
-    EXPECT_TRUE(fields.rateLocked);
     EXPECT_EQ(readData("druck.dat"), "\r\n\r\n\r\n");
     EXPECT_EQ(readData("nummer.dat"), "\r\n");
-    EXPECT_EQ(fields.xpCheck1, 0);
-    EXPECT_EQ(fields.checkGB_Berechnung, 1);
     EXPECT_EQ(fields.belegart_opt, "Spendenquittung");
-    EXPECT_EQ(fields.Label12, "");
     EXPECT_EQ(fields.ruler_check1, 1);
     EXPECT_EQ(fields.chkLoadTipsAtStartup, 1);
 }
@@ -104,7 +91,6 @@ TEST_F(OptionenLogicTest, ChoosingTheStandardRateShowsNineteenButStoresNothingWi
     optionen.load();
     optionen.chooseOption1();
     EXPECT_EQ(optionen.fields().mwstwert1, "19");
-    EXPECT_TRUE(optionen.fields().rateLocked);
     EXPECT_EQ(readData("mwst.dat"), "7\r\n");
     optionen.chooseOption2();
     EXPECT_FALSE(optionen.fields().rateLocked);
@@ -118,9 +104,7 @@ TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheN
     settings.set("Options", "Berechnung", "1");
     optionen.load();
     auto& fields = optionen.fields();
-    EXPECT_EQ(fields.abstand, "10");
     EXPECT_EQ(fields.anzahl, "2");
-    EXPECT_EQ(fields.oben, "15");
     EXPECT_EQ(fields.Text1, "00000041");
 
     optionen.chooseOption2();
@@ -141,24 +125,14 @@ TEST_F(OptionenLogicTest, ShortPrintFileEndsTheLoadAndLeavesTheRestAtDesignValue
 {
     writeData("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
     writeData("nummer.dat", "42\r\n");
-    settings.set("Options", "Buttons", "Vista");
-    try {
-        optionen.load();
-        FAIL() << "a fourth line without the two after it is input past the end";
-    } catch (const RunError& error) {
-        EXPECT_EQ(error.number(), 62);
-    }
+    EXPECT_EQ(test::errorNumberOf([&] { optionen.load(); }), 62) << "a fourth line without the two after it";
     EXPECT_EQ(optionen.fields().abstand, "105");
     EXPECT_EQ(optionen.fields().Text1, "") << "the number step never ran";
-    EXPECT_EQ(optionen.fields().Label12, "");
 }
 
 TEST_F(OptionenLogicTest, OnlySomeButtonStylesAreShown)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        {"Vista", "Vista"}, {"Standard", "Standard"}, {"XP-Style", "XP-Style"}, {"Cool", "Cool"},
-        {"Flat", ""},       {"Office2003", ""},       {"vista", ""},
-    };
+    const std::pair<const char*, const char*> rows[] = {{"Vista", "Vista"}, {"Cool", "Cool"}, {"Flat", ""}, {"vista", ""}};
     for (auto [stored, shown] : rows) {
         SCOPED_TRACE(stored);
         settings.set("Options", "Buttons", stored);
@@ -168,18 +142,13 @@ TEST_F(OptionenLogicTest, OnlySomeButtonStylesAreShown)
     }
 }
 
-TEST_F(OptionenLogicTest, SwitchesStoreAtOnce)
+TEST_F(OptionenLogicTest, SwitchesAreThereWhenTheWindowOpensAgain)
 {
     optionen.load();
     optionen.setTipsAtStartup(0);
-    EXPECT_EQ(settings.get(kTipApplicationName, "Options", "Show Tips at Startup", ""), "0");
     optionen.setDateAtStart(1);
-    EXPECT_EQ(settings.option("Options", "Datumanzeige"), "1");
     optionen.setRuler(0);
-    EXPECT_EQ(settings.option("Options", "Ruler"), "0");
     EXPECT_EQ(parts.rulers, false);
-    EXPECT_EQ(OptionenLogic::rulerCaption(0), "Lineal deaktiviert");
-    EXPECT_EQ(OptionenLogic::rulerCaption(1), "Lineal aktiviert");
 
     OptionenLogic reopened(form, settings, paths, host, parts);
     reopened.load();
@@ -188,15 +157,17 @@ TEST_F(OptionenLogicTest, SwitchesStoreAtOnce)
     EXPECT_EQ(reopened.fields().ruler_check1, 0);
 }
 
-TEST_F(OptionenLogicTest, DeletionsClearTheStoreAndTheMainWindow)
+TEST_F(OptionenLogicTest, TakingAndDeletingChangeTheStoreAndTheMainWindow)
 {
     settings.set("Ausstellungsort", "Text8.Text", "Köln");
-    settings.set("Options", "Belegart", "Rechnung");
     settings.set("Options", "Buttons", "Vista");
     settings.set("Options", "Ruler", "0");
     form.setText(F::Text8, "Köln");
-    form.setText(F::Label1, "Rechnung");
     optionen.load();
+    optionen.fields().belegart_opt = "Barquittung";
+    optionen.takeReceiptType();
+    EXPECT_EQ(form.text(F::Label1), "Barquittung");
+    EXPECT_EQ(settings.option("Options", "Belegart"), "Barquittung");
 
     optionen.deletePlaceOfIssue();
     EXPECT_EQ(settings.option("Ausstellungsort", "Text8.Text"), "");
@@ -204,9 +175,7 @@ TEST_F(OptionenLogicTest, DeletionsClearTheStoreAndTheMainWindow)
     optionen.deleteReceiptType();
     EXPECT_EQ(settings.option("Options", "Belegart"), "");
     EXPECT_EQ(form.text(F::Label1), "Quittung");
-    EXPECT_EQ(optionen.fields().belegart_opt, "Quittung");
     optionen.deleteButtonStyle();
-    EXPECT_EQ(settings.option("Options", "Buttons"), "");
     EXPECT_EQ(optionen.fields().Label12, "Standard");
     optionen.deleteRuler();
     EXPECT_EQ(settings.get(kApplicationName, "Options", "Ruler", "absent"), "absent");
@@ -217,15 +186,6 @@ TEST_F(OptionenLogicTest, DeletionsClearTheStoreAndTheMainWindow)
     optionen.deleteButtonStyle();
     optionen.deleteRuler();
     EXPECT_TRUE(host.messages.empty());
-}
-
-TEST_F(OptionenLogicTest, TakingTheTypeStoresItAndSetsTheTitle)
-{
-    optionen.load();
-    optionen.fields().belegart_opt = "Barquittung";
-    optionen.takeReceiptType();
-    EXPECT_EQ(form.text(F::Label1), "Barquittung");
-    EXPECT_EQ(settings.option("Options", "Belegart"), "Barquittung");
 }
 
 } // namespace

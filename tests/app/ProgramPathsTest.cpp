@@ -20,6 +20,8 @@ TEST(ProgramPaths, BackslashPathsResolveBelowTheProgramFolder)
 TEST(ProgramPaths, FirstStartCopiesTheWholeDistributionAndLaterStartsLeaveItAlone)
 {
     test::TempFolder folder;
+    EXPECT_FALSE(ProgramPaths::install(folder / "nowhere", folder / "nohome"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "nohome" / "daten")) << "no distribution, nothing installed";
     auto dist = folder / "dist";
     std::filesystem::create_directories(dist / "daten");
     std::filesystem::create_directories(dist / "hintergrund");
@@ -43,13 +45,6 @@ TEST(ProgramPaths, FirstStartCopiesTheWholeDistributionAndLaterStartsLeaveItAlon
     // No staging folder is left behind.
     for (const auto& entry : std::filesystem::directory_iterator(home))
         EXPECT_NE(entry.path().filename().string().rfind(".install-", 0), 0u) << entry.path();
-}
-
-TEST(ProgramPaths, MissingDistributionInstallsNothing)
-{
-    test::TempFolder folder;
-    EXPECT_FALSE(ProgramPaths::install(folder / "nowhere", folder / "home"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "home" / "daten"));
 }
 
 // A portable folder named by ZETTELWERK_HOME is filled when missing or empty, never when in other use.

@@ -9,20 +9,6 @@
 namespace zw {
 namespace {
 
-std::string fileText(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-TEST(SettingsStore, NeverWrittenKeyReadsAsTheCallersDefault)
-{
-    test::TempFolder folder;
-    SettingsStore store(folder.path());
-    EXPECT_EQ(store.get("Zettelwerk", "Options", "Berechnung", ""), "");
-    EXPECT_EQ(store.get("Zettelwerk", "Options", "Ruler", "1"), "1");
-}
-
 TEST(SettingsStore, ValuesWrittenInOneRunAreThereInTheNext)
 {
     test::TempFolder folder;
@@ -48,13 +34,14 @@ TEST(SettingsStore, NamesCompareWithoutCaseAndKeepTheirFirstSpelling)
     store.save("Zettelwerk", "Options", "Auto_Save", "1");
     store.save("Zettelwerk", "OPTIONS", "auto_save", "0");
     EXPECT_EQ(store.get("Zettelwerk", "options", "AUTO_SAVE", ""), "0");
-    EXPECT_NE(fileText(store.fileOf("Zettelwerk")).find("[Options]\nAuto_Save=0\n"), std::string::npos);
+    EXPECT_NE(test::readBytes(store.fileOf("Zettelwerk")).find("[Options]\nAuto_Save=0\n"), std::string::npos);
 }
 
-TEST(SettingsStore, DeletingWhatIsAbsentFailsQuietly)
+TEST(SettingsStore, AbsentKeysReadAsTheDefaultAndDeletingThemFailsQuietly)
 {
     test::TempFolder folder;
     SettingsStore store(folder.path());
+    EXPECT_EQ(store.get("Zettelwerk", "Options", "Ruler", "1"), "1");
     EXPECT_FALSE(store.remove("Zettelwerk", "Options", "Belegart"));
     EXPECT_FALSE(store.removeSection("Zettelwerk", "Waehrung"));
     store.save("Zettelwerk", "Waehrung", "waehr.Text", "USD");

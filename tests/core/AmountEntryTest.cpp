@@ -52,6 +52,8 @@ struct GrossRow
     bool beeps;
 };
 
+// The amounts and words themselves are compared with the Python oracle over thousands of generated entries
+// (AmountOracle); these rows pin the design's examples through the form: fields, words, beeps and messages.
 TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
 {
     const GrossRow rows[] = {
@@ -61,29 +63,14 @@ TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
         {"truncated cents", "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
         {"rounded cents", "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
         {"half to the even neighbour down", "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
-        {"half to the even neighbour up", "3,50", "19", 1, "2,94", "0,56", "3,50", "vier", false},
         {"rounded to nothing", "0,40", "19", 1, "0,34", "0,06", "0,40", "", false},
-        {"truncated to null", "0,40", "19", 0, "0,34", "0,06", "0,40", "null", false},
-        {"one milliard rounded", "1000000000", "19", 1, "840336134,45", "159663865,55", "1000000000,00",
-         "<Zahl ist zu groß>", false},
-        {"one milliard truncated", "1000000000", "19", 0, "840336134,45", "159663865,55", "1000000000,00",
-         "einemilliarde", false},
         {"at the 32-bit limit", "2147483647", "19", 1, "1804608106,72", "342875540,28", "2147483647,00",
-         kTooLargeForWords.data(), true},
-        {"beyond the 32-bit limit", "3000000000", "19", 1, "2521008403,36", "478991596,64", "3000000000,00",
          kTooLargeForWords.data(), true},
         {"thousands mark", "1.234", "19", 0, "1036,97", "197,03", "1234,00",
          "eintausendzweihundertvierunddreißig", false},
-        {"points anywhere before the comma", "1.2.3", "19", 0, "103,36", "19,64", "123,00",
-         "einhundertdreiundzwanzig", false},
-        {"seven percent", "107", "7", 0, "100,00", "7,00", "107,00", "einhundertsieben", false},
-        {"zero rate", "5,55", "0", 0, "5,55", "0,00", "5,55", "fünf", false},
-        {"rate with comma", "110,70", "10,7", 0, "100,00", "10,70", "110,70", "einhundertzehn", false},
-        {"negative amount rounded", "-119", "19", 1, "-100,00", "-19,00", "-119,00", "", false},
         // The sign lands in the thousands group of the twelve characters, which then reads "tausend".
         {"negative amount truncated", "-119", "19", 0, "-100,00", "-19,00", "-119,00",
          "tausendeinhundertneunzehn", false},
-        {"zero", "0", "19", 0, "0,00", "0,00", "0,00", "null", false},
     };
     for (const GrossRow& row : rows) {
         SCOPED_TRACE(row.name);
@@ -118,13 +105,8 @@ TEST_F(AmountEntryTest, ReturnInGrossFailuresEndInTheNoRateMessageAndTheSettings
     };
     const Row rows[] = {
         {"empty rate", "119", "", 0, "7,77"},
-        {"letters as rate", "119", "neunzehn", 0, "7,77"},
         {"rate of minus one hundred", "119", "-100", 0, "7,77"},
-        {"zero gross at minus one hundred", "0", "-100", 0, "7,77"},
         {"two commas", "12,3,4", "19", 0, "7,77"},
-        {"a lone minus", "-", "19", 0, "7,77"},
-        {"a lone comma", ",", "19", 0, "7,77"},
-        {"pasted letters", "12abc", "19", 0, "7,77"},
         // Fifteen digits fill the amounts but are too long for the truncated words.
         {"fifteen digits", "999999999999999", "19", 0, "840336134453781,00"},
         {"below the 32-bit range rounded", "-3000000000", "19", 1, "-2521008403,36"},
@@ -170,11 +152,8 @@ TEST_F(AmountEntryTest, ReturnInNetAddsTheRoundedShareAndAlwaysTruncatesTheWords
         const char* words;
     };
     const Row rows[] = {
-        {"seven percent", "100,00", "7", 0, "100,00", "7,00", "107,00", "einhundertsieben"},
-        {"nineteen percent", "100", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn"},
         {"cents cut despite betrag_check", "1,26", "19", 1, "1,26", "0,24", "1,50", "eins"},
         {"share rounded before adding", "0,03", "19", 0, "0,03", "0,01", "0,04", "null"},
-        {"thousands mark", "1.000", "19", 0, "1000,00", "190,00", "1190,00", "eintausendeinhundertneunzig"},
         {"minus one hundred percent", "100", "-100", 0, "100,00", "-100,00", "0,00", "null"},
     };
     for (const Row& row : rows) {
@@ -364,31 +343,6 @@ TEST_F(AmountEntryTest, WordsPathsReadTheGrossTheirOwnWay)
     form.setText(E::Text12, "abc");
     EXPECT_THROW(wordsByRounding(form), RunError);
     EXPECT_EQ(form.text(E::Text4), "tausendzweihundertvierunddreißig");
-}
-
-TEST(AmountEntryWithoutWindow, GivesTheFieldsOrTheMessage)
-{
-    const EntryOutcome gross = grossEntry("119", "19", WordsRule::Truncation);
-    EXPECT_FALSE(gross.message);
-    EXPECT_EQ(gross.fields.text10, "100,00");
-    EXPECT_EQ(gross.fields.text11, "19,00");
-    EXPECT_EQ(gross.fields.text12, "119,00");
-    EXPECT_EQ(gross.fields.text4, "einhundertneunzehn");
-
-    EXPECT_EQ(grossEntry("1,5", "19", WordsRule::Rounding).fields.text4, "zwei");
-    EXPECT_EQ(grossEntry("119", "", WordsRule::Rounding).message, std::string(kNoRateText));
-
-    const EntryOutcome net = netEntry("100", "7");
-    EXPECT_FALSE(net.message);
-    EXPECT_EQ(net.fields.text12, "107,00");
-    EXPECT_EQ(net.fields.text4, "einhundertsieben");
-    EXPECT_EQ(netEntry("100", "x").message, std::string(kNoRateText));
-
-    EXPECT_EQ(amountWords("2,50", WordsRule::Rounding), "zwei");
-    EXPECT_EQ(amountWords("2,50", WordsRule::Truncation), "zwei");
-    EXPECT_EQ(amountWords("3000000000", WordsRule::Rounding), kTooLargeForWords);
-    EXPECT_THROW(amountWords("", WordsRule::Rounding), RunError);
-    EXPECT_EQ(amountWords("", WordsRule::Truncation), "null");
 }
 
 // Random text into every entry path: each ends in filled, well-formed amounts or in the one message.

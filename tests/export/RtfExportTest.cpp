@@ -9,6 +9,7 @@
 #include "export/rtf/RtfReader.h"
 #include "export/rtf/RtfWriter.h"
 #include "tests/app/TempFolder.h"
+#include "tests/core/RunErrorNumber.h"
 
 namespace zw {
 namespace {
@@ -62,14 +63,8 @@ TEST(PngEncoder, DecodesToTheSamePixels)
 TEST(PngEncoder, RejectsPicturesThatDoNotAddUp)
 {
     const Bitmap wrong[] = {{0, 5, {}}, {2, 2, std::vector<std::uint8_t>(11)}, {-1, -1, std::vector<std::uint8_t>(3)}};
-    for (const auto& picture : wrong) {
-        try {
-            encodePng(picture);
-            ADD_FAILURE() << picture.width << " x " << picture.height;
-        } catch (const RunError& error) {
-            EXPECT_EQ(error.number(), 481);
-        }
-    }
+    for (const auto& picture : wrong)
+        EXPECT_EQ(test::errorNumberOf([&] { encodePng(picture); }), 481) << picture.width << " x " << picture.height;
 }
 
 TEST(ReceiptRtf, HoldsThePhotographAtTheReceiptsSizeOnPaper)

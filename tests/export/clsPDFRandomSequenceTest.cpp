@@ -39,17 +39,5 @@ TEST_F(clsPDFRandomSequence, NoSequenceOfMemberCallsCrashesOrBreaksTheDocument)
     }
 }
 
-TEST(RunLengthDecoder, DecodesLiteralsRunsAndStopsAtEndOfData)
-{
-    EXPECT_EQ(fuzz::decodeRunLength(std::string("\x02"
-                                                "abc"
-                                                "\xFE"
-                                                "x"
-                                                "\x80"
-                                                "zz",
-                                                9)),
-              "abcxxx");
-}
-
 } // namespace
 } // namespace zw

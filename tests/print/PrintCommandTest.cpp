@@ -77,8 +77,9 @@ protected:
     PrintCommand command;
 };
 
-TEST_F(PrintCommandTest, WritesTheFormAsA24BitWindowsBitmap)
+TEST_F(PrintCommandTest, ReplacesTheLastBitmapWithTheFormAsA24BitWindowsBitmap)
 {
+    std::ofstream(paths.tempFolder() / "temp_.bmp", std::ios::binary) << std::string(100000, 'x');
     auto file = command.run({});
 
     ASSERT_EQ(file, paths.tempFolder() / "temp_.bmp");
@@ -197,14 +198,6 @@ TEST_F(PrintCommandTest, AMissingTempFolderFailsWithoutFilingAndKeepsTheFormUsab
     EXPECT_TRUE(form.isVisible(F::Text12));
     EXPECT_TRUE(form.isVisible(F::Text5));
     EXPECT_FALSE(std::filesystem::exists(paths.tempFolder()));
-}
-
-TEST_F(PrintCommandTest, ReplacesTheLastBitmap)
-{
-    std::ofstream(paths.tempFolder() / "temp_.bmp", std::ios::binary) << std::string(100000, 'x');
-    auto file = command.run({});
-    EXPECT_EQ(bytesOf(file).substr(0, 2), "BM");
-    EXPECT_EQ(std::filesystem::file_size(file), 54u + 1712u * 429u);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // The main window composed as the program composes it, every part installed, used by typing.
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -48,6 +49,26 @@ TEST_F(ComposedWindowTest, ReturnInTheGrossFieldShowsEveryFieldItCalculated)
     EXPECT_EQ(shown(F::Text12), "119,00");
     EXPECT_EQ(shown(F::Text4).toStdString(), form.text(F::Text4));
     EXPECT_FALSE(form.text(F::Text4).empty());
+}
+
+TEST_F(ComposedWindowTest, FieldHooksSeeTheKeysAndTheChangesTypedIntoTheirField)
+{
+    QString keys;
+    std::string changed;
+    window->onFieldKey(F::Text6, [&](const QKeyEvent& key) {
+        keys += key.text();
+        return key.key() == Qt::Key_X; // a hook may take a key from the field
+    });
+    window->onFieldChanged(F::Text6, [&](const std::string& text) { changed = text; });
+    QWidget* field = window->formView()->widgetOf(F::Text6);
+    ASSERT_NE(field, nullptr);
+    if (auto* plain = qobject_cast<QPlainTextEdit*>(field))
+        field = plain->viewport();
+    field->setFocus();
+    QTest::keyClicks(field, "Mxu");
+    EXPECT_EQ(keys, "Mxu");
+    EXPECT_EQ(form.text(F::Text6), "Mu");
+    EXPECT_EQ(changed, "Mu");
 }
 
 } // namespace

@@ -504,7 +504,7 @@ TEST(UntrappedFault, ShowsTheRunTimeMessageWithNumberAndDescription)
     EXPECT_EQ(host.messages[0].style, MessageStyle::Error);
 }
 
-TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramOnce)
+TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceSendsThroughItsMailSenderAndEndsTheProgramOnce)
 {
     int beeps = 0;
     int closes = 0;
@@ -525,6 +525,16 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramO
         EXPECT_FALSE(show->isEnabled());
         EXPECT_FALSE(window.findChild<QPushButton*>("Command4")->isEnabled());
         screenshot(&window, "fehlerform");
+        std::string sentAddress;
+        bool sentReport = false;
+        window.setMailSender([&](const std::string& sent, const std::string& address) {
+            sentReport = sent == window.reportSource();
+            sentAddress = address;
+        });
+        window.findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
+        window.findChild<QPushButton*>("Command4")->click();
+        EXPECT_TRUE(sentReport);
+        EXPECT_EQ(sentAddress, "kunde@example.org");
         auto* end = window.findChild<QPushButton*>("Command2");
         end->click();
         end->click();

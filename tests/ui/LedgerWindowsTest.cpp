@@ -2,8 +2,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrinter>
-#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -23,6 +21,7 @@
 #include "ledger/LedgerOperations.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
+#include "tests/ui/FaultRecorder.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/ledger/LedgerWindows.h"
 #include "ui/frame/Quittung.h"
@@ -62,10 +61,8 @@ protected:
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
         settings.set("Options", "Berechnung", "0");
         window = std::make_unique<Quittung>(form, settings, paths);
+        window->setFaultReporter(recorder);
         part = &installLedger(*window, form, settings, paths);
-        part->reportFault = [this](const RunError& error, std::string_view formName) {
-            faults.emplace_back(std::to_string(error.number()) + " " + std::string(formName));
-        };
     }
 
     QLabel* label(const char* name) { return window->findChild<QLabel*>(name); }
@@ -76,7 +73,8 @@ protected:
     ReceiptForm form;
     std::unique_ptr<Quittung> window;
     LedgerPart* part = nullptr;
-    std::vector<std::string> faults;
+    test::FaultRecorder recorder;
+    std::vector<std::string>& faults = recorder.seen;
 };
 
 TEST_F(LedgerWindowsTest, TheGridShowsTheLedgerOnItsOwnTab)
@@ -199,43 +197,9 @@ TEST_F(LedgerWindowsTest, SaveAndOpenGoThroughTheFileCommands)
     EXPECT_THAT(faults, ::testing::ElementsAre("53 Quittung"));
 }
 
-TEST_F(LedgerWindowsTest, PrintedListsReadBackFromThePdf)
-{
-    struct Case
-    {
-        LedgerList kind;
-        const char* title;
-        bool hasIncome;
-        bool hasExpense;
-    };
-    const Case cases[] = {{LedgerList::drucken, "Belegliste", true, true},
-                          {LedgerList::einnahmen_drucken, "Belegliste nur Einnahmen", true, false},
-                          {LedgerList::ausgaben_drucken, "Belegliste nur Ausgaben", false, true}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.title);
-        const auto pdf = folder.path() / "liste.pdf";
-        {
-            QPrinter printer;
-            printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(QString::fromStdString(pdf.string()));
-            printLedgerList(ledgerList(part->ledger(), c.kind), printer);
-        }
-        QProcess pdftotext;
-        pdftotext.start("pdftotext", {"-layout", QString::fromStdString(pdf.string()), "-"});
-        ASSERT_TRUE(pdftotext.waitForFinished(20000));
-        const std::string text = pdftotext.readAllStandardOutput().toStdString();
-        EXPECT_THAT(text, HasSubstr(c.title));
-        EXPECT_THAT(text, ::testing::ContainsRegex("Datum: +Beleg-Nr.: +Einnahme: +Ausgabe:"));
-        EXPECT_THAT(text, ::testing::ContainsRegex("13.03.2011 +1048"));
-        EXPECT_EQ(text.find("119,00") != std::string::npos, c.hasIncome);
-        EXPECT_EQ(text.find("-135,50") != std::string::npos, c.hasExpense);
-        EXPECT_THAT(text, HasSubstr(std::string(134, '-')));
-    }
-}
-
 TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
 {
-    ReportWindow report(window.get(), part->ledger(), paths, part->reportFault);
+    ReportWindow report(window.get(), part->ledger(), paths, window->faultReporter());
     const std::string page = report.browser()->toPlainText().toStdString();
     EXPECT_THAT(page, HasSubstr("Am 12.03.2011 wurde eine Quittung über 119,00 Euro (Einnahmen) ausgestellt."));
     EXPECT_THAT(page, HasSubstr("Am 13.03.2011 wurde eine Quittung über -135,50 Euro (Ausgaben) ausgestellt."));
@@ -265,13 +229,13 @@ TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
 TEST_F(LedgerWindowsTest, TheTotalWindowsShowTheirPatterns)
 {
     form.setText(F::Text2, "USD");
-    TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, part->reportFault);
+    TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(income.label1()->text(), "119,00 USD");
     income.findChild<QPushButton*>("Button1")->click();
     EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
-    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, part->reportFault);
+    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(expense.label1()->text(), "-135,50 USD");
-    CashBalanceWindow cash(window.get(), part->ledger(), "USD", part->reportFault);
+    CashBalanceWindow cash(window.get(), part->ledger(), "USD", window->faultReporter());
     auto* balance = cash.findChild<QLabel*>("Label5");
     EXPECT_EQ(balance->text(), "--16,50 USD");
     EXPECT_EQ(balance->palette().color(QPalette::WindowText), QColor(255, 0, 0));

@@ -9,6 +9,7 @@
 #include "core/ReceiptForm.h"
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
+#include "tests/ui/FaultRecorder.h"
 #include "ui/export/ExportCommands.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/frame/Quittung.h"

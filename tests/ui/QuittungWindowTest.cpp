@@ -183,5 +183,28 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     EXPECT_TRUE(std::filesystem::exists(paths.tempFolder() / "temp_.bmp"));
 }
 
+TEST_F(QuittungWindowTest, TypingKeepsToTheFieldRules)
+{
+    struct Case
+    {
+        FormElement element;
+        const char* typed;
+        const char* shown;
+    };
+    const Case cases[] = {{FormElement::Text2, "EURO", "EUR"},          // three letters of a currency
+                          {FormElement::Text9, "12032011", "12.03.2011"}, // the date mask places the points
+                          {FormElement::Text11, "19", ""}};              // the tax is computed, never typed
+    window = std::make_unique<Quittung>(form, settings, paths);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        auto* edit = qobject_cast<QLineEdit*>(window->formView()->widgetOf(c.element));
+        ASSERT_NE(edit, nullptr);
+        edit->clear();
+        edit->home(false);
+        typeText(edit, c.typed);
+        EXPECT_EQ(edit->text(), c.shown);
+    }
+}
+
 } // namespace
 } // namespace zw

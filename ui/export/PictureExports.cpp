@@ -7,6 +7,7 @@
 #include "export/ImageFiles.h"
 #include "ui/export/ExportCommands.h"
 #include "ui/frame/MessageDialog.h"
+#include "ui/frame/fehlerform.h"
 #include "ui/frame/NoticeWindow.h"
 #include "ui/frame/Quittung.h"
 #include "ui/export/jpg_export.h"
@@ -93,10 +94,7 @@ private:
             saveBitmapFile(capture(), handOverFile());
             return true;
         } catch (const RunError& error) {
-            MessageDialog::showMessage(&m_context.window,
-                                       "Laufzeitfehler '" + std::to_string(error.number()) + "':\r\r" +
-                                           error.description(),
-                                       MessageStyle::Error, "Zettelwerk");
+            showUntrappedFault(m_context.window, error);
             return false;
         }
     }

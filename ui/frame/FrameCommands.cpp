@@ -84,7 +84,7 @@ public:
         try {
             window.laden();
         } catch (const RunError& error) {
-            reportFault(m_window, error, "optionen");
+            m_window.faultReporter().report(error, "optionen");
         }
         window.exec();
     }
@@ -160,7 +160,7 @@ private:
             try {
                 handler();
             } catch (const RunError& error) {
-                reportFault(m_window, error, "Quittung");
+                m_window.faultReporter().report(error, "Quittung");
             }
         };
     }

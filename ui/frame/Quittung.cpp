@@ -103,6 +103,8 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);
     m_speicherDialog.setPresenter(fileDialogPresenter(this));
+    m_errorWindow = std::make_unique<ErrorWindowReporter>(*this);
+    m_faultReporter = m_errorWindow.get();
 
     m_central = new QWidget(this);
     m_central->setObjectName("centralArea");
@@ -243,6 +245,11 @@ void Quittung::buildReceiptTypeMenu(QMenu* bel)
     own->setObjectName("beleg1_9");
     connect(own, &QAction::triggered, this, [this] { m_logic->beleg(ReceiptTypeMenu::beleg1, kOwnTypeIndex); });
     m_actions["beleg1_9"] = own;
+}
+
+void Quittung::setFaultMailSender(FaultMailSender sender)
+{
+    m_errorWindow->setMailSender(std::move(sender));
 }
 
 void Quittung::setCommand(const std::string& name, std::function<void()> handler)

@@ -9,9 +9,11 @@
 
 #include "app/Appearance.h"
 #include "app/CommonDialog.h"
+#include "app/FaultReporter.h"
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
 #include "print/Capture.h"
+#include "ui/receipt/ReceiptFormView.h"
 
 class QAction;
 class QButtonGroup;
@@ -24,6 +26,7 @@ class QToolBox;
 
 namespace zw {
 
+class ErrorWindowReporter;
 class ProgramPaths;
 class ReceiptForm;
 class ReceiptFormView;
@@ -108,6 +111,19 @@ public:
     // The one photograph of the receipt that printing, the exports and the clipboard all take.
     const Capture& capture() const { return m_capture; }
 
+    // Hooks on a receipt field: its key presses before the field takes them, and the text the user changed.
+    void onFieldKey(FormElement element, FieldKeyHook hook) { m_formView->onFieldKey(element, std::move(hook)); }
+    void onFieldChanged(FormElement element, FieldChangedHook hook)
+    {
+        m_formView->onFieldChanged(element, std::move(hook));
+    }
+
+    // Where the parts' trapped routines report their faults: the error window, unless a test sets another.
+    FaultReporter& faultReporter() { return *m_faultReporter; }
+    void setFaultReporter(FaultReporter& reporter) { m_faultReporter = &reporter; }
+    // The error window's send button stays disabled until the mail part gives it a sender.
+    void setFaultMailSender(FaultMailSender sender);
+
     // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
     CommonDialog& speicherDialog() { return m_speicherDialog; }
 
@@ -158,6 +174,8 @@ private:
     CommonDialog m_speicherDialog;
     ReceiptLook m_look;
     Capture m_capture;
+    std::unique_ptr<ErrorWindowReporter> m_errorWindow;
+    FaultReporter* m_faultReporter = nullptr;
 };
 
 } // namespace zw

@@ -83,10 +83,14 @@ fehlerform::fehlerform(QWidget* parent, std::function<void()> closer)
     anonymous->setObjectName("Label7");
     anonymous->setWordWrap(true);
     frameLayout->addWidget(anonymous);
-    auto* send = new QPushButton("Fehlermeldung jetzt senden", m_frame);
-    send->setObjectName("Command4");
-    send->setEnabled(false); // the report goes out with the mail subsystem
-    frameLayout->addWidget(send, 0, Qt::AlignRight);
+    m_send = new QPushButton("Fehlermeldung jetzt senden", m_frame);
+    m_send->setObjectName("Command4");
+    m_send->setEnabled(false);
+    connect(m_send, &QPushButton::clicked, this, [this] {
+        if (m_mailSender)
+            m_mailSender(m_reportSource, m_mail->text().toStdString());
+    });
+    frameLayout->addWidget(m_send, 0, Qt::AlignRight);
     m_frame->hide();
 
     auto* onward = new QPushButton("&Weiter", this);
@@ -121,6 +125,12 @@ fehlerform::fehlerform(QWidget* parent, std::function<void()> closer)
     layout->addWidget(m_frame);
     layout->addLayout(buttons);
     resize(520, 420);
+}
+
+void fehlerform::setMailSender(FaultMailSender sender)
+{
+    m_mailSender = std::move(sender);
+    m_send->setEnabled(static_cast<bool>(m_mailSender));
 }
 
 void fehlerform::setFault(const std::string& number, const std::string& description, const std::string& formName)
@@ -171,21 +181,17 @@ void fehlerform::closeProgram()
         m_closeProgram();
 }
 
-void reportFault(Quittung& window, const RunError& error, std::string_view formName)
+void ErrorWindowReporter::report(const RunError& error, std::string_view windowName)
 {
-    fehlerform form(&window, [&window] { window.unloadAll(); });
-    form.setFault(std::to_string(error.number()), error.description(), std::string(formName));
+    fehlerform form(&m_window, [this] { m_window.unloadAll(); });
+    form.setFault(std::to_string(error.number()), error.description(), std::string(windowName));
+    form.setMailSender(m_mailSender);
     form.exec();
 }
 
-} // namespace zw
-
-namespace zw {
-
 void showUntrappedFault(FormHost& host, const RunError& error)
 {
-    host.showMessage("Laufzeitfehler '" + std::to_string(error.number()) + "':\r\r" + error.description(),
-                     MessageStyle::Error, kApplicationName);
+    host.showMessage(untrappedFaultMessage(error), MessageStyle::Error, kApplicationName);
 }
 
 } // namespace zw

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "app/FaultReporter.h"
+
 class QFrame;
 class QLabel;
 class QLineEdit;
@@ -17,12 +19,14 @@ class FormHost;
 class Quittung;
 class RunError;
 
-// The error window: the report of one trapped fault, three beeps, and the ways on. Sending the report is built
-// with the mail; until then its button stays disabled.
+// The error window: the report of one trapped fault, three beeps, and the ways on. The send button stays
+// disabled until a mail sender is set.
 class fehlerform : public QDialog
 {
 public:
     fehlerform(QWidget* parent, std::function<void()> closer);
+
+    void setMailSender(FaultMailSender sender);
 
     // Label1 to Label3: number, description, the window's internal name.
     void setFault(const std::string& number, const std::string& description, const std::string& formName);
@@ -48,15 +52,28 @@ private:
     QWidget* m_frame = nullptr;
     QLineEdit* m_mail = nullptr;
     QPushButton* m_sendShow = nullptr;
+    QPushButton* m_send = nullptr;
+    FaultMailSender m_mailSender;
     std::function<void()> m_closeProgram;
     std::string m_reportSource;
     bool m_activated = false;
     bool m_closing = false;
 };
 
-// The error exit of the routines that report their faults: fills and shows the error window modally. The caller
-// then leaves its routine.
-void reportFault(Quittung& window, const RunError& error, std::string_view formName);
+// The error exit of the routines that report their faults: fills and shows the error window modally over the main
+// window; the caller then leaves its routine. "Programm beenden" unloads every window.
+class ErrorWindowReporter : public FaultReporter
+{
+public:
+    explicit ErrorWindowReporter(Quittung& window) : m_window(window) {}
+
+    void report(const RunError& error, std::string_view windowName) override;
+    void setMailSender(FaultMailSender sender) { m_mailSender = std::move(sender); }
+
+private:
+    Quittung& m_window;
+    FaultMailSender m_mailSender;
+};
 
 // A fault that no routine traps: the run time's message box with number and description; the program goes on.
 void showUntrappedFault(FormHost& host, const RunError& error);

@@ -21,8 +21,8 @@
 #include "core/RunError.h"
 #include "ledger/LedgerStore.h"
 #include "ledger/Totals.h"
+#include "print/LedgerPrint.h"
 #include "ui/ledger/LedgerModel.h"
-#include "ui/frame/fehlerform.h"
 #include "ui/frame/Quittung.h"
 
 namespace zw {
@@ -55,9 +55,6 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
         QPrintDialog dialog(&printer, &m_window);
         dialog.exec(); // the answer is not looked at: the list goes to the default printer in any case
     };
-    reportFault = [this](const RunError& error, std::string_view formName) {
-        zw::reportFault(m_window, error, formName);
-    };
     buildPage();
     registerCommands();
     {
@@ -68,7 +65,7 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
             // The first run has no belege.dat; the start goes on with an empty grid. A ledger that exists but
             // could not be read is said once; filing is then refused, so the file is never written over.
             if (error.number() != RunError::fileNotFound().number())
-                reportFault(error, "Quittung");
+                m_window.faultReporter().report(error, "Quittung");
         }
     }
     if (m_ledger.rowCount() > 0)
@@ -161,24 +158,24 @@ void LedgerPart::registerCommands()
     });
     m_window.setCommand("report", [this] { m_window.openWindow("report1"); });
     m_window.setWindowOpener("report1", [this] {
-        ReportWindow window(&m_window, m_ledger, m_paths, reportFault);
+        ReportWindow window(&m_window, m_ledger, m_paths, m_window.faultReporter());
         window.exec();
     });
     m_window.setCommand("einnahmenn", [this] { m_window.openWindow("ein1"); });
     m_window.setWindowOpener("ein1", [this] {
         TotalWindow window(&m_window, TotalWindow::Kind::Income, m_ledger, m_form.text(FormElement::Text2),
-                           m_settings, reportFault);
+                           m_settings, m_window.faultReporter());
         window.exec();
     });
     m_window.setCommand("ausgabenn", [this] { m_window.openWindow("aus1"); });
     m_window.setWindowOpener("aus1", [this] {
         TotalWindow window(&m_window, TotalWindow::Kind::Expense, m_ledger, m_form.text(FormElement::Text2),
-                           m_settings, reportFault);
+                           m_settings, m_window.faultReporter());
         window.exec();
     });
     m_window.setCommand("kasse", [this] { m_window.openWindow("kassenstand"); });
     m_window.setWindowOpener("kassenstand", [this] {
-        CashBalanceWindow window(&m_window, m_ledger, m_form.text(FormElement::Text2), reportFault);
+        CashBalanceWindow window(&m_window, m_ledger, m_form.text(FormElement::Text2), m_window.faultReporter());
         window.exec();
     });
 
@@ -193,7 +190,7 @@ void LedgerPart::trapped(const char* formName, const std::function<void()>& rout
     try {
         routine();
     } catch (const RunError& error) {
-        reportFault(error, formName);
+        m_window.faultReporter().report(error, formName);
     }
 }
 

@@ -53,7 +53,6 @@ public:
     enum class FileDialog { Open, OpenOld, Save };
     std::function<QString(FileDialog)> askFileName;
     std::function<void(QPrinter&)> printerDialog;
-    FaultReporter reportFault;
 
 private:
     void buildPage();

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -17,6 +16,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "app/FaultReporter.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "core/RunError.h"
@@ -51,7 +51,7 @@ void colourBalance(QLabel* label, bool negative)
 } // namespace
 
 TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger, const std::string& currency,
-                         Settings& settings, const FaultReporter& reportFault)
+                         Settings& settings, FaultReporter& faults)
     : QDialog(parent)
 {
     const bool income = kind == Kind::Income;
@@ -74,13 +74,13 @@ TotalWindow::TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger
     try {
         m_label1->setText(qt(income ? incomeWindowText(ledger, currency) : expenseWindowText(ledger, currency)));
     } catch (const RunError& error) {
-        reportFault(error, objectName().toStdString());
+        faults.report(error, objectName().toStdString());
     }
     keepTitleWhole(*this);
 }
 
 CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
-                                     const FaultReporter& reportFault)
+                                     FaultReporter& faults)
     : QDialog(parent)
 {
     setObjectName("kassenstand");
@@ -106,7 +106,7 @@ CashBalanceWindow::CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledge
         values[2]->setText(qt(balance.balance));
         colourBalance(values[2], balance.balanceNegative);
     } catch (const RunError& error) {
-        reportFault(error, objectName().toStdString());
+        faults.report(error, objectName().toStdString());
     }
     // The rows keep their amounts apart from their captions.
     grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance("-000.000.000,00 EUR"));
@@ -175,7 +175,7 @@ CurrencyWindow::CurrencyWindow(QWidget* parent, CurrencyChoice& choice, const Pr
 }
 
 ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const ProgramPaths& paths,
-                           const FaultReporter& reportFault)
+                           FaultReporter& faults)
     : QDialog(parent)
 {
     setObjectName("report1");
@@ -208,17 +208,17 @@ ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const P
     };
     connect(print, &QPushButton::clicked, this, [this] { printPage(*m_browser); });
     connect(okay, &QPushButton::clicked, this, &QDialog::accept);
-    connect(clear, &QPushButton::clicked, this, [this, &paths, reportFault] {
+    connect(clear, &QPushButton::clicked, this, [this, &paths, &faults] {
         try {
             navigate(clearReport(paths));
         } catch (const RunError& error) {
-            reportFault(error, "report1");
+            faults.report(error, "report1");
         }
     });
     try {
         navigate(writeReport(paths, reportHtml(ledger)));
     } catch (const RunError& error) {
-        reportFault(error, "report1");
+        faults.report(error, "report1");
     }
 }
 
@@ -226,45 +226,6 @@ void ReportWindow::navigate(const std::string& file)
 {
     // The page lies on disk in Windows-1252, as the rest of the data folder.
     m_browser->setHtml(qt(readTextFile(file)));
-}
-
-// The average character width as the printer reports it for a TrueType font: the lowercase letters and the blank
-// weighted by their frequency in text. The metric twins of Arial share these widths but not the stored average.
-double averageCharacterWidth(const QFontMetricsF& metrics)
-{
-    static constexpr std::pair<char, int> kWeights[] = {
-        {'a', 64}, {'b', 14}, {'c', 27}, {'d', 35}, {'e', 100}, {'f', 20}, {'g', 14}, {'h', 42}, {'i', 63},
-        {'j', 3},  {'k', 6},  {'l', 35}, {'m', 20}, {'n', 56},  {'o', 56}, {'p', 17}, {'q', 4},  {'r', 49},
-        {'s', 56}, {'t', 71}, {'u', 31}, {'v', 10}, {'w', 18},  {'x', 3},  {'y', 18}, {'z', 2},  {' ', 166}};
-    double sum = 0;
-    for (auto [character, weight] : kWeights)
-        sum += metrics.horizontalAdvance(QChar(character)) * weight;
-    return sum / 1000.0;
-}
-
-void printLedgerList(const PrintedList& list, QPrinter& printer)
-{
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw RunError::printerFault();
-    const double pageHeight = painter.viewport().height();
-    double y = 0;
-    for (const auto& line : list.lines) {
-        QFont font(qt(list.fontFamily));
-        font.setPointSize(line.pointSize);
-        font.setBold(line.bold);
-        painter.setFont(font);
-        const QFontMetricsF metrics(font, &printer);
-        if (y + metrics.height() > pageHeight) {
-            printer.newPage();
-            y = 0;
-        }
-        const double column = averageCharacterWidth(metrics);
-        for (const auto& piece : line.pieces)
-            painter.drawText(QPointF((piece.tabColumn - 1) * column, y + metrics.ascent()), qt(piece.text));
-        y += metrics.height();
-    }
-    painter.end();
 }
 
 } // namespace zw

@@ -6,21 +6,17 @@
 
 class QLabel;
 class QLineEdit;
-class QPrinter;
 class QPushButton;
 class QTextBrowser;
 
 namespace zw {
 
 class CurrencyChoice;
+class FaultReporter;
 class ProgramPaths;
 class ReceiptLedger;
 class RunError;
 class Settings;
-struct PrintedList;
-
-// The error exit of the trapped routines: number, description and the window's name.
-using FaultReporter = std::function<void(const RunError& error, std::string_view formName)>;
 
 // ein1 and aus1: one total with the currency, and the button that sets the carried total to zero.
 class TotalWindow : public QDialog
@@ -28,7 +24,7 @@ class TotalWindow : public QDialog
 public:
     enum class Kind { Income, Expense };
     TotalWindow(QWidget* parent, Kind kind, const ReceiptLedger& ledger, const std::string& currency,
-                Settings& settings, const FaultReporter& reportFault);
+                Settings& settings, FaultReporter& faults);
     QLabel* label1() const { return m_label1; }
 
 private:
@@ -40,7 +36,7 @@ class CashBalanceWindow : public QDialog
 {
 public:
     CashBalanceWindow(QWidget* parent, const ReceiptLedger& ledger, const std::string& currency,
-                      const FaultReporter& reportFault);
+                      FaultReporter& faults);
 };
 
 // waehrung1: the currency code with its suggestion list.
@@ -59,7 +55,7 @@ class ReportWindow : public QDialog
 {
 public:
     ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const ProgramPaths& paths,
-                 const FaultReporter& reportFault);
+                 FaultReporter& faults);
     QTextBrowser* browser() const { return m_browser; }
 
     // How the page reaches a printer; the window asks for one with the print dialog.
@@ -70,8 +66,5 @@ private:
 
     QTextBrowser* m_browser = nullptr;
 };
-
-// Prints a ledger list: pieces at tab columns of the font's average character width, the printer's page breaks.
-void printLedgerList(const PrintedList& list, QPrinter& printer);
 
 } // namespace zw

@@ -58,13 +58,7 @@ public:
 
 private:
     // A fault these commands do not trap: number and text in a message box, and the program goes on.
-    void showUntrapped(const RunError& error)
-    {
-        MessageDialog::showMessage(&m_window,
-                                   "Laufzeitfehler '" + std::to_string(error.number()) + "':\r\r" +
-                                       error.description(),
-                                   MessageStyle::Error, "Zettelwerk");
-    }
+    void showUntrapped(const RunError& error) { showUntrappedFault(m_window, error); }
 
     void untrapped(const std::string& name, std::function<void()> routine)
     {
@@ -86,7 +80,7 @@ private:
             return;
         }
         druckmenue2011 dialog(m_form, m_settings, m_paths, m_printer, PrintJob(), &m_window);
-        dialog.reportFault = [this](const RunError& error) { reportFault(m_window, error, "druckmenue2011"); };
+        dialog.reportFault = [this](const RunError& error) { m_window.faultReporter().report(error, "druckmenue2011"); };
         dialog.exec();
         m_printer = dialog.chosenPrinter();
     }
@@ -97,7 +91,7 @@ private:
         try {
             entry = m_issuers.openAussteller();
         } catch (const RunError& error) {
-            reportFault(m_window, error, "aussteller");
+            m_window.faultReporter().report(error, "aussteller");
             return;
         }
         aussteller dialog(m_issuers, entry, &m_window);

@@ -66,7 +66,6 @@ druckmenue2011::druckmenue2011(const ReceiptForm& form, Settings& settings, cons
         m_din[i]->setObjectName(QString("DIN_%1").arg(i));
         paperGroup->addButton(m_din[i], i);
     }
-    m_din[0]->setChecked(true);
     connect(paperGroup, &QButtonGroup::idClicked, this, [this](int id) { applyPaper(static_cast<Paper>(id)); });
 
     auto* colourGroup = new QButtonGroup(this);
@@ -80,7 +79,7 @@ druckmenue2011::druckmenue2011(const ReceiptForm& form, Settings& settings, cons
         connect(m_colour[i], &QRadioButton::clicked, this, [this, i] {
             m_colour[i]->setChecked(true);
             m_colour[1 - i]->setChecked(false);
-            storeColour();
+            storeColour(m_settings, fields());
         });
     }
 
@@ -88,7 +87,6 @@ druckmenue2011::druckmenue2011(const ReceiptForm& form, Settings& settings, cons
     m_quality->setObjectName("Combo_Qualitaet");
     for (auto caption : kQualityCaptions)
         m_quality->addItem(qt(caption));
-    m_quality->setCurrentIndex(2);
 
     m_x = numberField("txtxPos", this);
     m_y = numberField("txtyPos", this);
@@ -99,7 +97,7 @@ druckmenue2011::druckmenue2011(const ReceiptForm& form, Settings& settings, cons
     m_closeAfterPrint = new QCheckBox("Wenn Druck gestartet, dieses Fenster schließen.", this);
     m_closeAfterPrint->setObjectName("Fenster_Close");
     connect(m_closeAfterPrint, &QCheckBox::clicked, this, [this](bool on) {
-        m_settings.save(kApplicationName, "Options", "Druckfenster", on ? "1" : "0");
+        storeCloseAfterPrint(m_settings, on);
     });
 
     auto* preview = new QPushButton("Beleg &anzeigen", this);
@@ -163,21 +161,9 @@ druckmenue2011::druckmenue2011(const ReceiptForm& form, Settings& settings, cons
     outer->addLayout(columns);
     outer->addLayout(buttons);
 
-    // Open: colour and close switch from the settings, the positions from the form, the paper, the printers.
-    const std::string mono = m_settings.get(kApplicationName, "Options", "Farbmodus_sw", "");
-    if (mono.empty()) {
-        m_colour[0]->setChecked(true);
-    } else {
-        m_colour[0]->setChecked(mono == "True");
-        m_colour[1]->setChecked(m_settings.get(kApplicationName, "Options", "Farbmodus_farbe", "") == "True");
-    }
-    m_closeAfterPrint->setChecked(m_settings.get(kApplicationName, "Options", "Druckfenster", "") == "1");
-    m_x->setText(qt(m_form.abstand()));
-    m_y->setText(qt(m_form.oben()));
-    applyPaper(Paper::A4);
     for (const QString& name : PrintJob::printerNames())
         m_printers->addItem(name);
-    m_printers->setCurrentIndex(m_printers->findText(printer.isEmpty() ? PrintJob::defaultPrinterName() : printer));
+    showFields(openPrintDialog(m_form, m_settings, printer));
 }
 
 QString druckmenue2011::chosenPrinter() const { return m_printers->currentText(); }
@@ -191,42 +177,57 @@ Paper druckmenue2011::paper() const
     return Paper::A4;
 }
 
-void druckmenue2011::applyPaper(Paper paper)
+PrintDialogFields druckmenue2011::fields() const
 {
-    const PaperRow& row = paperRow(paper);
-    m_din[static_cast<int>(paper)]->setChecked(true);
-    m_width->setText(qt(row.width));
-    m_height->setText(qt(row.height));
-    m_width->setReadOnly(row.sizeLocked);
-    m_height->setReadOnly(row.sizeLocked);
-    m_secondTop->setText(qt(row.secondTop));
-    if (!row.sizeLocked)
-        m_width->setFocus();
+    PrintDialogFields fields;
+    fields.printer = m_printers->currentText();
+    fields.paper = paper();
+    fields.monochrome = m_colour[0]->isChecked();
+    fields.colour = m_colour[1]->isChecked();
+    fields.qualityIndex = m_quality->currentIndex();
+    fields.x = m_x->text().toStdString();
+    fields.y = m_y->text().toStdString();
+    fields.width = m_width->text().toStdString();
+    fields.height = m_height->text().toStdString();
+    fields.secondTop = m_secondTop->text().toStdString();
+    fields.sizeLocked = m_width->isReadOnly();
+    fields.closeAfterPrint = m_closeAfterPrint->isChecked();
+    return fields;
 }
 
-void druckmenue2011::storeColour()
+void druckmenue2011::showFields(const PrintDialogFields& fields)
 {
-    m_settings.save(kApplicationName, "Options", "Farbmodus_sw", m_colour[0]->isChecked() ? "True" : "False");
-    m_settings.save(kApplicationName, "Options", "Farbmodus_farbe", m_colour[1]->isChecked() ? "True" : "False");
+    m_printers->setCurrentIndex(m_printers->findText(fields.printer));
+    m_din[static_cast<int>(fields.paper)]->setChecked(true);
+    m_colour[0]->setChecked(fields.monochrome);
+    m_colour[1]->setChecked(fields.colour);
+    m_quality->setCurrentIndex(fields.qualityIndex);
+    m_x->setText(qt(fields.x));
+    m_y->setText(qt(fields.y));
+    m_width->setText(qt(fields.width));
+    m_height->setText(qt(fields.height));
+    m_width->setReadOnly(fields.sizeLocked);
+    m_height->setReadOnly(fields.sizeLocked);
+    m_secondTop->setText(qt(fields.secondTop));
+    m_closeAfterPrint->setChecked(fields.closeAfterPrint);
+}
+
+void druckmenue2011::applyPaper(Paper paper)
+{
+    PrintDialogFields shown = fields();
+    choosePaper(shown, paper);
+    showFields(shown);
+    if (!shown.sizeLocked)
+        m_width->setFocus();
 }
 
 void druckmenue2011::print()
 {
     m_printButton->setEnabled(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    // What was typed into txtVonOben does not count: the paper decides where the second receipt stands.
-    m_secondTop->setText(qt(paperRow(paper()).secondTop));
-    PrintRequest request;
-    request.printer = m_printers->currentText();
-    request.paper = paper();
-    request.colour = m_colour[1]->isChecked() ? ColourMode::Colour : ColourMode::Monochrome;
-    request.quality = qualityCode(m_quality->currentIndex());
-    request.x = m_x->text().toStdString();
-    request.y = m_y->text().toStdString();
-    request.width = m_width->text().toStdString();
-    request.height = m_height->text().toStdString();
-    request.twoPerSheet = printLayoutRow(m_form.printLayout()).receiptsPerSheet == 2;
-    request.runs = m_form.anzahl();
+    PrintDialogFields shown = fields();
+    const PrintRequest request = pressPrint(shown, m_form);
+    m_secondTop->setText(qt(shown.secondTop));
     bool printed = false;
     try {
         m_job.print(m_picture, request);

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <functional>
 
+#include "print/PrintDialogFields.h"
 #include "print/PrintJob.h"
 
 class QCheckBox;
@@ -21,8 +22,8 @@ class RunError;
 class Settings;
 
 // The print dialog "Druckmenü": shows temp/temp_.bmp and prints it once per run on the chosen printer, paper,
-// colour, quality and position. It reads anzahl, abstand, oben and the layout from the form and writes nothing
-// back to it.
+// colour, quality and position. print/PrintDialogFields holds what it reads from the form and the settings and
+// the request it builds; the dialog shows those fields and writes nothing back to the form.
 class druckmenue2011 : public QDialog
 {
 public:
@@ -39,7 +40,8 @@ public:
 
 private:
     Paper paper() const;
-    void storeColour();
+    PrintDialogFields fields() const;
+    void showFields(const PrintDialogFields& fields);
 
     const ReceiptForm& m_form;
     Settings& m_settings;

@@ -22,25 +22,8 @@ namespace {
 using F = FormElement;
 
 
-bool isMultiLine(F element) { return element == F::RTFBox || element == F::Text14; }
 bool isPicture(F element) { return element == F::Image3 || element == F::Image6 || element == F::Image7; }
 bool isKeyFiltered(F element) { return element == F::Text12 || element == F::Text10 || element == F::Text9; }
-
-int maxLength(F element)
-{
-    switch (element) {
-    case F::Text2:
-        return 3;
-    case F::Text10:
-    case F::Text11:
-    case F::Text12:
-        return 15;
-    case F::Text9:
-        return 10;
-    default:
-        return 32767;
-    }
-}
 
 } // namespace
 
@@ -70,7 +53,7 @@ void ReceiptFormView::createWidgets()
             auto* picture = new QLabel(this);
             picture->setScaledContents(true);
             widget = picture;
-        } else if (entry.editable && isMultiLine(entry.element)) {
+        } else if (entry.editable && entry.multiLine) {
             auto* edit = new QPlainTextEdit(this);
             edit->setFrameShape(QFrame::NoFrame);
             edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -89,6 +72,8 @@ void ReceiptFormView::createWidgets()
                 m_writing[indexOf(element)] = true;
                 m_form.setText(element, text.toStdString());
                 m_writing[indexOf(element)] = false;
+                for (const FieldChangedHook& hook : m_changedHooks[indexOf(element)])
+                    hook(text.toStdString());
             });
             edit->viewport()->installEventFilter(this);
             edit->viewport()->setMouseTracking(true);
@@ -98,17 +83,20 @@ void ReceiptFormView::createWidgets()
             auto* edit = new QLineEdit(this);
             edit->setFrame(false);
             edit->setAlignment(alignmentOf(entry.align));
-            edit->setMaxLength(maxLength(entry.element));
+            edit->setMaxLength(entry.maxLength);
             edit->setStyleSheet("QLineEdit { background: transparent; }");
-            if (entry.element == F::Text11)
-                edit->setReadOnly(true);
-            if (entry.element == F::Text9)
-                edit->setInputMask("99.99.9999; ");
-            connect(edit, &QLineEdit::textEdited, this, [this, edit, element = entry.element] {
+            edit->setReadOnly(entry.typing == Typing::ReadOnly);
+            const bool masked = !entry.inputMask.empty();
+            if (masked)
+                edit->setInputMask(
+                    QString::fromUtf8(entry.inputMask.data(), static_cast<qsizetype>(entry.inputMask.size())));
+            connect(edit, &QLineEdit::textEdited, this, [this, edit, masked, element = entry.element] {
                 m_writing[indexOf(element)] = true;
                 // The date keeps its mask's blanks, so the shorthand "0 .  .    " can be recognised.
-                m_form.setText(element, (element == F::Text9 ? edit->displayText() : edit->text()).toStdString());
+                m_form.setText(element, (masked ? edit->displayText() : edit->text()).toStdString());
                 m_writing[indexOf(element)] = false;
+                for (const FieldChangedHook& hook : m_changedHooks[indexOf(element)])
+                    hook(edit->text().toStdString());
             });
             widget = edit;
         } else {
@@ -255,6 +243,16 @@ void ReceiptFormView::showHint(FormElement element)
         m_form.setText(F::Label16, std::string(hint));
 }
 
+void ReceiptFormView::onFieldKey(FormElement element, FieldKeyHook hook)
+{
+    m_keyHooks[indexOf(element)].push_back(std::move(hook));
+}
+
+void ReceiptFormView::onFieldChanged(FormElement element, FieldChangedHook hook)
+{
+    m_changedHooks[indexOf(element)].push_back(std::move(hook));
+}
+
 bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
 {
     const FormElement element = elementOf(watched);
@@ -287,6 +285,9 @@ bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
         break;
     case QEvent::KeyPress: {
         auto* key = static_cast<QKeyEvent*>(event);
+        for (const FieldKeyHook& hook : m_keyHooks[indexOf(element)])
+            if (hook(*key))
+                return true;
         if (element == F::Text9 && key->key() == Qt::Key_F10) {
             openCalendar();
             return true;

@@ -5,9 +5,12 @@
 #include <array>
 #include <bitset>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "core/FormElement.h"
 
+class QKeyEvent;
 class QToolButton;
 
 namespace zw {
@@ -15,6 +18,11 @@ namespace zw {
 class ProgramPaths;
 class ReceiptForm;
 struct FormChange;
+
+// Hooks of other parts on a receipt field (the autocompletion of Text5 to Text8): a key press before the field
+// takes it (true: the hook took the key), and the field's text after the user changed it.
+using FieldKeyHook = std::function<bool(const QKeyEvent& key)>;
+using FieldChangedHook = std::function<void(const std::string& text)>;
 
 // The receipt area `picSource`: the background picture and every element of the layout table at its place.
 // It mirrors the form model and turns edits, clicks and keys into model calls; it computes nothing.
@@ -32,6 +40,9 @@ public:
     std::function<void(FormElement)> elementClicked;
     // The mouse moved over the form, in pixels (the rulers follow it).
     std::function<void(QPoint)> mouseMoved;
+
+    void onFieldKey(FormElement element, FieldKeyHook hook);
+    void onFieldChanged(FormElement element, FieldChangedHook hook);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -54,6 +65,8 @@ private:
     QPixmap m_background;
     QToolButton* m_calendarButton = nullptr;
     std::array<QWidget*, kFormElementCount> m_widgets{};
+    std::array<std::vector<FieldKeyHook>, kFormElementCount> m_keyHooks;
+    std::array<std::vector<FieldChangedHook>, kFormElementCount> m_changedHooks;
     // The fields being written between widget and model right now: each write must not echo back into the same
     // field, while the other fields it changes (a recalculation) still show.
     std::bitset<kFormElementCount> m_writing;
