@@ -218,6 +218,10 @@ bool generateDistribution(const fs::path& folder)
     // that it stands centred on A4 and ends above the second receipt of a sheet (160 mm), one copy.
     ok &= writeLines(folder / "daten" / "mwst.dat", {"19"});
     ok &= writeLines(folder / "daten" / "druck.dat", {"30", "1", "20"});
+    // Earlier entries for the name, purpose and place fields, so the first keystrokes show what completion does.
+    ok &= writeLines(folder / "daten" / "autocom.dat",
+                     {"Müller GmbH", "Bäckerei Schröder", "Hauptstraße 12", "10115 Berlin", "Büromaterial",
+                      "Beratung und Planung", "Mitgliedsbeitrag 2026", "München", "Hamburg"});
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     ok &= generatePrintAssets(folder);
     return ok;

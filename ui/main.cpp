@@ -14,6 +14,7 @@
 #include "ui/print/PrintCommands.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/frame/Quittung.h"
+#include "ui/lists/Autocompletion.h"
 
 int main(int argc, char** argv)
 {
@@ -44,6 +45,8 @@ int main(int argc, char** argv)
     zw::installFrameCommands(window, form, settings, paths);
     zw::installPrinting(window, form, settings, paths, {});
     zw::installExports(window, form, settings, paths);
+    zw::installAutocompletion(window, form, paths);
+    zw::installHelpWindow(window, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

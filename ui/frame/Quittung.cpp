@@ -289,6 +289,11 @@ void Quittung::registerCommands()
             unloadAll();
     });
     setCommand("hel11", [this] {
+        // The help window shows the handbook where a part offers it; else the desktop's browser does.
+        if (m_openers.contains("helpp3")) {
+            openWindow("helpp3");
+            return;
+        }
         QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString((m_paths.helpFolder() / "index.html").string())));
     });
     for (const auto& [name, action] : m_actions) {
@@ -606,6 +611,12 @@ void Quittung::ausstellerein()
 void Quittung::einfst()
 {
     if (auto found = m_startParts.find("einfst"); found != m_startParts.end())
+        found->second();
+}
+
+void Quittung::loadAutocompletion()
+{
+    if (auto found = m_startParts.find("loadAutocompletion"); found != m_startParts.end())
         found->second();
 }
 

@@ -68,6 +68,7 @@ public:
     void setLastFileCaption(const std::string& caption) override;
     void ausstellerein() override;
     void einfst() override;
+    void loadAutocompletion() override;
 
     // What the start runs to switch the logo and the signature on; the picture commands register it.
     void setStartPart(const std::string& name, std::function<void()> part);
@@ -117,6 +118,9 @@ public:
     {
         m_formView->onFieldChanged(element, std::move(hook));
     }
+    // The caret of a receipt field and a selection in it (the autocompletion's completed tail).
+    int fieldCaret(FormElement element) const { return m_formView->caretOf(element); }
+    void selectInField(FormElement element, int start, int length) { m_formView->selectInField(element, start, length); }
 
     // Where the parts' trapped routines report their faults: the error window, unless a test sets another.
     FaultReporter& faultReporter() { return *m_faultReporter; }

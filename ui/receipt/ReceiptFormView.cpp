@@ -253,6 +253,29 @@ void ReceiptFormView::onFieldChanged(FormElement element, FieldChangedHook hook)
     m_changedHooks[indexOf(element)].push_back(std::move(hook));
 }
 
+int ReceiptFormView::caretOf(FormElement element) const
+{
+    auto* line = qobject_cast<QLineEdit*>(m_widgets[indexOf(element)]);
+    return line != nullptr ? line->cursorPosition() : -1;
+}
+
+void ReceiptFormView::selectInField(FormElement element, int start, int length)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(m_widgets[indexOf(element)]))
+        line->setSelection(start, length);
+}
+
+int keyPressCode(const QKeyEvent& key)
+{
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+        return 13;
+    if (key.key() == Qt::Key_Backspace)
+        return 8;
+    if (!key.text().isEmpty() && key.text().at(0).isPrint() && !(key.modifiers() & Qt::ControlModifier))
+        return key.text().at(0).unicode();
+    return 0;
+}
+
 bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
 {
     const FormElement element = elementOf(watched);
@@ -294,13 +317,7 @@ bool ReceiptFormView::eventFilter(QObject* watched, QEvent* event)
         }
         if (!isKeyFiltered(element) || !keyFilter)
             break;
-        int code = 0;
-        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
-            code = 13;
-        else if (key->key() == Qt::Key_Backspace)
-            code = 8;
-        else if (!key->text().isEmpty() && key->text().at(0).isPrint() && !(key->modifiers() & Qt::ControlModifier))
-            code = key->text().at(0).unicode();
+        const int code = keyPressCode(*key);
         if (code == 0)
             break; // keys without a character (arrows, Delete, Tab) pass as they always did
         if (keyFilter(element, code) == 0)

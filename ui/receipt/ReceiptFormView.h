@@ -24,6 +24,10 @@ struct FormChange;
 using FieldKeyHook = std::function<bool(const QKeyEvent& key)>;
 using FieldChangedHook = std::function<void(const std::string& text)>;
 
+// The code a key press gives a field, as the old key events numbered it: 13 RETURN, 8 backspace, else the
+// character typed; 0 for keys without a character (arrows, Delete, Tab, shift) and Ctrl combinations.
+int keyPressCode(const QKeyEvent& key);
+
 // The receipt area `picSource`: the background picture and every element of the layout table at its place.
 // It mirrors the form model and turns edits, clicks and keys into model calls; it computes nothing.
 class ReceiptFormView : public QWidget
@@ -43,6 +47,9 @@ public:
 
     void onFieldKey(FormElement element, FieldKeyHook hook);
     void onFieldChanged(FormElement element, FieldChangedHook hook);
+    // The caret of a line field (-1 for other elements) and a selection in it, in UTF-16 units.
+    int caretOf(FormElement element) const;
+    void selectInField(FormElement element, int start, int length);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDialog>
+
+#include "lists/AutocompleteEditor.h"
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+namespace zw {
+
+class Autocomplete;
+class FormHost;
+
+// "Autovervollständigungsdatei bearbeiten": the entries of autocom.dat in List1, to add, delete, clear, rid of
+// duplicates and save; "Zurück" brings the saved file into the running completion.
+class autocom_bear : public QDialog
+{
+public:
+    autocom_bear(Autocomplete& list, FormHost& host, QWidget* parent = nullptr);
+
+private:
+    // Runs one button's routine; a fault it does not trap ends in the run time's message.
+    void run(const std::function<void()>& routine);
+    void refill();
+
+    AutocompleteEditor m_editor;
+    FormHost& m_host;
+    QLineEdit* m_text1 = nullptr;
+    QListWidget* m_list1 = nullptr;
+    QLabel* m_label1 = nullptr;
+};
+
+} // namespace zw
