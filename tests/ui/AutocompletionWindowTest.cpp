@@ -1,0 +1,73 @@
+// Typing into the receipt's name fields with the distribution's autocompletion list, as a user would.
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
+#include "ui/lists/Autocompletion.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class AutocompletionWindowTest : public test::MainWindowFixture
+{
+protected:
+    AutocompletionWindowTest()
+    {
+        installAutocompletion(*window, form, paths);
+        installHelpWindow(*window, paths);
+        start();
+    }
+};
+
+TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTakingKeys)
+{
+    auto* from = qobject_cast<QLineEdit*>(window->formView()->widgetOf(F::Text5));
+    ASSERT_NE(from, nullptr);
+    from->setFocus();
+    QTest::keyClicks(from, "m");
+    QTest::sendKeyEvent(QTest::Click, from, Qt::Key_Udiaeresis, QString("ü"), Qt::NoModifier);
+    EXPECT_EQ(from->text(), "Müller GmbH");
+    EXPECT_EQ(from->selectedText(), "ller GmbH");
+    EXPECT_EQ(form.text(F::Text5), "Müller GmbH");
+
+    // Keys typed during the notice's wait reach the field: the first replaces the selected tail.
+    bool noticeShownWhileTyping = false;
+    QTimer::singleShot(300, from, [&] {
+        noticeShownWhileTyping = window->formView()->findChild<QLabel*>("autoge")->isVisible();
+        QTest::keyClicks(from, "x");
+    });
+    QTest::keyClick(from, Qt::Key_Return);
+    EXPECT_TRUE(noticeShownWhileTyping);
+    EXPECT_FALSE(window->formView()->findChild<QLabel*>("autoge")->isVisible());
+    EXPECT_EQ(from->text(), "Müx");
+
+    // Backspace shortens without completing; the next letter completes again.
+    QTest::keyClick(from, Qt::Key_Backspace);
+    EXPECT_EQ(from->text(), "Mü");
+    QTest::keyClicks(from, "l");
+    EXPECT_EQ(from->text(), "Müller GmbH");
+
+    // Opening the editor writes the list first, the entry added by Enter at its end.
+    test::ModalCloser closer([](QDialog* dialog) {
+        EXPECT_EQ(dialog->findChild<QLabel*>("Label1")->text().toStdString(), "Einträge: 10");
+    });
+    window->action("autver")->trigger();
+    ASSERT_EQ(closer.seen, std::vector<QString>{"autocom_bear"});
+    EXPECT_TRUE(test::readBytes(paths.dataFile("autocom.dat")).ends_with("Hamburg\r\nM\xFCller GmbH\r\n"));
+
+    window->action("hel11")->trigger();
+    auto* help = window->findChild<QDialog*>("helpp3");
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_TRUE(help->findChild<QTextBrowser*>("brWebBrowser")->toPlainText().contains("Zettelwerk Hilfe"));
+}
+
+} // namespace
+} // namespace zw
