@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
-#include <unistd.h>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 #include "lists/Autocomplete.h"
 
@@ -13,7 +13,8 @@ constexpr int kEntries = 100000;
 // Names, streets and places with umlauts, as users type them; the one entry beginning "Zahnarzt" is the last.
 zw::Autocomplete hundredThousandEntries(const std::filesystem::path& file = "autocom.dat")
 {
-    const char* stems[] = {"Müller GmbH ", "Bäckerei Schröder ", "Hauptstraße ", "Öko-Markt Süd ", "Beratung "};
+    const char* stems[] = {"Müller GmbH ", "Bäckerei Schröder ", "Hauptstraße ", "Öko-Markt Süd ",
+                           "Beratung "};
     zw::Autocomplete list(file);
     for (int i = 0; i < kEntries - 1; ++i)
         list.AddEntry(stems[i % 5] + std::to_string(i));
@@ -40,7 +41,8 @@ BENCHMARK(CompleteMatchingNothing)->Unit(benchmark::kMillisecond);
 
 void LoadEntries(benchmark::State& state)
 {
-    const auto file = std::filesystem::temp_directory_path() / ("zw-bench-autocom-" + std::to_string(::getpid()));
+    const auto file =
+        std::filesystem::temp_directory_path() / ("zw-bench-autocom-" + std::to_string(::getpid()));
     hundredThousandEntries(file).SaveEntries();
     zw::Autocomplete list(file);
     for (auto _ : state)

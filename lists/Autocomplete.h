@@ -7,7 +7,11 @@
 
 namespace zw {
 
-enum class IgnoreCase : bool { No, Yes };
+enum class IgnoreCase : bool
+{
+    No,
+    Yes
+};
 
 // The list of earlier entries that Text5 to Text8 complete from, and the file autocom.dat that keeps it.
 // Entries are written verbatim but read back field by field (readInputFields), so "Meier, Hans" comes back as

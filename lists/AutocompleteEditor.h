@@ -23,10 +23,10 @@ public:
     const std::vector<std::string>& lines() const { return m_lines; }
     const std::string& countCaption() const { return m_countCaption; }
 
-    void addEntry(const std::string& text);                      // xpButton5
-    void deleteMarked(const std::vector<std::size_t>& marked);  // xpButton1
-    void clearList();                                             // xpButton6
-    void removeDuplicates();                                      // xpButton3
+    void addEntry(const std::string& text);                    // xpButton5
+    void deleteMarked(const std::vector<std::size_t>& marked); // xpButton1
+    void clearList();                                          // xpButton6
+    void removeDuplicates();                                   // xpButton3
     // xpButton2: List1 to autocom.dat, one line per entry. Throws RunError.
     void save() const;
     // xpButton4: reads the file back into the running completion and writes it again. Throws RunError.

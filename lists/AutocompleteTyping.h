@@ -9,7 +9,8 @@ namespace zw {
 class Autocomplete;
 
 // What a field shows after a completion: the whole entry, the caret where the user typed, and the completed
-// tail selected behind it so the next keystroke overwrites it. Positions count UTF-16 units, as the field does.
+// tail selected behind it so the next keystroke overwrites it. Positions count UTF-16 units, as the field
+// does.
 struct FieldCompletion
 {
     std::string text;

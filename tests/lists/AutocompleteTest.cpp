@@ -96,11 +96,18 @@ TEST_F(AutocompleteTest, LoadKeepsEmptyElementsAndWritesEveryElementAsALine)
     };
     const Row rows[] = {
         {"an empty file gives two empty elements", "", {"", ""}, "\r\n\r\n"},
-        {"a field whose upper case is there already stays empty", "abc\r\nABC\r\nAbc\r\n", {"abc", "ABC", ""},
+        {"a field whose upper case is there already stays empty",
+         "abc\r\nABC\r\nAbc\r\n",
+         {"abc", "ABC", ""},
          "abc\r\nABC\r\n\r\n"},
-        {"a written comma splits at the next load", "Meier, Hans\r\n", {"Meier", "Hans"}, "Meier\r\nHans\r\n"},
-        {"Windows-1252 text and its undefined bytes come back byte for byte", "M\xFCller\x81\x8D\r\nM\xC3\xBC\r\n",
-         {"Müller\u0081\u008D", "MÃ¼"}, "M\xFCller\x81\x8D\r\nM\xC3\xBC\r\n"},
+        {"a written comma splits at the next load",
+         "Meier, Hans\r\n",
+         {"Meier", "Hans"},
+         "Meier\r\nHans\r\n"},
+        {"Windows-1252 text and its undefined bytes come back byte for byte",
+         "M\xFCller\x81\x8D\r\nM\xC3\xBC\r\n",
+         {"Müller\u0081\u008D", "MÃ¼"},
+         "M\xFCller\x81\x8D\r\nM\xC3\xBC\r\n"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -211,12 +218,14 @@ TEST_F(AutocompleteTest, WaitEndsOnTheWholeSecondsSinceItsStartAlsoPastMidnight)
         SCOPED_TRACE(row.name);
         double now = row.start;
         int turns = 0;
-        Wait(3, [&] { return now; }, [&] {
-            ++turns;
-            now += 0.1;
-            if (now >= 86400)
-                now -= 86400;
-        });
+        Wait(
+            3, [&] { return now; },
+            [&] {
+                ++turns;
+                now += 0.1;
+                if (now >= 86400)
+                    now -= 86400;
+            });
         EXPECT_NEAR(now, row.endsAt, 0.11);
         EXPECT_GT(turns, 0);
     }

@@ -54,7 +54,8 @@ void createNotice(Quittung& window, ReceiptForm& form)
     QWidget* area = window.formView();
     auto* notice = new QLabel("Ihr Eintrag wurde zur Autovervollständigung hinzugefügt.", area);
     notice->setObjectName("autoge");
-    notice->setStyleSheet("QLabel { background: #FFFFE1; color: #000000; border: 1px solid #808080; padding: 3px; }");
+    notice->setStyleSheet(
+        "QLabel { background: #FFFFE1; color: #000000; border: 1px solid #808080; padding: 3px; }");
     notice->hide();
     QPointer<QLabel> guard(notice);
     form.addListener([guard, area, &form](const FormChange& change) {
@@ -95,9 +96,7 @@ void installAutocompletion(Quittung& window, ReceiptForm& form, const ProgramPat
         });
     }
 
-    window.setCommand("autver", [&window] {
-        window.openWindow("autocom_bear");
-    });
+    window.setCommand("autver", [&window] { window.openWindow("autocom_bear"); });
     window.setWindowOpener("autocom_bear", [part, &window] {
         part->list.SaveEntries(); // the list reaches the file here and at "Zurück", nowhere else
         autocom_bear editor(part->list, window, &window);

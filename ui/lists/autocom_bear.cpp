@@ -36,7 +36,8 @@ autocom_bear::autocom_bear(Autocomplete& list, FormHost& host, QWidget* parent)
         connect(key, &QPushButton::clicked, this, [this, routine = std::move(routine)] { run(routine); });
         return key;
     };
-    auto* add = button("xpButton5", "&Eintrag hinzufügen", [this] { m_editor.addEntry(m_text1->text().toStdString()); });
+    auto* add = button("xpButton5", "&Eintrag hinzufügen",
+                       [this] { m_editor.addEntry(m_text1->text().toStdString()); });
     auto* remove = button("xpButton1", "Eintrag &löschen", [this] {
         std::vector<std::size_t> marked;
         for (const QModelIndex& index : m_list1->selectionModel()->selectedRows())

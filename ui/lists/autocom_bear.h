@@ -13,8 +13,8 @@ namespace zw {
 class Autocomplete;
 class FormHost;
 
-// "Autovervollständigungsdatei bearbeiten": the entries of autocom.dat in List1, to add, delete, clear, rid of
-// duplicates and save; "Zurück" brings the saved file into the running completion.
+// "Autovervollständigungsdatei bearbeiten": the entries of autocom.dat in List1, to add, delete, clear, rid
+// of duplicates and save; "Zurück" brings the saved file into the running completion.
 class autocom_bear : public QDialog
 {
 public:
