@@ -45,8 +45,11 @@ void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& ent
     painter.setFont(formFont(form, entry.element));
     // A one-line caption is never cut, here as on the screen: the form's font may be a little wider than the
     // one the form was drawn for ("% MwSt.").
-    if (!entry.editable && !entry.multiLine)
-        field.setWidth(std::max(field.width(), painter.fontMetrics().horizontalAdvance(text)));
+    if (!entry.editable && !entry.multiLine) {
+        const auto span = captionSpan(entry, painter.fontMetrics().horizontalAdvance(text));
+        field.setLeft(span.left);
+        field.setWidth(span.width);
+    }
     const int margin = textMargin(entry);
     QRect inner = field.adjusted(margin, entry.multiLine && entry.editable ? margin : 0, -margin, 0);
     int flags = alignmentFlags(entry);

@@ -1,5 +1,6 @@
 #include "print/ReceiptLayout.h"
 
+#include <algorithm>
 #include <array>
 
 namespace zw {
@@ -49,6 +50,12 @@ constexpr std::array<LayoutEntry, 36> kLayout = {{
 } // namespace
 
 std::span<const LayoutEntry> receiptLayout() { return kLayout; }
+
+CaptionSpan captionSpan(const LayoutEntry& entry, int textWidth)
+{
+    const int extra = std::max(0, textWidth - entry.widthPixels());
+    return {std::max(0, entry.leftPixels() - (extra + 1) / 2), entry.widthPixels() + extra};
+}
 
 std::optional<LayoutEntry> layoutOf(FormElement element)
 {

@@ -45,6 +45,15 @@ struct LayoutEntry
     int heightPixels() const { return height / kTwipsPerPixel; }
 };
 
+// Left edge and width in pixels of a one-line caption whose text is textWidth pixels wide. A text wider than
+// its box takes the extra room half on each side, so neither neighbour is touched ("% MwSt.").
+struct CaptionSpan
+{
+    int left;
+    int width;
+};
+CaptionSpan captionSpan(const LayoutEntry& entry, int textWidth);
+
 std::span<const LayoutEntry> receiptLayout();
 std::optional<LayoutEntry> layoutOf(FormElement element);
 

@@ -116,6 +116,17 @@ TEST_F(CaptureTest, CutsATextLongerThanItsFieldAtTheFieldsEdge)
     EXPECT_EQ(inkIn(photo, QRect(kText8.right() + 1, 300, 287 - kText8.right(), 50)), 0);
 }
 
+TEST_F(CaptureTest, ACaptionWiderThanItsBoxKeepsClearOfBothNeighbours)
+{
+    form.setText(F::Label14, "% MwSt.");
+    QImage photo = capture(form);
+
+    const QRect rateToShare(377, 104, 432 - 377, 17); // from the rate's right edge to the share's left edge
+    EXPECT_GT(inkIn(photo, rateToShare), 20);
+    EXPECT_EQ(inkIn(photo, QRect(377, 104, 2, 17)), 0) << "touches the rate";
+    EXPECT_EQ(inkIn(photo, QRect(429, 104, 3, 17)), 0) << "touches the share";
+}
+
 TEST_F(CaptureTest, AlignsAmountsRightAndShowsTheStartOfAnOverlongAmount)
 {
     form.setText(F::Text12, "1,00");

@@ -215,8 +215,10 @@ void ReceiptFormView::mirrorText(FormElement element)
         if (!isPicture(element)) {
             label->setText(text);
             // A one-line caption is never cut: the form's font may be a little wider than the one it was drawn for.
-            if (auto entry = layoutOf(element); entry && !entry->multiLine)
-                label->resize(std::max(entry->widthPixels(), label->sizeHint().width()), entry->heightPixels());
+            if (auto entry = layoutOf(element); entry && !entry->multiLine) {
+                const auto span = captionSpan(*entry, label->sizeHint().width());
+                label->setGeometry(span.left, entry->topPixels(), span.width, entry->heightPixels());
+            }
         }
     }
     m_writing[indexOf(element)] = false;
