@@ -222,6 +222,13 @@ bool generateDistribution(const fs::path& folder)
     ok &= writeLines(folder / "daten" / "autocom.dat",
                      {"Müller GmbH", "Bäckerei Schröder", "Hauptstraße 12", "10115 Berlin", "Büromaterial",
                       "Beratung und Planung", "Mitgliedsbeitrag 2026", "München", "Hamburg"});
+    // The payer and article lists, so a first start shows what they are for.
+    ok &= writeLines(folder / "daten" / "von_liste.txt",
+                     {"Müller GmbH;Hauptstraße 12, 10115 Berlin", "Bäckerei Schröder;Marktplatz 3, 80331 München",
+                      "Sportverein Blau-Weiß e. V.;Am Sportplatz 1, 20095 Hamburg"});
+    ok &= writeLines(folder / "daten" / "artikel_fuer.txt",
+                     {"Büromaterial;23,80;19", "Beratung und Planung (1 Stunde);95,00;19", "Fachbuch;39,90;7",
+                      "Mitgliedsbeitrag 2026;60,00;0"});
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     ok &= generatePrintAssets(folder);
     return ok;

@@ -19,6 +19,9 @@ std::span<const CliCommand> commands()
                    "  zettelwerk-cli ledger file QUITTUNG.ZW5   Quittung in die Belegliste des "
                    "Programmordners aufnehmen",
                    &runLedger},
+        CliCommand{"lists",
+                   "lists report von_liste|artikel_fuer [--rows N] [--title TEXT] BERICHT.htm  HTML-Bericht einer Liste",
+                   &runLists},
         CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
     };
     return kCommands;

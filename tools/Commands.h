@@ -12,6 +12,7 @@ std::span<const CliCommand> commands();
 int runExport(CliContext& context);
 int runInfo(CliContext& context);
 int runLedger(CliContext& context);
+int runLists(CliContext& context);
 int runWords(CliContext& context);
 int runGross(CliContext& context);
 int runNet(CliContext& context);

@@ -15,6 +15,7 @@
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/frame/Quittung.h"
 #include "ui/lists/Autocompletion.h"
+#include "ui/lists/ListWindow.h"
 
 int main(int argc, char** argv)
 {
@@ -47,6 +48,7 @@ int main(int argc, char** argv)
     zw::installExports(window, form, settings, paths);
     zw::installAutocompletion(window, form, paths);
     zw::installHelpWindow(window, paths);
+    zw::installListWindows(window, form, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

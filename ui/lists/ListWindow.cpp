@@ -1,0 +1,480 @@
+#include "ui/lists/ListWindow.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QTableView>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <map>
+
+#include "app/AtomicFile.h"
+#include "app/ProgramPaths.h"
+#include "core/FormHost.h"
+#include "core/RunError.h"
+#include "ui/frame/MessageDialog.h"
+#include "ui/frame/QtText.h"
+#include "ui/frame/Quittung.h"
+#include "ui/frame/fehlerform.h"
+
+namespace zw {
+
+// The grid: the table's cells, edited in place; each edit is handed on to be saved.
+class ListModel : public QAbstractTableModel
+{
+public:
+    ListModel(ListTable& table, std::function<void()> edited, QObject* parent)
+        : QAbstractTableModel(parent), m_table(table), m_edited(std::move(edited))
+    {
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : m_table.rowCount(); }
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(m_table.kind().columns.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (!index.isValid())
+            return {};
+        const std::string& text =
+            m_table.rows()[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+        if (role == Qt::DisplayRole || role == Qt::EditRole)
+            return qt(text);
+        if (role == Qt::ToolTipRole) {
+            const std::string hint = linkHint(text);
+            return hint.empty() ? QVariant() : QVariant(qt(hint));
+        }
+        return {};
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (role != Qt::DisplayRole)
+            return {};
+        if (orientation == Qt::Vertical)
+            return section + 1;
+        return qt(m_table.kind().columns[static_cast<std::size_t>(section)].heading);
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override
+    {
+        return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+    }
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override
+    {
+        if (role != Qt::EditRole || !index.isValid())
+            return false;
+        const std::string text = value.toString().toStdString();
+        if (text == m_table.rows()[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())])
+            return true;
+        m_table.setCell(index.row(), index.column(), text);
+        emit dataChanged(index, index);
+        m_edited();
+        return true;
+    }
+    void reset(const std::function<void()>& change)
+    {
+        beginResetModel();
+        change();
+        endResetModel();
+    }
+
+private:
+    ListTable& m_table;
+    std::function<void()> m_edited;
+};
+
+namespace {
+
+QIcon toolIcon(const QStyle* style, std::string_view key)
+{
+    const QStyle::StandardPixmap pixmap = key == "save_grid"   ? QStyle::SP_DialogSaveButton
+                                          : key == "neu_grid"  ? QStyle::SP_FileIcon
+                                          : key == "grid_edit" ? QStyle::SP_FileDialogDetailedView
+                                          : key == "grid_weg"  ? QStyle::SP_TrashIcon
+                                          : key == "hinzu_bar" ? QStyle::SP_ArrowForward
+                                                               : QStyle::SP_DialogCloseButton;
+    return style->standardIcon(pixmap);
+}
+
+} // namespace
+
+ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, const ProgramPaths& paths,
+                       QWidget* parent)
+    : QDialog(parent), m_table(kind), m_form(form), m_host(host), m_file(paths.home() / kind.file),
+      m_reportFile(paths.home() / "report" / "report.htm"), m_helpFile(paths.helpFolder() / "index.html")
+{
+    setObjectName(qt(kind.window));
+    setWindowTitle(qt(kind.caption));
+    setSizeGripEnabled(true);
+
+    auto* toolbar = new QToolBar(this);
+    toolbar->setObjectName("Coolbar1");
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const std::map<std::string_view, std::function<void()>> actions{
+        {"save_grid", [this] { save(GridOperation::Save); }},
+        {"neu_grid", [this] { newRow(); }},
+        {"grid_edit", [this] { MessageDialog::showMessage(this, kEditText, MessageStyle::Information, kEditTitle); }},
+        {"grid_weg", [this] { deleteRows(); }},
+        {"hinzu_bar", [this] { takeOver(); }},
+        {"schlie_bar",
+         [this] {
+             save(GridOperation::Save);
+             close();
+         }},
+    };
+    for (const ListToolKey& key : listToolKeys()) {
+        auto* action = toolbar->addAction(toolIcon(style(), key.key), qt(key.caption));
+        action->setObjectName(qt(key.key));
+        action->setToolTip(qt(key.toolTip));
+        connect(action, &QAction::triggered, this, actions.at(key.key));
+    }
+    for (QAction* action : toolbar->actions()) {
+        if (auto* button = qobject_cast<QToolButton*>(toolbar->widgetForAction(action)))
+            button->setToolButtonStyle(action->text().isEmpty() ? Qt::ToolButtonIconOnly
+                                                                : Qt::ToolButtonTextBesideIcon);
+    }
+
+    m_model = new ListModel(m_table, [this] { save(GridOperation::Save); }, this);
+    m_grid = new QTableView(this);
+    m_grid->setObjectName("Grid");
+    m_grid->setModel(m_model);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                            QAbstractItemView::AnyKeyPressed);
+    m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed); // 100,000 rows stay fluid
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    for (std::size_t i = 0; i < kind.columns.size(); ++i)
+        m_grid->setColumnWidth(static_cast<int>(i), kind.columns[i].widthTwips / 15);
+
+    auto* bottom = new QHBoxLayout;
+    if (kind.hasAmounts) {
+        auto* label = new QLabel("Der eingegebene Betrag ist:", this);
+        label->setObjectName("Label1");
+        auto* net = new QRadioButton("Netto", this);
+        net->setObjectName("xpOption2");
+        net->setChecked(true);
+        m_gross = new QRadioButton("Brutto", this);
+        m_gross->setObjectName("xpOption1");
+        bottom->addWidget(label);
+        bottom->addWidget(net);
+        bottom->addWidget(m_gross);
+    }
+    bottom->addStretch();
+
+    // picHTML: the start button and, while a report is written, the progress picture with its abort button.
+    m_reportPanels = new QStackedWidget(this);
+    m_reportPanels->setObjectName("picHTML");
+    auto* start = new QPushButton("&Bericht erstellen", this);
+    start->setObjectName("cmdHTMLStart");
+    start->setToolTip("Erzeugt einen HTML-Bericht über alle Artikel.");
+    connect(start, &QPushButton::clicked, this, &ListWindow::startReport);
+    auto* running = new QWidget(this);
+    auto* runningLayout = new QHBoxLayout(running);
+    runningLayout->setContentsMargins(0, 0, 0, 0);
+    m_progress = new QLabel(running);
+    m_progress->setObjectName("picProgress");
+    m_progress->setFixedSize(160, 20);
+    m_progressText = new QLabel("Seite 1 von 1", running);
+    m_progressText->setObjectName("lblHTMLProgress");
+    auto* abort = new QPushButton("&Abbrechen", running);
+    abort->setObjectName("cmdHTMLAbort");
+    // The old button only marked itself; nothing read the mark, so a running report goes on.
+    connect(abort, &QPushButton::clicked, abort, [abort] { abort->setProperty("Tag", "stop"); });
+    runningLayout->addWidget(m_progressText);
+    runningLayout->addWidget(m_progress);
+    runningLayout->addWidget(abort);
+    m_reportPanels->addWidget(start);
+    m_reportPanels->addWidget(running);
+    m_reportPanels->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    bottom->addWidget(m_reportPanels);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(toolbar);
+    layout->addWidget(m_grid, 1);
+    layout->addLayout(bottom);
+
+    int width = m_grid->verticalHeader()->sizeHint().width() + 40;
+    for (const ListColumn& column : kind.columns)
+        width += column.widthTwips / 15;
+    resize(std::max(width, 520), 420);
+    load();
+}
+
+void ListWindow::load()
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        m_model->reset([this] { m_table.load(m_file); });
+    } catch (const RunError& error) {
+        QApplication::restoreOverrideCursor();
+        showUntrappedFault(m_host, error);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    std::error_code ignored;
+    std::filesystem::create_directories(m_reportFile.parent_path(), ignored);
+    QApplication::restoreOverrideCursor();
+}
+
+void ListWindow::save(GridOperation operation)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        m_table.save(m_file);
+    } catch (const RunError& error) {
+        QApplication::restoreOverrideCursor();
+        MessageDialog::showMessage(this, gridErrorText(operation, error.number(), error.description()),
+                                   MessageStyle::Error, kErrorTitle);
+        return;
+    }
+    QApplication::restoreOverrideCursor();
+}
+
+void ListWindow::newRow()
+{
+    const int row = m_table.rowCount();
+    m_model->reset([this, row] { m_table.insertRow(row); });
+    save(GridOperation::Add);
+    const QModelIndex first = m_model->index(row, 0);
+    m_grid->setCurrentIndex(first);
+    m_grid->edit(first);
+}
+
+void ListWindow::deleteRows()
+{
+    std::vector<int> rows;
+    for (const QModelIndex& index : m_grid->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    if (rows.empty() && m_grid->currentIndex().isValid())
+        rows.push_back(m_grid->currentIndex().row());
+    if (rows.empty())
+        return;
+    if (MessageDialog::confirmQuestion(this, deleteQuestion(static_cast<int>(rows.size())),
+                                       MessageStyle::QuestionYesNo, kDeleteTitle,
+                                       m_helpFile) != kAnswerYes)
+        return;
+    m_model->reset([this, &rows] { m_table.removeRows(rows); });
+    save(GridOperation::Delete);
+}
+
+void ListWindow::takeOver()
+{
+    const QModelIndex current = m_grid->currentIndex();
+    if (!current.isValid())
+        return;
+    try {
+        takeOverRow(m_table, current.row(), m_gross != nullptr && m_gross->isChecked(), m_form);
+    } catch (const RunError& error) {
+        showUntrappedFault(m_host, error);
+    }
+}
+
+void ListWindow::paintProgress(int percent)
+{
+    QPixmap picture(m_progress->size());
+    picture.fill(palette().color(QPalette::Base));
+    QPainter painter(&picture);
+    painter.fillRect(QRect(0, 0, picture.width() * std::clamp(percent, 0, 100) / 100, picture.height()),
+                     palette().color(QPalette::Highlight));
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.drawText(picture.rect(), Qt::AlignCenter, QString::number(percent) + " %");
+    painter.end();
+    m_progress->setPixmap(picture);
+}
+
+void ListWindow::startReport()
+{
+    frmReportSetup setup(this);
+    if (setup.exec() != QDialog::Accepted)
+        return;
+    makeReport(setup.options());
+}
+
+bool ListWindow::makeReport(const ReportOptions& options)
+{
+    findChild<QPushButton*>("cmdHTMLAbort")->setProperty("Tag", QString());
+    m_reportPanels->setCurrentIndex(1);
+    m_progressText->clear();
+    paintProgress(0);
+    QApplication::processEvents();
+
+    ReportStyle look;
+    look.fontFamily = m_grid->font().family().toStdString();
+    look.fontPoints = std::max(1, m_grid->font().pointSize());
+    look.text = m_grid->palette().color(QPalette::Text).name().toStdString();
+    look.background = m_grid->palette().color(QPalette::Base).name().toStdString();
+    look.heading = m_grid->palette().color(QPalette::Button).name().toStdString();
+    const int perPage = std::max(1, options.rowsPerPage);
+    const int pages = std::max(1, (m_table.rowCount() + perPage - 1) / perPage);
+
+    ReportEvents events;
+    events.progress = [this, perPage, pages](int done, int total) {
+        m_progressText->setText(QString("Seite %1 von %2").arg((done - 1) / perPage + 1).arg(pages));
+        paintProgress(progressPercent(done, 0, total));
+        QApplication::processEvents();
+    };
+    events.showEarly = [this, &options](std::string_view soFar) {
+        try {
+            writeFileAtomically(m_reportFile, soFar);
+            showReport(m_reportFile, options.inBrowser);
+        } catch (const RunError&) {
+            // The finished report follows; an early look that could not be written is no loss.
+        }
+    };
+    bool written = false;
+    try {
+        writeFileAtomically(m_reportFile, listReportHtml(m_table, options, &look, todayText(), m_sum, events));
+        written = true;
+    } catch (const RunError& error) {
+        showUntrappedFault(m_host, error);
+    }
+    m_reportPanels->setCurrentIndex(0);
+    if (written && (pages < 6 || !options.earlyDisplay))
+        showReport(m_reportFile, options.inBrowser);
+    return written;
+}
+
+void ListWindow::showReport(const std::filesystem::path& file, bool inBrowser)
+{
+    const QUrl url = QUrl::fromLocalFile(QString::fromStdString(file.string()));
+    if (inBrowser) {
+        QDesktopServices::openUrl(url);
+        return;
+    }
+    auto* view = findChild<QDialog*>("reportView");
+    if (view == nullptr) {
+        view = new QDialog(this);
+        view->setObjectName("reportView");
+        view->setWindowTitle("HTML-Bericht");
+        auto* browser = new QTextBrowser(view);
+        browser->setOpenExternalLinks(true);
+        (new QVBoxLayout(view))->addWidget(browser);
+        view->resize(760, 560);
+    }
+    auto* browser = view->findChild<QTextBrowser*>();
+    browser->clear();
+    browser->setSource(url);
+    browser->reload();
+    view->show();
+    view->raise();
+}
+
+void ListWindow::closeEvent(QCloseEvent* event)
+{
+    if (auto* editor = m_grid->focusWidget(); editor && editor != m_grid)
+        m_grid->setFocus(); // an open cell editor hands its text to the grid before the window goes
+    QDialog::closeEvent(event);
+}
+
+frmReportSetup::frmReportSetup(QWidget* parent) : QDialog(parent)
+{
+    setObjectName("frmReportSetup");
+    setWindowTitle("WebReport-Einstellungen");
+
+    auto* title = new QLineEdit("Zettelwerk WebReport", this);
+    title->setObjectName("txtReportTitle");
+    auto* formatting = new QCheckBox("Farb/Schriftattribute übernehmen", this);
+    formatting->setObjectName("chkUseFormating");
+    auto* rows = new QComboBox(this);
+    rows->setObjectName("cmbRows");
+    for (int choice : kReportRowChoices)
+        rows->addItem(QString::number(choice));
+    rows->setCurrentText("250");
+    auto* browser = new QRadioButton("Standardbrowser verwenden", this);
+    browser->setObjectName("optDisplay0");
+    browser->setChecked(true);
+    auto* own = new QRadioButton("In eigenem Fenster anzeigen", this);
+    own->setObjectName("optDisplay1");
+    auto* early = new QCheckBox("Report vorzeitig anzeigen (nach 5 Seiten)", this);
+    early->setObjectName("chkShow");
+
+    auto* extended = new QGroupBox("Erweiterte Einstellungen", this);
+    auto* extendedLayout = new QVBoxLayout(extended);
+    auto* titleLabel = new QLabel("WebReport Titelzeile:", this);
+    titleLabel->setObjectName("Label3");
+    titleLabel->setBuddy(title);
+    auto* rowsLabel = new QLabel("Anzahl Einträge pro Seite:", this);
+    rowsLabel->setObjectName("Label2");
+    rowsLabel->setBuddy(rows);
+    extendedLayout->addWidget(titleLabel);
+    extendedLayout->addWidget(title);
+    extendedLayout->addWidget(formatting);
+    auto* rowsLine = new QHBoxLayout;
+    rowsLine->addWidget(rowsLabel);
+    rowsLine->addWidget(rows);
+    rowsLine->addStretch();
+    extendedLayout->addLayout(rowsLine);
+    auto* display = new QGroupBox("WebReport anzeigen...", this);
+    auto* displayLayout = new QVBoxLayout(display);
+    displayLayout->addWidget(browser);
+    displayLayout->addWidget(own);
+    displayLayout->addWidget(early);
+
+    auto* ok = new QPushButton("&Okay", this);
+    ok->setObjectName("cmdOK");
+    ok->setDefault(true);
+    auto* cancel = new QPushButton("&Zurück", this);
+    cancel->setObjectName("cmdCancel");
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* keys = new QHBoxLayout;
+    keys->addStretch();
+    keys->addWidget(ok);
+    keys->addWidget(cancel);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(extended);
+    layout->addWidget(display);
+    layout->addLayout(keys);
+}
+
+ReportOptions frmReportSetup::options() const
+{
+    ReportOptions options;
+    options.title = findChild<QLineEdit*>("txtReportTitle")->text().toStdString();
+    options.carryFormatting = findChild<QCheckBox*>("chkUseFormating")->isChecked();
+    options.rowsPerPage = findChild<QComboBox*>("cmbRows")->currentText().toInt();
+    options.inBrowser = findChild<QRadioButton*>("optDisplay0")->isChecked();
+    options.earlyDisplay = findChild<QCheckBox*>("chkShow")->isChecked();
+    return options;
+}
+
+void installListWindows(Quittung& window, ReceiptForm& form, const ProgramPaths& paths)
+{
+    const std::pair<const ListKind*, Quittung::ShortcutKey> lists[] = {
+        {&payerList(), Quittung::ShortcutKey::FromList}, {&articleList(), Quittung::ShortcutKey::ForList}};
+    for (const auto& [kind, key] : lists) {
+        // One window per list, left open beside the receipt so that several rows can be taken over.
+        auto open = std::make_shared<QPointer<ListWindow>>();
+        window.setWindowOpener(std::string(kind->window), [open, kind, &window, &form, &paths] {
+            if (*open == nullptr) {
+                *open = new ListWindow(*kind, form, window, paths, &window);
+                (*open)->setAttribute(Qt::WA_DeleteOnClose);
+            }
+            (*open)->show();
+            (*open)->raise();
+            (*open)->activateWindow();
+        });
+        window.setShortcutKey(key, [&window, name = std::string(kind->window)] { window.openWindow(name); });
+    }
+}
+
+} // namespace zw

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QDialog>
+#include <cstdint>
+#include <filesystem>
+
+#include "lists/ListReport.h"
+#include "lists/ListTable.h"
+
+class QLabel;
+class QPushButton;
+class QRadioButton;
+class QStackedWidget;
+class QTableView;
+
+namespace zw {
+
+class FormHost;
+class ListModel;
+class ProgramPaths;
+class ReceiptForm;
+
+// von_liste and artikel_fuer: one window over its list file, configured by its ListKind. Every change is saved
+// at once; hinzu_bar fills the receipt and the window stays open.
+class ListWindow : public QDialog
+{
+public:
+    ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, const ProgramPaths& paths,
+               QWidget* parent = nullptr);
+
+    ListTable& table() { return m_table; }
+    QTableView* grid() const { return m_grid; }
+    // The report with the given choices, as cmdHTMLStart runs it after frmReportSetup; false if it failed.
+    bool makeReport(const ReportOptions& options);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void load();
+    void save(GridOperation operation);
+    void newRow();
+    void deleteRows();
+    void takeOver();
+    void startReport();
+    void showReport(const std::filesystem::path& file, bool inBrowser);
+    void paintProgress(int percent);
+
+    ListTable m_table;
+    ReceiptForm& m_form;
+    FormHost& m_host;
+    std::filesystem::path m_file;
+    std::filesystem::path m_reportFile;
+    std::filesystem::path m_helpFile;
+    ListModel* m_model = nullptr;
+    QTableView* m_grid = nullptr;
+    QRadioButton* m_gross = nullptr;
+    QStackedWidget* m_reportPanels = nullptr;
+    QLabel* m_progress = nullptr;
+    QLabel* m_progressText = nullptr;
+    std::int32_t m_sum = 0; // kept between two reports, as the old window did
+};
+
+// frmReportSetup, "WebReport-Einstellungen": the report's title, rows per page, formatting and display.
+class frmReportSetup : public QDialog
+{
+public:
+    explicit frmReportSetup(QWidget* parent = nullptr);
+    ReportOptions options() const;
+};
+
+// The list windows behind bm_vonliste and bm_fuerliste, the shortcut bar's keys and the toolbar.
+class Quittung;
+void installListWindows(Quittung& window, ReceiptForm& form, const ProgramPaths& paths);
+
+} // namespace zw
