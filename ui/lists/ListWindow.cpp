@@ -26,6 +26,7 @@
 #include <map>
 
 #include "app/AtomicFile.h"
+#include "app/TextFile.h"
 #include "app/ProgramPaths.h"
 #include "core/FormHost.h"
 #include "core/RunError.h"
@@ -370,9 +371,16 @@ void ListWindow::showReport(const std::filesystem::path& file, bool inBrowser)
         view->resize(760, 560);
     }
     auto* browser = view->findChild<QTextBrowser*>();
-    browser->clear();
-    browser->setSource(url);
-    browser->reload();
+    // The toolkit's HTML view knows no CSS widths for tables; the file itself stays plain HTML 5.
+    QString html;
+    try {
+        html = qt(readFileBytes(file));
+    } catch (const RunError& error) {
+        showUntrappedFault(m_host, error);
+        return;
+    }
+    html.replace("<table class=\"", "<table width=\"100%\" class=\"");
+    browser->setHtml(html);
     view->show();
     view->raise();
 }
