@@ -1,0 +1,70 @@
+// The article list as a user works with it: taking a row over into the receipt, editing, deleting.
+#include <QAction>
+#include <QItemSelectionModel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+#include "app/TextFile.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
+#include "ui/lists/ListWindow.h"
+
+namespace zw {
+namespace {
+
+using F = FormElement;
+
+class ListWindowTest : public test::MainWindowFixture
+{
+protected:
+    ListWindowTest()
+    {
+        installListWindows(*window, form, paths);
+        start();
+        window->shortcutKey(Quittung::ShortcutKey::ForList)->click();
+        articles = window->findChild<ListWindow*>("artikel_fuer");
+    }
+
+    void trigger(const char* key) { articles->findChild<QAction*>(key)->trigger(); }
+
+    ListWindow* articles = nullptr;
+};
+
+TEST_F(ListWindowTest, TakesARowOverAsGrossEditsAndDeletesWithTheFileFollowingAtOnce)
+{
+    ASSERT_NE(articles, nullptr);
+    ASSERT_TRUE(articles->isVisible());
+    QTableView* grid = articles->grid();
+    grid->setCurrentIndex(grid->model()->index(1, 0)); // "Beratung und Planung (1 Stunde);95,00;19"
+    articles->findChild<QRadioButton*>("xpOption1")->setChecked(true);
+    trigger("hinzu_bar");
+    EXPECT_EQ(form.text(F::Text7), "Beratung und Planung (1 Stunde)");
+    EXPECT_EQ(form.text(F::Text12), "95,00");
+    EXPECT_EQ(form.text(F::Text10), "79,83");
+    EXPECT_EQ(form.text(F::Text11), "15,17");
+    EXPECT_TRUE(form.text(F::Text4).starts_with("fünfundneunzig")) << form.text(F::Text4);
+    EXPECT_TRUE(articles->isVisible());
+
+    const auto file = paths.dataFile("artikel_fuer.txt");
+    grid->model()->setData(grid->model()->index(0, 0), "Kopierpapier");
+    EXPECT_TRUE(readFileBytes(file).starts_with("Kopierpapier;23,8;19\r\n"));
+
+    // Two rows selected: the warning with the count; "No" keeps both.
+    grid->selectionModel()->select(grid->model()->index(0, 0),
+                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    grid->selectionModel()->select(grid->model()->index(1, 0),
+                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    {
+        test::ModalCloser no;
+        trigger("grid_weg");
+        ASSERT_EQ(no.messages.size(), 1u);
+        EXPECT_EQ(no.messages[0], "Löschen: Achtung!\nEs sind 2 Datensätze selektiert.\nAlle selektierten "
+                                  "Datenzeilen löschen?");
+    }
+    EXPECT_EQ(articles->table().rowCount(), 4);
+}
+
+} // namespace
+} // namespace zw
