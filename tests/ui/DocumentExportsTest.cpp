@@ -98,12 +98,12 @@ TEST_F(DocumentExportsTest, CancellingThePdfDialogWritesNothingAndLeavesOpeningO
         EXPECT_NE(entry.path().extension(), ".pdf") << entry.path();
 }
 
-TEST_F(DocumentExportsTest, XmlCommandWritesThroughTheWindowsSharedDialog)
+TEST_F(DocumentExportsTest, XmlCommandWritesThroughADialogOfItsOwn)
 {
     const auto target = folder.path() / "q.xml";
     int shown = 0;
     std::optional<std::string> answer = target.string();
-    window->speicherDialog().setPresenter([&](const CommonDialog& dialog, bool saving) {
+    window->fileDialog("alsxml").setPresenter([&](const CommonDialog& dialog, bool saving) {
         ++shown;
         EXPECT_TRUE(saving);
         EXPECT_EQ(dialog.Filter, "XML Datei (*.XML)|*.XML");
@@ -120,6 +120,8 @@ TEST_F(DocumentExportsTest, XmlCommandWritesThroughTheWindowsSharedDialog)
     window->action("alsxml")->trigger();
     EXPECT_EQ(shown, 2);
     EXPECT_TRUE(std::filesystem::exists(target));
+    // The picture export's dialog never saw the XML name.
+    EXPECT_EQ(window->fileDialog("bmpdatei").FileName, "");
 }
 
 } // namespace

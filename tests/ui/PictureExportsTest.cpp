@@ -198,7 +198,7 @@ TEST_F(PictureExportsTest, AfterAFailedStartTheSaveButtonDoesNothingAndThePrevie
 TEST_F(PictureExportsTest, BitmapCommandWritesTheCaptureAndACancelWritesNothing)
 {
     DialogAnswer answer;
-    window->speicherDialog().setPresenter(answer.presenter());
+    window->fileDialog("bmpdatei").setPresenter(answer.presenter());
     ModalCloser closer;
     window->action("bmpdatei")->trigger();
     EXPECT_EQ(answer.shown, 1);
@@ -207,7 +207,7 @@ TEST_F(PictureExportsTest, BitmapCommandWritesTheCaptureAndACancelWritesNothing)
 
     answer.path = (folder / "beleg").string();
     window->action("bmpdatei")->trigger();
-    EXPECT_EQ(window->speicherDialog().DialogTitle, "Zettelwerk - Bild als Bitmap speichern");
+    EXPECT_EQ(window->fileDialog("bmpdatei").DialogTitle, "Zettelwerk - Bild als Bitmap speichern");
     EXPECT_EQ(answer.filter, "Bitmap (*.bmp)|*.bmp");
     EXPECT_THAT(closer.seen, ::testing::ElementsAre("NoticeWindow"));
     const auto file = folder / "beleg.BMP";

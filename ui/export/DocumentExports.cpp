@@ -23,7 +23,7 @@ void installDocumentExports(const ExportContext& context)
         dialog.exec();
     });
     window.setCommand("alsxml", [&window, &paths, &form] {
-        alsxml(window.speicherDialog(), form, vendorAddresses(paths).webHome);
+        alsxml(window.fileDialog("alsxml"), form, vendorAddresses(paths).webHome);
     });
 }
 

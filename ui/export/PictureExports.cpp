@@ -44,7 +44,7 @@ public:
     void bmpdatei()
     {
         const cDIBSection picture = capture();
-        CommonDialog& dialog = m_context.window.speicherDialog();
+        CommonDialog& dialog = m_context.window.fileDialog("bmpdatei");
         dialog.DialogTitle = "Zettelwerk - Bild als Bitmap speichern";
         dialog.Filter = "Bitmap (*.bmp)|*.bmp";
         dialog.DefaultExt = "BMP";

@@ -102,7 +102,6 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
     m_form.attach(&settings, this);
-    m_speicherDialog.setPresenter(fileDialogPresenter(this));
     m_errorWindow = std::make_unique<ErrorWindowReporter>(*this);
     m_faultReporter = m_errorWindow.get();
 
@@ -630,6 +629,16 @@ void Quittung::setLastFileCaption(const std::string& caption)
 {
     if (QAction* last = action("men_dat"))
         last->setText(qt(caption));
+}
+
+CommonDialog& Quittung::fileDialog(const std::string& command)
+{
+    auto& dialog = m_fileDialogs[command];
+    if (!dialog) {
+        dialog = std::make_unique<CommonDialog>();
+        dialog->setPresenter(fileDialogPresenter(this));
+    }
+    return *dialog;
 }
 
 void Quittung::unloadAll()

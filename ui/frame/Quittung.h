@@ -128,8 +128,9 @@ public:
     // The error window's send button stays disabled until the mail part gives it a sender.
     void setFaultMailSender(FaultMailSender sender);
 
-    // The window's own file dialog, shared by the commands that save through it; it keeps its last name.
-    CommonDialog& speicherDialog() { return m_speicherDialog; }
+    // A file dialog of the window's own for each command that saves through it, so that no command clears
+    // what another left behind; each keeps its own last name for the session.
+    CommonDialog& fileDialog(const std::string& command);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -175,7 +176,7 @@ private:
     TextSpinBox* m_anzahl = nullptr;
     TextSpinBox* m_oben = nullptr;
     bool m_mirroring = false;
-    CommonDialog m_speicherDialog;
+    std::map<std::string, std::unique_ptr<CommonDialog>> m_fileDialogs;
     ReceiptLook m_look;
     Capture m_capture;
     std::unique_ptr<ErrorWindowReporter> m_errorWindow;
