@@ -32,6 +32,16 @@ std::string describe(const TransferResult& r)
     case CURLE_COULDNT_RESOLVE_HOST: return "Der Servername konnte nicht aufgelöst werden.";
     case CURLE_COULDNT_CONNECT: return "Keine Verbindung zum Server möglich.";
     case CURLE_LOGIN_DENIED: return "Der Server hat die Anmeldung abgelehnt.";
+    case CURLE_USE_SSL_FAILED:
+        return "Der Server bietet keine verschlüsselte Verbindung an; ohne sie werden keine Zugangsdaten gesendet.";
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_PEER_FAILED_VERIFICATION:
+        return "Die verschlüsselte Verbindung zum Server ist gescheitert (Zertifikat nicht vertrauenswürdig oder "
+               "TLS-Fehler).";
+    case CURLE_SEND_ERROR:
+    case CURLE_RECV_ERROR:
+    case CURLE_GOT_NOTHING:
+        return "Die Verbindung zum Server wurde unterbrochen.";
     default:
         return "Übertragungsfehler " + std::to_string(r.curlCode) + ": " +
                curl_easy_strerror(static_cast<CURLcode>(r.curlCode));
@@ -63,6 +73,7 @@ struct Transfer::Impl {
     std::size_t uploadPos = 0;
     bool smtp = false;
     bool inAuth = false;
+    std::string lastReply;
     std::chrono::steady_clock::time_point lastProgress;
 
     Impl(EventPoster& p, TransferEvents e) : poster(p), events(std::move(e)) {}
@@ -115,6 +126,8 @@ struct Transfer::Impl {
             } else if (smtp && type == CURLINFO_HEADER_IN && inAuth && line.size() >= 3 && line[0] != '3') {
                 inAuth = false;
             }
+            if (smtp && type == CURLINFO_HEADER_IN && !inAuth)
+                lastReply = line;
             postLine(prefix + line);
         }
     }
@@ -190,6 +203,9 @@ struct Transfer::Impl {
             post([size](TransferEvents& e) { e.progress(size, size); });
         }
         r.description = describe(r);
+        if (smtp && r.curlCode == CURLE_SEND_ERROR && r.responseCode >= 500)
+            r.description = "Der Server hat einen Empfänger oder die Nachricht abgelehnt.";
+        r.serverReply = lastReply;
         if (r.ok() && !targetFile.empty()) {
             try {
                 writeFileAtomically(targetFile, received);
@@ -263,12 +279,24 @@ void Transfer::start(SmtpSend request)
         curl_easy_setopt(easy, CURLOPT_USERNAME, request.user.c_str());
         curl_easy_setopt(easy, CURLOPT_PASSWORD, request.password.c_str());
     }
-    curl_easy_setopt(easy, CURLOPT_MAIL_FROM, request.from.c_str());
+    if (request.probeOnly) {
+        curl_easy_setopt(easy, CURLOPT_CUSTOMREQUEST, "NOOP");
+        curl_easy_setopt(easy, CURLOPT_NOBODY, 1L);
+    } else {
+        curl_easy_setopt(easy, CURLOPT_MAIL_FROM, request.from.c_str());
+    }
+    if (request.tls != SmtpSend::Tls::Implicit)
+        curl_easy_setopt(easy, CURLOPT_USE_SSL,
+                         request.tls == SmtpSend::Tls::Required ? long{CURLUSESSL_ALL} : long{CURLUSESSL_TRY});
+    if (!request.caFile.empty())
+        curl_easy_setopt(easy, CURLOPT_CAINFO, request.caFile.c_str());
     curl_slist* rcpt = nullptr;
     for (const auto& r : request.recipients)
         rcpt = curl_slist_append(rcpt, r.c_str());
-    curl_easy_setopt(easy, CURLOPT_MAIL_RCPT, rcpt);
-    curl_easy_setopt(easy, CURLOPT_UPLOAD, 1L);
+    if (!request.probeOnly) {
+        curl_easy_setopt(easy, CURLOPT_MAIL_RCPT, rcpt);
+        curl_easy_setopt(easy, CURLOPT_UPLOAD, 1L);
+    }
     curl_easy_setopt(easy, CURLOPT_READFUNCTION, &Impl::onRead);
     curl_easy_setopt(easy, CURLOPT_READDATA, &d);
     curl_easy_setopt(easy, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(d.upload.size()));

@@ -24,6 +24,7 @@ struct TransferResult {
     bool aborted = false;
     bool timedOut = false;
     std::string description; // German, for the user
+    std::string serverReply; // the server's last reply line, if any (SMTP)
     bool ok() const { return curlCode == 0 && !aborted && (responseCode < 400); }
 };
 
@@ -39,13 +40,18 @@ struct HttpGet {
 };
 
 struct SmtpSend {
-    std::string url; // smtp://host:port
+    // Opportunistic: STARTTLS when the server offers it; Required: STARTTLS or nothing is sent; Implicit: smtps.
+    enum class Tls { Opportunistic, Required, Implicit };
+    std::string url; // smtp://host:port or smtps://host:port
     std::string user;
     std::string password;
     std::string from;
     std::vector<std::string> recipients; // To, Cc and Bcc alike
     std::string message;                 // complete RFC 5322 message, CRLF line ends
     Timeouts timeouts;
+    Tls tls = Tls::Opportunistic;
+    std::string caFile;     // a certificate authority to trust instead of the system store (tests)
+    bool probeOnly = false; // greeting, STARTTLS and login, then NOOP: is the account usable?
 };
 
 struct TransferEvents {

@@ -28,46 +28,10 @@
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
 #include "tools/Environment.h"
+#include "tools/OpenedReceipt.h"
 
 namespace zw::cli {
 namespace {
-
-// Nobody sits at a script: messages are dropped, questions answered "No", dialogs cancelled.
-class QuietHost : public FormHost
-{
-public:
-    void showMessage(std::string_view, MessageStyle, std::string_view) override {}
-    int confirmQuestion(std::string_view, MessageStyle style, std::string_view) override
-    {
-        return style == MessageStyle::QuestionOkCancel ? kAnswerCancel : kAnswerNo;
-    }
-    std::optional<std::string> askText(std::string_view, MessageStyle, std::string_view, std::string_view) override
-    {
-        return std::nullopt;
-    }
-    void showNotice(Notice) override {}
-    void beep() override {}
-    void openWindow(std::string_view) override {}
-};
-
-// The start switches the logo and the signature on as the window does, failures passed over.
-class StartPictures : public WindowParts
-{
-public:
-    explicit StartPictures(PictureCommands& pictures) : m_pictures(pictures) {}
-    void ausstellerein() override { switchOn(PictureKind::Logo); }
-    void einfst() override { switchOn(PictureKind::Signature); }
-
-private:
-    void switchOn(PictureKind kind)
-    {
-        try {
-            m_pictures.switchOn(kind);
-        } catch (const RunError&) {
-        }
-    }
-    PictureCommands& m_pictures;
-};
 
 enum class ExportFormat { Pdf, Xml, Rtf, Bmp, Png, Jpg };
 
@@ -84,8 +48,6 @@ std::optional<ExportFormat> exportFormatNamed(std::string_view name)
 
 // The quality bar's start value in the JPEG window.
 constexpr int kDefaultJpegQuality = 85;
-
-std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdString(); }
 
 // A dialog that always answers with the name the script gave.
 void answerWith(CommonDialog& dialog, const std::string& name)
@@ -126,30 +88,10 @@ int runExport(CliContext& context)
     const std::filesystem::path receipt = arguments[1];
     const std::string target = arguments[2];
 
-    // The capture draws text: a display-less platform is enough.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    int argc = 1;
-    char name[] = "zettelwerk-cli";
-    char* argv[] = {name, nullptr};
-    // The toolkit's own warnings mean nothing to a script; its stderr carries the program's messages only.
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
-        if (type == QtCriticalMsg || type == QtFatalMsg)
-            std::fputs((message.toStdString() + "\n").c_str(), stderr);
-    });
-    QGuiApplication application(argc, argv);
-    installFontSubstitutes();
-
     try {
-        const ProgramPaths paths = programPaths(context);
-        SettingsStore settings(settingsFolder(context));
-        ReceiptForm form;
-        QuietHost host;
-        PictureCommands pictures(form, paths, host);
-        StartPictures parts(pictures);
-        QuittungLogic logic(form, settings, paths, host, parts, today);
-        logic.load();
-        openReceiptFile(receipt, form);
+        OpenedReceipt opened(context, receipt);
+        ReceiptForm& form = opened.form;
+        const ProgramPaths& paths = opened.paths;
 
         CommonDialog dialog;
         answerWith(dialog, target);
@@ -157,7 +99,7 @@ int runExport(CliContext& context)
             alsxml(dialog, form, vendorAddresses(paths).webHome);
             return 0;
         }
-        const cDIBSection picture = surfaceFromImage(Capture(paths)(form));
+        const cDIBSection picture = opened.picture();
         switch (*format) {
         case ExportFormat::Pdf: {
             const auto temp = paths.home() / "temp.bmp";

@@ -150,8 +150,14 @@ TEST_F(TransferTest, SmtpSendWithLoginKeepsCredentialsOutOfTheTranscript)
                                 "Subject: Quittung\r\n\r\nAnbei die Quittung.\r\n";
     Recorder rec;
     Transfer send(rec.poster, rec.events());
-    send.start(SmtpSend{server.url("smtp"), "kasse", "Geheim-42", "<kasse@example.org>",
-                        {"<chef@example.org>", "<buero@example.org>"}, message, {}});
+    SmtpSend mail;
+    mail.url = server.url("smtp");
+    mail.user = "kasse";
+    mail.password = "Geheim-42";
+    mail.from = "<kasse@example.org>";
+    mail.recipients = {"<chef@example.org>", "<buero@example.org>"};
+    mail.message = message;
+    send.start(mail);
     rec.waitFor(send);
     EXPECT_TRUE(send.result().ok()) << send.result().description << "\n" << rec.transcript;
     std::ifstream in(received, std::ios::binary);
