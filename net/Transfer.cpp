@@ -281,7 +281,6 @@ void Transfer::start(SmtpSend request)
     }
     if (request.probeOnly) {
         curl_easy_setopt(easy, CURLOPT_CUSTOMREQUEST, "NOOP");
-        curl_easy_setopt(easy, CURLOPT_NOBODY, 1L);
     } else {
         curl_easy_setopt(easy, CURLOPT_MAIL_FROM, request.from.c_str());
     }

@@ -22,6 +22,10 @@ std::span<const CliCommand> commands()
         CliCommand{"lists",
                    "lists report von_liste|artikel_fuer [--rows N] [--title TEXT] BERICHT.htm  HTML-Bericht einer Liste",
                    &runLists},
+        CliCommand{"mail",
+                   "mail QUITTUNG.ZW5 --to ADRESSE [--cc ADRESSE] [--subject TEXT] [--message TEXT] [--zip] "
+                   "[--verbose]  Quittung per E-Mail senden",
+                   &runMail},
         CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
     };
     return kCommands;

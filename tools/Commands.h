@@ -13,6 +13,7 @@ int runExport(CliContext& context);
 int runInfo(CliContext& context);
 int runLedger(CliContext& context);
 int runLists(CliContext& context);
+int runMail(CliContext& context);
 int runWords(CliContext& context);
 int runGross(CliContext& context);
 int runNet(CliContext& context);

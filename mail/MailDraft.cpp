@@ -1,0 +1,117 @@
+#include "mail/MailDraft.h"
+
+#include "app/ProgramPaths.h"
+#include "app/VendorAddresses.h"
+#include "app/Version.h"
+#include "core/RunError.h"
+#include "core/Settings.h"
+#include "mail/sevSMTP.h"
+
+namespace zw {
+namespace {
+
+constexpr std::string_view kSection = "EMail";
+
+} // namespace
+
+MailAccount loadMailAccount(const Settings& settings)
+{
+    const auto get = [&settings](std::string_view key) { return settings.get(kApplicationName, kSection, key, ""); };
+    MailAccount account{get("Name"), get("Firma"), get("EMail"), get("SMTP"), 0, get("Benutzername"),
+                        get("Passwort")};
+    const std::string auth = get("Auth");
+    if (!auth.empty() && auth.find_first_not_of("0123456789-") == std::string::npos && auth.size() < 10)
+        account.auth = std::stoi(auth);
+    return account;
+}
+
+void saveMailAccount(Settings& settings, const MailAccount& account)
+{
+    const auto save = [&settings](std::string_view key, const std::string& value) {
+        settings.save(kApplicationName, kSection, key, value);
+    };
+    save("Name", account.name);
+    save("Firma", account.company);
+    save("EMail", account.address);
+    save("SMTP", account.server);
+    save("Auth", std::to_string(account.auth));
+    save("Benutzername", account.user);
+    save("Passwort", account.password);
+}
+
+std::string mailerTag(const VendorAddresses& vendor)
+{
+    return "Zettelwerk V" + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+           std::to_string(kVersionRevision) + "  (" + vendor.webHome + ")";
+}
+
+std::filesystem::path receiptPicturePath(const ProgramPaths& paths, std::string_view number)
+{
+    const std::string name = std::string(number) + ".bmp";
+    if (number.find('/') != std::string_view::npos || number.find('\0') != std::string_view::npos ||
+        number == "." || number == "..")
+        throw RunError::pathNotFound();
+    return paths.home() / "temp" / name;
+}
+
+void prepareSession(sevSMTP& smtp, const MailAccount& account, const MailDraft& draft, const std::string& tag)
+{
+    smtp.HtmlBody = draft.html;
+    smtp.Server = account.server;
+    smtp.MailerTag = tag;
+    smtp.SenderName = account.name;
+    smtp.SenderAddress = account.address;
+    if (account.auth == 1) {
+        smtp.UseAuth = true;
+        smtp.UserName = account.user;
+        smtp.Password = account.password;
+    }
+    smtp.ReadReceipt = draft.readReceipt;
+    smtp.Priority = draft.priorityRow == 0 ? 1 : draft.priorityRow == 2 ? 5 : 3;
+    smtp.Recipient = draft.to;
+    smtp.CopyRecipient = draft.cc;
+    smtp.Organization = account.company;
+    smtp.Subject = draft.subject;
+    smtp.PlainBody.clear();
+    smtp.PlainBody = draft.plainText;
+    smtp.MessageSwitch1 = true;
+    smtp.MessageSwitch2 = true;
+    smtp.ZipRate = draft.zip ? 10 : 0;
+    smtp.ClearAttachments();
+    for (const auto& file : draft.attachments)
+        smtp.AddAttachment(file);
+}
+
+std::string connectAndSend(sevSMTP& smtp)
+{
+    if (!smtp.Connect())
+        return "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError();
+    std::string failure;
+    if (smtp.Send() < 1)
+        failure = "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError();
+    smtp.Disconnect();
+    return failure;
+}
+
+std::string plainTextHtml(std::string_view text)
+{
+    std::string html = "<!DOCTYPE html>\r\n<html><head><meta charset=\"utf-8\"><title></title></head><body>";
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '&')
+            html += "&amp;";
+        else if (c == '<')
+            html += "&lt;";
+        else if (c == '>')
+            html += "&gt;";
+        else if (c == '\r')
+            continue;
+        else if (c == '\n')
+            html += "<br>\r\n";
+        else
+            html += c;
+    }
+    return html + "</body></html>\r\n";
+}
+
+} // namespace zw

@@ -1,0 +1,54 @@
+#include "mail/sevSMTP.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "mail/MailMessage.h"
+#include "tests/net/Peer.h"
+
+namespace zw {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+TEST(SmtpSession, AbortEndsAConnectToAServerThatNeverAnswersWithinASecond)
+{
+    test::Peer silent({"silent"});
+    net::QueuePoster queue;
+    Clock::time_point aborted;
+    sevSMTP* session = nullptr;
+    sevSMTP smtp(queue, [&](const net::Transfer& transfer) {
+        const auto start = Clock::now();
+        while (!transfer.isFinished()) {
+            queue.pump(std::chrono::milliseconds(20));
+            if (aborted == Clock::time_point() && Clock::now() - start > std::chrono::milliseconds(300)) {
+                aborted = Clock::now();
+                session->Abort();
+            }
+        }
+    });
+    session = &smtp;
+    smtp.Server = "127.0.0.1:" + std::to_string(silent.port());
+    EXPECT_FALSE(smtp.Connect());
+    EXPECT_LT(Clock::now() - aborted, std::chrono::seconds(1));
+    EXPECT_EQ(smtp.LastError(), "Die Übertragung wurde abgebrochen.");
+}
+
+TEST(SmtpSession, TypedLineBreaksNeverStartAHeaderLine)
+{
+    MailContent mail;
+    mail.senderAddress = "kasse@example.org";
+    mail.recipient = "chef@example.org\r\nBcc: fremd@example.org";
+    mail.subject = "Quittung\nX-Evil: 1";
+    mail.senderName = "Müller\r\nReply-To: fremd@example.org";
+    mail.plainBody = "Text";
+    const std::string message = composeMessage(mail, "Tue, 24 Nov 2026 17:00:00 +0100", "<1@example.org>");
+    for (const char* injected : {"\r\nBcc:", "\r\nX-Evil:", "\r\nReply-To:"})
+        EXPECT_EQ(message.find(injected), std::string::npos) << injected;
+    const auto headerEnd = message.find("\r\n\r\n");
+    EXPECT_NE(message.substr(0, headerEnd).find("Subject: Quittung X-Evil: 1\r\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace zw

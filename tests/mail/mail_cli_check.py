@@ -1,0 +1,149 @@
+"""zettelwerk-cli mail against aiosmtpd on 127.0.0.1: what arrives, read with Python's email package, and the
+failures a user meets. Usage: mail_cli_check.py CLI DIST"""
+import email
+import email.policy
+import shutil
+import socket
+import ssl
+import subprocess
+import sys
+import tempfile
+import time
+import warnings
+import zipfile
+import io
+from pathlib import Path
+
+from aiosmtpd.controller import Controller
+from aiosmtpd.smtp import SMTP, AuthResult
+
+cli, dist = sys.argv[1], sys.argv[2]
+warnings.simplefilter("ignore")
+PASSWORD = "Geh€im-42"
+
+
+class Handler:
+    def __init__(self):
+        self.messages = []
+
+    async def handle_RCPT(self, server, session, envelope, address, options):
+        if address.startswith("niemand@"):
+            return "550 5.1.1 Empfänger unbekannt"
+        envelope.rcpt_tos.append(address)
+        return "250 OK"
+
+    async def handle_DATA(self, server, session, envelope):
+        self.messages.append((list(envelope.rcpt_tos), envelope.original_content))
+        return "250 OK"
+
+
+def authenticator(server, session, envelope, mechanism, auth_data):
+    return AuthResult(success=auth_data.login == b"kasse" and auth_data.password == PASSWORD.encode(), handled=False)
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+def run(*arguments, env_extra=None):
+    import os
+    env = dict(os.environ, ZETTELWERK_SMTP_CA=str(folder / "cert.pem"), QT_QPA_PLATFORM="offscreen")
+    return subprocess.run([cli, "--home", str(home), "--config", str(config), "mail", str(receipt), *arguments],
+                          capture_output=True, env=env, timeout=60)
+
+
+def account(port, auth):
+    (config / "zettelwerk.ini").write_text(
+        "[EMail]\nName=Kasse Müller\nFirma=Bäckerei Schröder\nEMail=kasse@example.org\n"
+        f"SMTP=localhost:{port}\nAuth={1 if auth else 0}\nBenutzername=kasse\nPasswort={PASSWORD}\n"
+        "[Steuer]\nSteuer_Check=0\n", encoding="utf-8")
+
+
+with tempfile.TemporaryDirectory() as temporary:
+    folder = Path(temporary)
+    home = folder / "home"
+    shutil.copytree(dist, home)
+    config = folder / "config"
+    config.mkdir()
+    receipt = folder / "q.ZW5"
+    fields = ["Quittung", "00000042", "EUR", "19", "100,00", "19,00", "119,00", "einhundertneunzehn",
+              "Erika Mustermann", "Heidestraße 17", "Miete März", "Köln", "23.11.2026", "Kasse 1"]
+    receipt.write_bytes("".join(value + "\r\n" for value in fields).encode("cp1252"))
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "1", "-subj",
+                    "/CN=localhost", "-addext", "subjectAltName=DNS:localhost", "-keyout", str(folder / "key.pem"),
+                    "-out", str(folder / "cert.pem")], check=True, capture_output=True)
+    context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
+    context.load_cert_chain(folder / "cert.pem", folder / "key.pem")
+
+    handler = Handler()
+    port = free_port()
+    server = Controller(handler, hostname="127.0.0.1", port=port, authenticator=authenticator,
+                        auth_required=True, auth_require_tls=True, tls_context=context, require_starttls=True)
+    server.start()
+    try:
+        # STARTTLS and login; the receipt's picture as the first attachment, both alternatives, umlauts.
+        account(port, True)
+        result = run("--to", "chef@example.org", "--cc", "buero@example.org", "--subject", "Quittung März €",
+                     "--message", "Grüße\nanbei die Quittung.", "--verbose")
+        assert result.returncode == 0, result.stderr.decode()
+        transcript = result.stderr.decode()
+        assert "STARTTLS" in transcript and "AUTH" in transcript, transcript
+        assert PASSWORD not in transcript and "R2VoIK" not in transcript, transcript
+        recipients, raw = handler.messages[-1]
+        assert recipients == ["chef@example.org", "buero@example.org"], recipients
+        message = email.message_from_bytes(raw, policy=email.policy.default)
+        assert message["Subject"] == "Quittung März €", message["Subject"]
+        assert message["From"].addresses[0].display_name == "Kasse Müller"
+        assert message["Organization"] == "Bäckerei Schröder"
+        assert message["X-Mailer"].startswith("Zettelwerk V6.0.0  (")
+        assert message["X-Priority"].startswith("3") and message["Cc"].addresses[0].addr_spec == "buero@example.org"
+        assert message["Date"] and message["Message-ID"]
+        plain = message.get_body(("plain",)).get_content()
+        html = message.get_body(("html",)).get_content()
+        assert plain == "Grüße\r\nanbei die Quittung." or plain == "Grüße\nanbei die Quittung.", repr(plain)
+        assert "Grüße<br>" in html, html
+        attachments = list(message.iter_attachments())
+        assert [a.get_filename() for a in attachments] == ["00000042.bmp"], attachments
+        assert attachments[0].get_content_type() == "image/bmp"
+        assert attachments[0].get_content() == (home / "temp" / "00000042.bmp").read_bytes()
+
+        # Zipped: one archive holding the picture byte for byte.
+        result = run("--to", "chef@example.org", "--zip")
+        assert result.returncode == 0, result.stderr.decode()
+        message = email.message_from_bytes(handler.messages[-1][1], policy=email.policy.default)
+        (archive,) = list(message.iter_attachments())
+        assert archive.get_filename() == "00000042.zip"
+        with zipfile.ZipFile(io.BytesIO(archive.get_content())) as packed:
+            assert packed.read("00000042.bmp") == (home / "temp" / "00000042.bmp").read_bytes()
+
+        # Failures in the window's words.
+        failures = [(["--to", "niemand@example.org"], True, "Fehler beim Versenden der Nachricht"),
+                    (["--to", "chef@example.org"], False, "Fehler beim Versenden der Nachricht")]
+        for arguments, auth, expected in failures:
+            account(port, auth)
+            result = run(*arguments)
+            assert result.returncode == 1 and expected in result.stderr.decode(), (arguments, result.stderr.decode())
+        (config / "zettelwerk.ini").write_text((config / "zettelwerk.ini").read_text().replace(PASSWORD, "falsch"))
+        account_text = (config / "zettelwerk.ini").read_text().replace("Auth=0", "Auth=1")
+        (config / "zettelwerk.ini").write_text(account_text)
+        result = run("--to", "chef@example.org")
+        assert result.returncode == 1, result.stderr.decode()
+        assert "Fehler beim Verbinden mit dem Mailserver\nDer Server hat die Anmeldung abgelehnt." in \
+            result.stderr.decode(), result.stderr.decode()
+    finally:
+        server.stop()
+
+    # Nobody listening.
+    account(free_port(), False)
+    result = run("--to", "chef@example.org")
+    assert result.returncode == 1 and "Keine Verbindung zum Server" in result.stderr.decode(), result.stderr
+
+    # A number that cannot be a file name writes nothing outside temp.
+    fields[1] = "../../x"
+    receipt.write_bytes("".join(value + "\r\n" for value in fields).encode("cp1252"))
+    result = run("--to", "chef@example.org")
+    assert result.returncode == 1 and "Fehler 76" in result.stderr.decode(), result.stderr
+    assert not (folder / "x.bmp").exists() and not (home / "x.bmp").exists()
+print("ok")
