@@ -229,6 +229,7 @@ bool generateDistribution(const fs::path& folder)
     ok &= writeLines(folder / "daten" / "artikel_fuer.txt",
                      {"Büromaterial;23,80;19", "Beratung und Planung (1 Stunde);95,00;19", "Fachbuch;39,90;7",
                       "Mitgliedsbeitrag 2026;60,00;0"});
+    ok &= writeLines(folder / "daten" / "adressbuch.dat", {}); // the mail window's address book starts empty
     ok &= drawReceiptColours(folder / "hintergrund") && drawWindowBackgrounds(folder / "hintergrund");
     ok &= generatePrintAssets(folder);
     return ok;

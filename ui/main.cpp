@@ -16,6 +16,7 @@
 #include "ui/frame/Quittung.h"
 #include "ui/lists/Autocompletion.h"
 #include "ui/lists/ListWindow.h"
+#include "ui/mail/MailWindows.h"
 
 int main(int argc, char** argv)
 {
@@ -49,6 +50,7 @@ int main(int argc, char** argv)
     zw::installAutocompletion(window, form, paths);
     zw::installHelpWindow(window, paths);
     zw::installListWindows(window, form, paths);
+    zw::installMail(window, form, settings, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

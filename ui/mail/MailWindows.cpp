@@ -1,0 +1,732 @@
+#include "ui/mail/MailWindows.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDate>
+#include <QFontDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QLocale>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QTextEdit>
+#include <QTextList>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolBox>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "app/CommonDialog.h"
+#include "app/ProgramPaths.h"
+#include "app/VendorAddresses.h"
+#include "core/FormHost.h"
+#include "core/ReceiptForm.h"
+#include "core/RunError.h"
+#include "export/DibFile.h"
+#include "export/ImageFiles.h"
+#include "export/rtf/RtfWriter.h"
+#include "mail/AddressBook.h"
+#include "mail/RtfToHtml.h"
+#include "ui/frame/FileDialogs.h"
+#include "ui/frame/MessageDialog.h"
+#include "ui/frame/QtText.h"
+#include "ui/frame/Quittung.h"
+#include "ui/frame/RtfBridge.h"
+#include "ui/frame/fehlerform.h"
+
+namespace zw {
+namespace {
+
+QPushButton* button(const char* name, const char* caption, QWidget* parent)
+{
+    auto* key = new QPushButton(caption, parent);
+    key->setObjectName(name);
+    key->setAutoDefault(false);
+    return key;
+}
+
+QLineEdit* field(const char* name, QWidget* parent)
+{
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(name);
+    return edit;
+}
+
+std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
+
+} // namespace
+
+frmLog::frmLog(QWidget* parent) : QDialog(parent)
+{
+    setObjectName("frmLog");
+    setWindowTitle("Protokoll");
+    m_status = new QPlainTextEdit(this);
+    m_status->setObjectName("txtStatus");
+    m_status->setReadOnly(true);
+    m_status->setLineWrapMode(QPlainTextEdit::NoWrap);
+    (new QVBoxLayout(this))->addWidget(m_status);
+    resize(620, 420);
+}
+
+void frmLog::add(const std::string& piece)
+{
+    QTextCursor cursor(m_status->document());
+    cursor.movePosition(QTextCursor::Start);
+    QString shown = qt(piece);
+    shown.remove('\r');
+    cursor.insertText(shown);
+}
+
+QString frmLog::text() const { return m_status->toPlainText(); }
+
+adressbuch1::adressbuch1(Purpose purpose, const std::vector<std::string>& fields, QWidget* parent) : QDialog(parent)
+{
+    setObjectName("adressbuch1");
+    setWindowTitle("Adressbuch");
+    auto* layout = new QVBoxLayout(this);
+    auto* heading = new QLabel(purpose == Purpose::Add ? "Neuen Kontakt hinzufügen" : "Vorhandenen Kontakt bearbeiten",
+                               this);
+    heading->setObjectName("Label1");
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    layout->addWidget(heading);
+    auto* form = new QFormLayout;
+    const std::pair<const char*, const char*> names[] = {
+        {"txtEmail", "E-Mail:"}, {"txtVorname", "Vorname:"}, {"txtNachname", "Nachname:"}, {"txtAnrede", "Anrede:"}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        auto* edit = field(names[i].first, this);
+        edit->setText(i < fields.size() ? qt(fields[i]) : QString());
+        edit->setMinimumWidth(260);
+        form->addRow(names[i].second, edit);
+        m_fields.push_back(edit);
+    }
+    layout->addLayout(form);
+    auto* keys = new QHBoxLayout;
+    keys->addStretch();
+    auto* confirm = purpose == Purpose::Add ? button("Command1", "&Hinzufügen", this)
+                                            : button("Command3", "&Editieren", this);
+    confirm->setDefault(true);
+    auto* cancel = button("Command2", "&Abbrechen", this);
+    connect(confirm, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    keys->addWidget(confirm);
+    keys->addWidget(cancel);
+    layout->addLayout(keys);
+}
+
+std::vector<std::string> adressbuch1::fields() const
+{
+    std::vector<std::string> values;
+    for (const QLineEdit* edit : m_fields)
+        values.push_back(text(edit));
+    return values;
+}
+
+assi_mail::assi_mail(const MailAccount& account, QWidget* parent) : QDialog(parent)
+{
+    setObjectName("assi_mail");
+    setWindowTitle("Assistent");
+    auto* stack = new QStackedWidget(this);
+    stack->setObjectName("sevWizard1");
+    const auto page = [this, stack](const char* name, const char* title, const char* step) {
+        auto* widget = new QWidget(stack);
+        widget->setObjectName(name);
+        auto* layout = new QVBoxLayout(widget);
+        if (title != nullptr) {
+            auto* header = new QLabel(QString("<b>%1</b><br>%2").arg(title, step), widget);
+            header->setObjectName("header");
+            layout->addWidget(header);
+        }
+        stack->addWidget(widget);
+        m_pages.push_back(widget);
+        return layout;
+    };
+    const auto wrapped = [](const char* name, const QString& caption, QWidget* owner) {
+        auto* label = new QLabel(caption, owner);
+        label->setObjectName(name);
+        label->setWordWrap(true);
+        return label;
+    };
+    auto* welcome = page("sevWizardPage1", nullptr, nullptr);
+    auto* greeting = wrapped("Label1", "Herzlich willkommen zur Einrichtung Ihres E-Mail Kontos", m_pages[0]);
+    QFont big = greeting->font();
+    big.setPointSize(big.pointSize() + 4);
+    big.setBold(true);
+    greeting->setFont(big);
+    welcome->addWidget(greeting);
+    welcome->addWidget(wrapped("Label3", "Dieser Assistent begleitet Sie beim Einrichten des E-Mail Kontos.", m_pages[0]));
+    welcome->addWidget(wrapped("Label2",
+                               "Bevor Sie über dieses Programm E-Mails versenden können, müssen Sie zuerst Ihr E-Mail "
+                               "Konto einrichten. ",
+                               m_pages[0]));
+    welcome->addStretch();
+
+    auto* sender = page("sevWizardPage2", "Einrichten Ihres E-Mail Kontos", "Schritt 1 von 2");
+    sender->addWidget(wrapped("Label4",
+                              "Geben Sie hier Ihren Namen und ggf. Ihren Firmennamen ein, welcher bei dem Empfänger "
+                              "Ihrer E-Mails erscheinen soll.",
+                              m_pages[1]));
+    auto* senderForm = new QFormLayout;
+    m_name = field("assiName", m_pages[1]);
+    m_company = field("assiFirma", m_pages[1]);
+    m_address = field("assiEMail", m_pages[1]);
+    senderForm->addRow("Ihr Name:", m_name);
+    senderForm->addRow("Ihr Firmenname (optional):", m_company);
+    sender->addLayout(senderForm);
+    sender->addWidget(wrapped("Label6",
+                              "Geben Sie nun Ihre E-Mail Adresse ein. Bitte beachten Sie, dass alle Antworten vom "
+                              "Empfänger Ihrer E-Mails auch an diese E-Mail Adresse gesendet werden. Z. B. für "
+                              "Empfangsbestätigungen.",
+                              m_pages[1]));
+    auto* addressForm = new QFormLayout;
+    addressForm->addRow("Ihre E-Mail:", m_address);
+    sender->addLayout(addressForm);
+    sender->addStretch();
+
+    auto* server = page("sevWizardPage3", "Einrichten Ihres E-Mail Kontos", "Schritt 2 von 2 - Postausgang");
+    server->addWidget(wrapped(
+        "Label8", "Geben Sie nun die Zugangsdaten Ihres SMTP-Servers ( Postausgangsserver ) ein.", m_pages[2]));
+    auto* serverForm = new QFormLayout;
+    m_server = field("assiSMTP", m_pages[2]);
+    serverForm->addRow("SMTP-Server:", m_server);
+    server->addLayout(serverForm);
+    server->addWidget(wrapped("Label9",
+                              "Wenn Ihr Server Authentifizierung verlangt, dann markieren Sie bitte das Feld \"Server "
+                              "erfordert Authentifizierung\" und geben Sie die entsprechenden Zugangsdaten in die "
+                              "Felder ein.",
+                              m_pages[2]));
+    m_auth = new QCheckBox("Server erfordert Authentifizierung", m_pages[2]);
+    m_auth->setObjectName("chkAUTH");
+    server->addWidget(m_auth);
+    auto* loginForm = new QFormLayout;
+    m_user = field("assiBenutzername", m_pages[2]);
+    m_password = field("assiPasswort", m_pages[2]);
+    m_password->setEchoMode(QLineEdit::Password);
+    loginForm->addRow("Benutzername:", m_user);
+    loginForm->addRow("Passwort:", m_password);
+    server->addLayout(loginForm);
+    server->addStretch();
+
+    m_name->setText(qt(account.name));
+    m_company->setText(qt(account.company));
+    m_address->setText(qt(account.address));
+    m_server->setText(qt(account.server));
+    m_auth->setChecked(account.auth == 1);
+    m_user->setText(qt(account.user));
+    m_password->setText(qt(account.password));
+
+    m_back = button("cmdBack", "< &Zurück", this);
+    m_next = button("cmdNext", "&Weiter >", this);
+    m_next->setDefault(true);
+    auto* cancel = button("cmdCancel", "&Abbrechen", this);
+    connect(m_back, &QPushButton::clicked, this, [this] { showPage(m_page - 1); });
+    connect(m_next, &QPushButton::clicked, this, [this] {
+        if (m_page + 1 < static_cast<int>(m_pages.size()))
+            showPage(m_page + 1);
+        else
+            accept();
+    });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* keys = new QHBoxLayout;
+    keys->addStretch();
+    keys->addWidget(m_back);
+    keys->addWidget(m_next);
+    keys->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stack, 1);
+    layout->addLayout(keys);
+    setMinimumSize(480, 360);
+    showPage(0);
+}
+
+void assi_mail::showPage(int page)
+{
+    m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
+    qobject_cast<QStackedWidget*>(m_pages[0]->parentWidget())->setCurrentIndex(m_page);
+    m_back->setEnabled(m_page > 0);
+    m_next->setText(m_page + 1 == static_cast<int>(m_pages.size()) ? "&Fertigstellen" : "&Weiter >");
+    if (auto* first = m_pages[static_cast<std::size_t>(m_page)]->findChild<QLineEdit*>())
+        first->setFocus();
+    else
+        m_next->setFocus();
+}
+
+MailAccount assi_mail::account() const
+{
+    return {text(m_name), text(m_company), text(m_address), text(m_server), m_auth->isChecked() ? 1 : 0,
+            text(m_user), text(m_password)};
+}
+
+beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log,
+                       const std::filesystem::path& picture, QWidget* parent)
+    : QDialog(parent), m_settings(settings), m_paths(paths), m_host(host), m_log(log), m_book(addressBookKind()),
+      m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
+{
+    setObjectName("beleg_mail");
+    setWindowTitle("Beleg per E-Mail senden");
+    auto* bars = new QToolBox(this);
+    bars->setObjectName("ShortcutBar1");
+    bars->addItem(buildMenuBar(), style()->standardIcon(QStyle::SP_DialogApplyButton), "E-Mail");
+    bars->addItem(buildAddressBar(), style()->standardIcon(QStyle::SP_DirHomeIcon), "Adressbuch");
+    bars->addItem(buildAccountBar(), style()->standardIcon(QStyle::SP_ComputerIcon), "Einstellungen");
+    bars->setMinimumWidth(270);
+    bars->setMaximumWidth(320);
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(bars);
+    layout->addWidget(buildEditor(), 1);
+    resize(920, 600);
+
+    m_attachments->addItem(QString::fromStdString(picture.string()));
+    m_attachments->setCurrentRow(m_attachments->count() - 1);
+
+    m_smtp.OnProgress = [this](int percent) {
+        m_progress->setValue(percent);
+        QApplication::processEvents();
+    };
+    m_smtp.OnMessageStart = [this] {
+        m_status->setText("Nachricht wird versandt...");
+        m_progress->setValue(0);
+        QApplication::processEvents();
+    };
+    m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
+
+    // The address book belongs to the delivered data; without it the window does not open.
+    try {
+        m_book.load(paths.dataFile("adressbuch.dat"));
+    } catch (const RunError& error) {
+        showUntrappedFault(host, error);
+        return;
+    }
+    saveBook(); // fills the grid
+    m_grid->setCurrentCell(0, 0);
+    m_to->clear();
+    setSending(false);
+    setAccount(loadMailAccount(settings));
+    m_assistantPending = m_server->text().isEmpty();
+    m_priority->setCurrentIndex(1);
+    m_loaded = true;
+}
+
+QWidget* beleg_mail::buildMenuBar()
+{
+    auto* bar = new QGroupBox("Menü");
+    bar->setObjectName("OutlookContainer1");
+    auto* layout = new QVBoxLayout(bar);
+    m_send = button("cmdSend", "E-Mail jetzt &senden", bar);
+    m_cancel = button("cmdCancel", "&Abbrechen", bar);
+    auto* protocol = button("Command3", "&Sendeprotokoll", bar);
+    auto* close = button("Command4", "Fenster sch&ließen", bar);
+    m_readReceipt = new QCheckBox("Lesebestätigung", bar);
+    m_readReceipt->setObjectName("Check1");
+    m_zip = new QCheckBox("Anhang in ZIP-Archiv", bar);
+    m_zip->setObjectName("chkZIP");
+    m_priority = new QComboBox(bar);
+    m_priority->setObjectName("txtPrio");
+    m_priority->addItems({"Hoch", "Normal", "Niedrig"});
+    m_status = new QLabel(bar);
+    m_status->setObjectName("lblStatus");
+    m_status->setWordWrap(true);
+    m_progress = new QProgressBar(bar);
+    m_progress->setObjectName("ProgressBar1");
+    m_progress->setRange(0, 100);
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_send, m_cancel, protocol, close, m_readReceipt, m_zip})
+        layout->addWidget(widget);
+    auto* priority = new QLabel("Priorität:", bar);
+    priority->setBuddy(m_priority);
+    layout->addWidget(priority);
+    layout->addWidget(m_priority);
+    layout->addWidget(m_status);
+    layout->addWidget(m_progress);
+    layout->addStretch();
+    connect(m_send, &QPushButton::clicked, this, &beleg_mail::send);
+    connect(m_cancel, &QPushButton::clicked, this, [this] {
+        if (MessageDialog::confirmQuestion(this, "Sendevorgang wiklich abbrechen?", MessageStyle::QuestionYesNo,
+                                           "Abbrechen", m_paths.helpFolder() / "index.html") == kAnswerYes)
+            m_smtp.Abort();
+    });
+    connect(protocol, &QPushButton::clicked, this, [this] { m_log.exec(); });
+    connect(close, &QPushButton::clicked, this, [this] { this->close(); });
+    return bar;
+}
+
+QWidget* beleg_mail::buildAddressBar()
+{
+    auto* bar = new QGroupBox("Kontakte");
+    bar->setObjectName("OutlookContainer2");
+    auto* layout = new QVBoxLayout(bar);
+    m_grid = new QTableWidget(0, 4, bar);
+    m_grid->setObjectName("Grid1");
+    m_grid->setHorizontalHeaderLabels({"E-Mail Adresse", "Vorname", "Nachname", "Anrede"});
+    for (int column = 1; column < 4; ++column)
+        m_grid->setColumnHidden(column, true);
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    connect(m_grid, &QTableWidget::cellActivated, this, [this](int row, int) {
+        m_to->setText(qt(m_book.cell(row, "email_list")));
+    });
+    layout->addWidget(m_grid, 1);
+    const char* captions[] = {"Kontakt &hinzufügen", "Kontakt &bearbeiten", "Kontakt &löschen"};
+    for (int i = 0; i < 3; ++i) {
+        auto* key = button("Command5", captions[i], bar);
+        key->setProperty("Index", i);
+        layout->addWidget(key);
+        connect(key, &QPushButton::clicked, this, [this, i] {
+            if (i == 2)
+                deleteContact();
+            else
+                contact(i == 1);
+        });
+    }
+    return bar;
+}
+
+QWidget* beleg_mail::buildAccountBar()
+{
+    auto* bar = new QGroupBox("E-Mail Account");
+    bar->setObjectName("OutlookContainer3");
+    auto* layout = new QFormLayout(bar);
+    layout->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    m_name = field("txtName", bar);
+    m_company = field("txtFirma", bar);
+    m_address = field("txtEmail", bar);
+    m_server = field("txtSMTP", bar);
+    m_auth = new QCheckBox("SMTP-Authentifizierung", bar);
+    m_auth->setObjectName("chkSMTPAUTH");
+    m_user = field("txtBenutzername", bar);
+    m_password = field("txtPasswort", bar);
+    m_password->setEchoMode(QLineEdit::Password);
+    layout->addRow("Ihr Name:", m_name);
+    layout->addRow("Ihr Firmenname (optional)", m_company);
+    layout->addRow("Ihre E-Mail-Adresse:", m_address);
+    layout->addRow("SMTP-Server", m_server);
+    layout->addRow(m_auth);
+    m_userLabel = new QLabel("Benutzername", bar);
+    m_userLabel->setObjectName("Label9");
+    m_passwordLabel = new QLabel("Passwort", bar);
+    m_passwordLabel->setObjectName("Label10");
+    layout->addRow(m_userLabel, m_user);
+    layout->addRow(m_passwordLabel, m_password);
+    auto* save = button("Command1", "&Daten speichern", bar);
+    auto* assistant = button("Command2", "&Assistent zum Einrichten", bar);
+    layout->addRow(save);
+    layout->addRow(assistant);
+    connect(m_auth, &QCheckBox::toggled, this, [this](bool on) {
+        for (QWidget* widget : std::initializer_list<QWidget*>{m_user, m_password, m_userLabel, m_passwordLabel})
+            widget->setEnabled(on);
+    });
+    connect(save, &QPushButton::clicked, this, [this] { saveMailAccount(m_settings, account()); });
+    connect(assistant, &QPushButton::clicked, this, &beleg_mail::runAssistant);
+    return bar;
+}
+
+QWidget* beleg_mail::buildEditor()
+{
+    auto* editor = new QWidget(this);
+    auto* layout = new QVBoxLayout(editor);
+    auto* head = new QFormLayout;
+    m_to = field("txtEmailAN", editor);
+    m_cc = field("txtEmailCC", editor);
+    m_subject = field("txtBetreff", editor);
+    head->addRow("E-Mail an", m_to);
+    head->addRow("Kopie dieser E-Mail an (CC)", m_cc);
+    head->addRow("Betreff", m_subject);
+    layout->addLayout(head);
+
+    m_message = new QTextEdit(editor);
+    m_message->setObjectName("RichTextBox1");
+    m_message->setAcceptRichText(true);
+    auto* toolbar = new QToolBar(editor);
+    toolbar->setObjectName("Coolbar2");
+    const auto toggle = [this, toolbar](const char* key, const char* caption, auto read, auto write) {
+        QAction* action = toolbar->addAction(caption);
+        action->setObjectName(key);
+        connect(action, &QAction::triggered, this, [this, read, write] {
+            QTextCharFormat format;
+            write(format, !read(m_message->currentCharFormat()));
+            m_message->mergeCurrentCharFormat(format);
+            m_message->setFocus();
+        });
+        return action;
+    };
+    toggle("fett", "F", [](const QTextCharFormat& f) { return f.fontWeight() > QFont::Normal; },
+           [](QTextCharFormat& f, bool on) { f.setFontWeight(on ? QFont::Bold : QFont::Normal); });
+    toggle("kursiv", "K", [](const QTextCharFormat& f) { return f.fontItalic(); },
+           [](QTextCharFormat& f, bool on) { f.setFontItalic(on); });
+    toggle("unterstrichen", "U", [](const QTextCharFormat& f) { return f.fontUnderline(); },
+           [](QTextCharFormat& f, bool on) { f.setFontUnderline(on); });
+    toggle("durchgestrichen", "S", [](const QTextCharFormat& f) { return f.fontStrikeOut(); },
+           [](QTextCharFormat& f, bool on) { f.setFontStrikeOut(on); });
+    toolbar->addSeparator();
+    QAction* font = toolbar->addAction("Schriftart");
+    font->setObjectName("schriftart");
+    connect(font, &QAction::triggered, this, [this] {
+        bool chosen = false;
+        const QFont picked = QFontDialog::getFont(&chosen, m_message->currentFont(), this);
+        if (chosen)
+            m_message->setCurrentFont(picked);
+        m_message->setFocus();
+    });
+    QAction* colour = toolbar->addAction("Farbe");
+    colour->setObjectName("schriftfarbe");
+    connect(colour, &QAction::triggered, this, [this] {
+        const QColor picked = QColorDialog::getColor(m_message->textColor(), this);
+        if (picked.isValid())
+            m_message->setTextColor(picked);
+        m_message->setFocus();
+    });
+    QAction* bullets = toolbar->addAction("Aufzählung");
+    bullets->setObjectName("aufzaehlung");
+    connect(bullets, &QAction::triggered, this, [this] {
+        QTextCursor cursor = m_message->textCursor();
+        if (QTextList* list = cursor.currentList()) {
+            QTextBlockFormat block = cursor.blockFormat();
+            list->remove(cursor.block());
+            block.setIndent(0);
+            cursor.setBlockFormat(block);
+        } else {
+            cursor.createList(QTextListFormat::ListDisc);
+        }
+        m_message->setFocus();
+    });
+    toolbar->addSeparator();
+    const std::pair<const char*, Qt::Alignment> alignments[] = {
+        {"links", Qt::AlignLeft}, {"mitte", Qt::AlignHCenter}, {"rechts", Qt::AlignRight}};
+    const char* alignCaptions[] = {"Links", "Mitte", "Rechts"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        QAction* action = toolbar->addAction(alignCaptions[i]);
+        action->setObjectName(alignments[i].first);
+        action->setCheckable(true);
+        action->setChecked(i == 0);
+        connect(action, &QAction::triggered, this, [this, toolbar, action, align = alignments[i].second] {
+            m_message->setAlignment(align);
+            for (const char* key : {"links", "mitte", "rechts"})
+                toolbar->findChild<QAction*>(key)->setChecked(false);
+            action->setChecked(true);
+            m_message->setFocus();
+        });
+    }
+    toolbar->addSeparator();
+    auto* insert = new QMenu("Einfügen", toolbar);
+    const auto insertText = [this](const QString& text) {
+        m_message->textCursor().insertText(text);
+        m_message->setFocus();
+    };
+    QAction* shortDate = insert->addAction("Aktuelles Datum &kurz");
+    shortDate->setObjectName("datumkurz");
+    connect(shortDate, &QAction::triggered, this,
+            [insertText] { insertText(QDate::currentDate().toString("dd.MM.yyyy")); });
+    QAction* longDate = insert->addAction("Aktuelles Datum &lang");
+    longDate->setObjectName("datumlang");
+    connect(longDate, &QAction::triggered, this, [insertText] {
+        insertText(QLocale(QLocale::German, QLocale::Germany)
+                       .toString(QDate::currentDate(), "dddd, dd.MM.yyyy")
+                       .replace(", ", ", den "));
+    });
+    QAction* greeting = insert->addAction("&Anrede");
+    greeting->setObjectName("anrede");
+    connect(greeting, &QAction::triggered, this, [this, insertText] {
+        QString words = qt(greetingFor(m_book, m_grid->currentRow()));
+        insertText(words.remove('\r'));
+    });
+    auto* insertKey = new QToolButton(toolbar);
+    insertKey->setText("Einfügen");
+    insertKey->setMenu(insert);
+    insertKey->setPopupMode(QToolButton::InstantPopup);
+    toolbar->addWidget(insertKey);
+
+    auto* messageLabel = new QLabel("Nachricht", editor);
+    messageLabel->setBuddy(m_message);
+    layout->addWidget(messageLabel);
+    layout->addWidget(toolbar);
+    layout->addWidget(m_message, 1);
+
+    layout->addWidget(new QLabel("Anhang (1. immer der in der Maske aktuell bearbeitete Beleg)", editor));
+    m_attachments = new QListWidget(editor);
+    m_attachments->setObjectName("lstAttachments");
+    m_attachments->setMaximumHeight(80);
+    layout->addWidget(m_attachments);
+    auto* more = button("cmdAttachmentAdd", "&Weiterer Anhang", editor);
+    connect(more, &QPushButton::clicked, this, [this] {
+        CommonDialog dialog;
+        dialog.setPresenter(fileDialogPresenter(this));
+        dialog.DialogTitle = "Anlage hinzufügen";
+        dialog.Filter = "alle Dateien (*.*)|*.*";
+        dialog.CancelError = true;
+        try {
+            dialog.ShowOpen();
+        } catch (const RunError&) {
+            return;
+        }
+        m_attachments->addItem(qt(dialog.FileName));
+        m_attachments->setCurrentRow(m_attachments->count() - 1);
+    });
+    auto* moreLine = new QHBoxLayout;
+    moreLine->addStretch();
+    moreLine->addWidget(more);
+    layout->addLayout(moreLine);
+    return editor;
+}
+
+void beleg_mail::setAccount(const MailAccount& account)
+{
+    m_name->setText(qt(account.name));
+    m_company->setText(qt(account.company));
+    m_address->setText(qt(account.address));
+    m_server->setText(qt(account.server));
+    m_auth->setChecked(account.auth == 1);
+    m_user->setText(qt(account.user));
+    m_password->setText(qt(account.password));
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_user, m_password, m_userLabel, m_passwordLabel})
+        widget->setEnabled(m_auth->isChecked());
+}
+
+MailAccount beleg_mail::account() const
+{
+    return {text(m_name),   text(m_company), text(m_address), text(m_server), m_auth->isChecked() ? 1 : 0,
+            text(m_user),   text(m_password)};
+}
+
+void beleg_mail::saveBook()
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        if (m_loaded)
+            m_book.save(m_paths.dataFile("adressbuch.dat"));
+    } catch (const RunError& error) {
+        QApplication::restoreOverrideCursor();
+        showUntrappedFault(m_host, error);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    m_grid->setRowCount(m_book.rowCount());
+    for (int row = 0; row < m_book.rowCount(); ++row) {
+        for (int column = 0; column < 4; ++column)
+            m_grid->setItem(row, column, new QTableWidgetItem(qt(m_book.rows()[static_cast<std::size_t>(row)]
+                                                                           [static_cast<std::size_t>(column)])));
+    }
+    QApplication::restoreOverrideCursor();
+}
+
+void beleg_mail::contact(bool edit)
+{
+    const int row = m_grid->currentRow();
+    if (edit && row < 0) {
+        showUntrappedFault(m_host, RunError::subscriptOutOfRange()); // no current contact to edit
+        return;
+    }
+    adressbuch1 dialog(edit ? adressbuch1::Purpose::Edit : adressbuch1::Purpose::Add,
+                       edit ? m_book.rows()[static_cast<std::size_t>(row)] : std::vector<std::string>(), this);
+    if (dialog.exec() == QDialog::Accepted) {
+        const auto values = dialog.fields();
+        const int target = edit ? row : 0;
+        if (!edit)
+            m_book.insertRow(0);
+        for (int column = 0; column < 4; ++column)
+            m_book.setCell(target, column, values[static_cast<std::size_t>(column)]);
+    }
+    saveBook(); // after every dialog, a cancelled one too
+    m_grid->setCurrentCell(edit ? row : 0, 0);
+}
+
+void beleg_mail::deleteContact()
+{
+    const int row = m_grid->currentRow();
+    if (row < 0) {
+        showUntrappedFault(m_host, RunError::subscriptOutOfRange());
+        return;
+    }
+    if (MessageDialog::confirmQuestion(this, deleteContactQuestion(m_book, row), MessageStyle::QuestionYesNo,
+                                       "Eintrag löschen", m_paths.helpFolder() / "index.html") != kAnswerYes)
+        return;
+    m_book.removeRows({row});
+    saveBook();
+}
+
+void beleg_mail::runAssistant()
+{
+    assi_mail assistant(account(), this);
+    if (assistant.exec() != QDialog::Accepted)
+        return;
+    saveMailAccount(m_settings, assistant.account());
+    setAccount(assistant.account());
+}
+
+void beleg_mail::setSending(bool sending)
+{
+    m_send->setEnabled(!sending);
+    m_status->setVisible(sending);
+    m_progress->setVisible(sending);
+    m_cancel->setEnabled(sending);
+}
+
+void beleg_mail::send()
+{
+    MailDraft draft;
+    draft.plainText = m_message->toPlainText().toStdString();
+    draft.html = RtfToHtml().Convert(rtf::writeRtf(fromTextDocument(*m_message->document())), true, "");
+    setSending(true);
+    draft.to = text(m_to);
+    draft.cc = text(m_cc);
+    draft.subject = text(m_subject);
+    draft.priorityRow = m_priority->currentIndex();
+    draft.readReceipt = m_readReceipt->isChecked();
+    draft.zip = m_zip->isChecked();
+    for (int row = 0; row < m_attachments->count(); ++row)
+        draft.attachments.emplace_back(m_attachments->item(row)->text().toStdString());
+    prepareSession(m_smtp, account(), draft, mailerTag(vendorAddresses(m_paths)));
+    const std::string failure = connectAndSend(m_smtp);
+    if (!failure.empty())
+        MessageDialog::showMessage(this, failure, MessageStyle::Information, "Zettelwerk");
+    setSending(false);
+}
+
+void beleg_mail::closeEvent(QCloseEvent* event)
+{
+    m_smtp.Abort();
+    QDialog::closeEvent(event);
+}
+
+void beleg_mail::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!m_assistantPending)
+        return;
+    m_assistantPending = false;
+    // The window shows first, then the assistant above it.
+    QTimer::singleShot(0, this, &beleg_mail::runAssistant);
+}
+
+void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+{
+    auto* log = new frmLog(&window); // one transcript for the whole run
+    window.setShortcutKey(Quittung::ShortcutKey::Mail, [&window, &form, &settings, &paths, log] {
+        std::filesystem::path picture;
+        try {
+            picture = receiptPicturePath(paths, form.text(FormElement::Text1));
+            saveBitmapFile(surfaceFromImage(window.capture()(form)), picture);
+        } catch (const RunError& error) {
+            window.faultReporter().report(error, "Quittung");
+            return;
+        }
+        beleg_mail mail(settings, paths, window, *log, picture, &window);
+        if (mail.loaded())
+            mail.exec();
+    });
+}
+
+} // namespace zw

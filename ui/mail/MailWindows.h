@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QDialog>
+#include <filesystem>
+#include <memory>
+
+#include "lists/ListTable.h"
+#include "mail/MailDraft.h"
+#include "mail/sevSMTP.h"
+#include "ui/net/QtEventPoster.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPlainTextEdit;
+class QProgressBar;
+class QPushButton;
+class QTableWidget;
+class QTextEdit;
+
+namespace zw {
+
+class FormHost;
+class ProgramPaths;
+class Quittung;
+class ReceiptForm;
+class Settings;
+
+// "Protokoll": one window for the whole run, the transcript of every mail, newest first.
+class frmLog : public QDialog
+{
+public:
+    explicit frmLog(QWidget* parent);
+    void add(const std::string& text);
+    QString text() const;
+
+private:
+    QPlainTextEdit* m_status;
+};
+
+// "Adressbuch": one contact, added or changed.
+class adressbuch1 : public QDialog
+{
+public:
+    enum class Purpose { Add, Edit };
+    adressbuch1(Purpose purpose, const std::vector<std::string>& fields, QWidget* parent);
+    std::vector<std::string> fields() const;
+
+private:
+    std::vector<QLineEdit*> m_fields;
+};
+
+// "Assistent": the account in three pages; writes the settings and the mail window's fields only on Finish.
+class assi_mail : public QDialog
+{
+public:
+    assi_mail(const MailAccount& account, QWidget* parent);
+    MailAccount account() const;
+
+private:
+    void showPage(int page);
+    std::vector<QWidget*> m_pages;
+    int m_page = 0;
+    QPushButton* m_back;
+    QPushButton* m_next;
+    QLineEdit *m_name, *m_address, *m_company, *m_server, *m_user, *m_password;
+    QCheckBox* m_auth;
+};
+
+// "Beleg per E-Mail senden": the current receipt's picture as first attachment, a rich-text message, the
+// address book and the account. Sending keeps the window's loop turning; Abort ends it within a moment.
+class beleg_mail : public QDialog
+{
+public:
+    beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log,
+               const std::filesystem::path& picture, QWidget* parent);
+
+    // False when the window could not load (the address book is missing); the fault was shown.
+    bool loaded() const { return m_loaded; }
+    void send();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QWidget* buildMenuBar();
+    QWidget* buildAddressBar();
+    QWidget* buildAccountBar();
+    QWidget* buildEditor();
+    void setAccount(const MailAccount& account);
+    MailAccount account() const;
+    void saveBook();
+    void contact(bool edit);
+    void deleteContact();
+    void runAssistant();
+    void setSending(bool sending);
+
+    Settings& m_settings;
+    const ProgramPaths& m_paths;
+    FormHost& m_host;
+    frmLog& m_log;
+    ListTable m_book;
+    QtEventPoster m_poster;
+    sevSMTP m_smtp;
+    bool m_loaded = false;
+    bool m_assistantPending = false;
+
+    QLineEdit *m_to, *m_cc, *m_subject;
+    QTextEdit* m_message;
+    QListWidget* m_attachments;
+    QPushButton *m_send, *m_cancel;
+    QCheckBox *m_readReceipt, *m_zip, *m_auth;
+    QComboBox* m_priority;
+    QLabel* m_status;
+    QProgressBar* m_progress;
+    QTableWidget* m_grid;
+    QLineEdit *m_name, *m_company, *m_address, *m_server, *m_user, *m_password;
+    QLabel *m_userLabel, *m_passwordLabel;
+};
+
+// The mail command (the shortcut bar's key, bm_email and the toolbar mirror it).
+void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+
+} // namespace zw
