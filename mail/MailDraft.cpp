@@ -41,8 +41,7 @@ void saveMailAccount(Settings& settings, const MailAccount& account)
 
 std::string mailerTag(const VendorAddresses& vendor)
 {
-    return "Zettelwerk V" + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
-           std::to_string(kVersionRevision) + "  (" + vendor.webHome + ")";
+    return "Zettelwerk V" + versionText() + "  (" + vendor.webHome + ")";
 }
 
 std::filesystem::path receiptPicturePath(const ProgramPaths& paths, std::string_view number)
@@ -112,6 +111,30 @@ std::string plainTextHtml(std::string_view text)
             html += c;
     }
     return html + "</body></html>\r\n";
+}
+
+} // namespace zw
+
+namespace zw {
+
+void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
+                        const VendorAddresses& vendor)
+{
+    smtp.HtmlBody = reportHtml;
+    smtp.Server = vendor.mailHost;
+    smtp.MailerTag = mailerTag(vendor);
+    if (!replyAddress.empty()) {
+        smtp.SenderAddress = replyAddress;
+        smtp.CopyRecipient = replyAddress;
+    } else {
+        smtp.SenderAddress = vendor.supportAddress;
+    }
+    smtp.Recipient = vendor.supportAddress;
+    smtp.Subject = "Fehlermeldung aus Zettelwerk " + versionText();
+    smtp.PlainBody.clear();
+    smtp.MessageSwitch1 = true;
+    smtp.MessageSwitch2 = true;
+    smtp.ClearAttachments();
 }
 
 } // namespace zw

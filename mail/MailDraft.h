@@ -62,3 +62,16 @@ std::string connectAndSend(sevSMTP& smtp);
 std::string plainTextHtml(std::string_view text);
 
 } // namespace zw
+
+namespace zw {
+
+// The error report to the vendor's support address over the vendor's mail host, without login: HTML alone,
+// the user's address as sender and copy when given, else the support address as both sender and recipient.
+void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
+                        const VendorAddresses& vendor);
+// "Übermittlung erfolgreich abgeschlossen." and the question for the transcript, shown after every send.
+inline constexpr std::string_view kReportSentQuestion =
+    "Übermittlung erfolgreich abgeschlossen.\r\rWenn Sie das Übertragungsprotokoll sehen wollen,\rdann klicken Sie "
+    "auf \"Ja\".";
+
+} // namespace zw

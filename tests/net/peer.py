@@ -1,5 +1,5 @@
 """Local peers for the transfer tests: prints its port, serves until terminated.
-peer.py http DIR | silent | smtp OUTFILE"""
+peer.py http DIR | silent | smtp OUTFILE | smtp-open OUTFILE"""
 import functools, http.server, socket, sys, time, warnings
 warnings.simplefilter("ignore")
 
@@ -34,7 +34,7 @@ elif mode == "silent":
     held = []
     while True:
         held.append(listener.accept()[0])
-elif mode == "smtp":
+elif mode in ("smtp", "smtp-open"):  # smtp requires the login kasse / Geheim-42
     from aiosmtpd.controller import Controller
     from aiosmtpd.smtp import AuthResult
     class Handler:
@@ -47,8 +47,8 @@ elif mode == "smtp":
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         port = probe.getsockname()[1]
-    controller = Controller(Handler(), hostname="127.0.0.1", port=port, authenticator=authenticator,
-                            auth_required=True, auth_require_tls=False)
+    login = dict(authenticator=authenticator, auth_required=True, auth_require_tls=False) if mode == "smtp" else {}
+    controller = Controller(Handler(), hostname="127.0.0.1", port=port, **login)
     controller.start()
     print(port, flush=True)
     while True:

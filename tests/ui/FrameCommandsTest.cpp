@@ -530,6 +530,7 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceSendsThroughItsMai
         window.setMailSender([&](const std::string& sent, const std::string& address) {
             sentReport = sent == window.reportSource();
             sentAddress = address;
+            return true;
         });
         window.findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
         window.findChild<QPushButton*>("Command4")->click();

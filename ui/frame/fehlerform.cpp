@@ -87,8 +87,14 @@ fehlerform::fehlerform(QWidget* parent, std::function<void()> closer)
     m_send->setObjectName("Command4");
     m_send->setEnabled(false);
     connect(m_send, &QPushButton::clicked, this, [this] {
-        if (m_mailSender)
-            m_mailSender(m_reportSource, m_mail->text().toStdString());
+        if (!m_mailSender)
+            return;
+        m_sendShow->setEnabled(false);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        // After a connect the sender ends the hourglass before its closing message; after a failed connect the
+        // hourglass and the disabled button stay, as they always did.
+        if (m_mailSender(m_reportSource, m_mail->text().toStdString()))
+            m_sendShow->setEnabled(true);
     });
     frameLayout->addWidget(m_send, 0, Qt::AlignRight);
     m_frame->hide();

@@ -711,9 +711,44 @@ void beleg_mail::showEvent(QShowEvent* event)
     QTimer::singleShot(0, this, &beleg_mail::runAssistant);
 }
 
+namespace {
+
+// The error window's "Fehlermeldung jetzt senden": the report as HTML alone to the vendor's support address.
+bool sendErrorReport(const std::string& report, const std::string& replyAddress, const ProgramPaths& paths,
+                     frmLog& log)
+{
+    QWidget* over = QApplication::activeModalWidget();
+    QtEventPoster poster;
+    sevSMTP smtp(poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); });
+    smtp.OnLog = [&log](const std::string& piece) { log.add(piece); };
+    prepareErrorReport(smtp, RtfToHtml().Convert(report, true, ""), replyAddress, vendorAddresses(paths));
+    const auto help = paths.helpFolder() / "index.html";
+    if (!smtp.Connect()) {
+        MessageDialog::showMessage(over, "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError(),
+                                   MessageStyle::Information, "Zettelwerk");
+        return false;
+    }
+    if (smtp.Send() < 1) {
+        MessageDialog::showMessage(over, "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError(),
+                                   MessageStyle::Information, "Zettelwerk");
+    }
+    smtp.Disconnect();
+    QApplication::restoreOverrideCursor();
+    // Shown after a failed send too, as it always was.
+    if (MessageDialog::confirmQuestion(over, kReportSentQuestion, MessageStyle::QuestionYesNo, "Support", help) ==
+        kAnswerYes)
+        log.exec();
+    return true;
+}
+
+} // namespace
+
 void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
 {
     auto* log = new frmLog(&window); // one transcript for the whole run
+    window.setFaultMailSender([&paths, log](const std::string& report, const std::string& replyAddress) {
+        return sendErrorReport(report, replyAddress, paths, *log);
+    });
     window.setShortcutKey(Quittung::ShortcutKey::Mail, [&window, &form, &settings, &paths, log] {
         std::filesystem::path picture;
         try {
