@@ -117,24 +117,76 @@ std::string plainTextHtml(std::string_view text)
 
 namespace zw {
 
+namespace {
+
+// The vendor's mail host without login, the mailer tag, sender and recipient.
+void vendorSession(sevSMTP& smtp, const std::string& from, const std::string& to, const VendorAddresses& vendor)
+{
+    smtp.Server = vendor.mailHost;
+    smtp.MailerTag = mailerTag(vendor);
+    smtp.SenderAddress = from;
+    smtp.Recipient = to;
+}
+
+} // namespace
+
 void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
                         const VendorAddresses& vendor)
 {
     smtp.HtmlBody = reportHtml;
-    smtp.Server = vendor.mailHost;
-    smtp.MailerTag = mailerTag(vendor);
-    if (!replyAddress.empty()) {
-        smtp.SenderAddress = replyAddress;
+    vendorSession(smtp, replyAddress.empty() ? vendor.supportAddress : replyAddress, vendor.supportAddress, vendor);
+    if (!replyAddress.empty())
         smtp.CopyRecipient = replyAddress;
-    } else {
-        smtp.SenderAddress = vendor.supportAddress;
-    }
-    smtp.Recipient = vendor.supportAddress;
     smtp.Subject = "Fehlermeldung aus Zettelwerk " + versionText();
     smtp.PlainBody.clear();
     smtp.MessageSwitch1 = true;
     smtp.MessageSwitch2 = true;
     smtp.ClearAttachments();
+}
+
+} // namespace zw
+
+namespace zw {
+std::vector<std::string> supportSubjects()
+{
+    std::vector<std::string> subjects;
+    for (const char* ending : {" - Anregungen zum Programm", " - Fehler/Bug aufgetaucht", " - Wünsche für weitere Updates",
+                               " - Fragen zum Programm", " - Sonstiges"})
+        subjects.push_back("Zettelwerk V" + versionText() + ending);
+    return subjects;
+}
+
+std::string helpCode(double random)
+{
+    const int code = static_cast<int>(random * 123456) + 1;
+    std::string text = std::to_string(code);
+    return std::string(6 - std::min<std::size_t>(6, text.size()), '0') + text;
+}
+
+std::string supportStartText(const std::string& date, const std::string& code)
+{
+    return "Diese Nachricht wurde am " + date + " erstellt. HelpCode: " + code + "\r\n" + std::string(104, '-') +
+           "\r\n\r\nBitte geben Sie hier Ihre Nachricht ein:\r\n";
+}
+
+void prepareSupportMail(sevSMTP& smtp, const std::string& from, const std::string& subject, const std::string& plain,
+                        const std::string& html, const VendorAddresses& vendor)
+{
+    smtp.HtmlBody = html;
+    vendorSession(smtp, from, vendor.supportAddress, vendor);
+    smtp.Subject = subject;
+    smtp.PlainBody.clear();
+    smtp.PlainBody = plain;
+    smtp.MessageSwitch1 = true;
+    smtp.MessageSwitch2 = true;
+    smtp.ClearAttachments();
+}
+
+void prepareNewsletter(sevSMTP& smtp, const std::string& from, const VendorAddresses& vendor)
+{
+    vendorSession(smtp, from, vendor.newsletterAddress, vendor);
+    smtp.Subject = "SUBSCRIBE : " + from;
+    smtp.PlainBody = "In den Newsletter eintragen!";
 }
 
 } // namespace zw

@@ -69,9 +69,21 @@ namespace zw {
 // the user's address as sender and copy when given, else the support address as both sender and recipient.
 void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
                         const VendorAddresses& vendor);
-// "Übermittlung erfolgreich abgeschlossen." and the question for the transcript, shown after every send.
-inline constexpr std::string_view kReportSentQuestion =
-    "Übermittlung erfolgreich abgeschlossen.\r\rWenn Sie das Übertragungsprotokoll sehen wollen,\rdann klicken Sie "
-    "auf \"Ja\".";
+
+} // namespace zw
+
+namespace zw {
+
+// The support wizard's subject list: "Zettelwerk V6.0.0 - Anregungen zum Programm" and the four others.
+std::vector<std::string> supportSubjects();
+// A HelpCode from "000001" to "123456" for a random number in [0, 1).
+std::string helpCode(double random);
+// The start text of a support message: date, HelpCode, 104 hyphens and the request to write.
+std::string supportStartText(const std::string& date, const std::string& code);
+// The support message: plain and HTML to the vendor's support address from the address typed.
+void prepareSupportMail(sevSMTP& smtp, const std::string& from, const std::string& subject, const std::string& plain,
+                        const std::string& html, const VendorAddresses& vendor);
+// The newsletter sign-up: subject "SUBSCRIBE : " + address, a fixed plain body.
+void prepareNewsletter(sevSMTP& smtp, const std::string& from, const VendorAddresses& vendor);
 
 } // namespace zw

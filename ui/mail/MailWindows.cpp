@@ -6,6 +6,8 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDate>
+#include <QDesktopServices>
+#include <QEvent>
 #include <QFontDialog>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -27,7 +29,9 @@
 #include <QToolBar>
 #include <QToolBox>
 #include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <random>
 
 #include "app/CommonDialog.h"
 #include "app/ProgramPaths.h"
@@ -66,6 +70,83 @@ QLineEdit* field(const char* name, QWidget* parent)
 }
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
+
+// Coolbar2: bold, italic, underline, strike-through, font, colour, bullets and alignment for a message editor.
+QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
+{
+    auto* toolbar = new QToolBar(parent);
+    toolbar->setObjectName("Coolbar2");
+    const auto toggle = [message, toolbar](const char* key, const char* caption, auto read, auto write) {
+        QAction* action = toolbar->addAction(caption);
+        action->setObjectName(key);
+        QObject::connect(action, &QAction::triggered, toolbar, [message, read, write] {
+            QTextCharFormat format;
+            write(format, !read(message->currentCharFormat()));
+            message->mergeCurrentCharFormat(format);
+            message->setFocus();
+        });
+        return action;
+    };
+    toggle("fett", "F", [](const QTextCharFormat& f) { return f.fontWeight() > QFont::Normal; },
+           [](QTextCharFormat& f, bool on) { f.setFontWeight(on ? QFont::Bold : QFont::Normal); });
+    toggle("kursiv", "K", [](const QTextCharFormat& f) { return f.fontItalic(); },
+           [](QTextCharFormat& f, bool on) { f.setFontItalic(on); });
+    toggle("unterstrichen", "U", [](const QTextCharFormat& f) { return f.fontUnderline(); },
+           [](QTextCharFormat& f, bool on) { f.setFontUnderline(on); });
+    toggle("durchgestrichen", "S", [](const QTextCharFormat& f) { return f.fontStrikeOut(); },
+           [](QTextCharFormat& f, bool on) { f.setFontStrikeOut(on); });
+    toolbar->addSeparator();
+    QAction* font = toolbar->addAction("Schriftart");
+    font->setObjectName("schriftart");
+    QObject::connect(font, &QAction::triggered, toolbar, [message, parent] {
+        bool chosen = false;
+        const QFont picked = QFontDialog::getFont(&chosen, message->currentFont(), parent);
+        if (chosen)
+            message->setCurrentFont(picked);
+        message->setFocus();
+    });
+    QAction* colour = toolbar->addAction("Farbe");
+    colour->setObjectName("schriftfarbe");
+    QObject::connect(colour, &QAction::triggered, toolbar, [message, parent] {
+        const QColor picked = QColorDialog::getColor(message->textColor(), parent);
+        if (picked.isValid())
+            message->setTextColor(picked);
+        message->setFocus();
+    });
+    QAction* bullets = toolbar->addAction("Aufzählung");
+    bullets->setObjectName("aufzaehlung");
+    QObject::connect(bullets, &QAction::triggered, toolbar, [message] {
+        QTextCursor cursor = message->textCursor();
+        if (QTextList* list = cursor.currentList()) {
+            QTextBlockFormat block = cursor.blockFormat();
+            list->remove(cursor.block());
+            block.setIndent(0);
+            cursor.setBlockFormat(block);
+        } else {
+            cursor.createList(QTextListFormat::ListDisc);
+        }
+        message->setFocus();
+    });
+    toolbar->addSeparator();
+    const std::pair<const char*, Qt::Alignment> alignments[] = {
+        {"links", Qt::AlignLeft}, {"mitte", Qt::AlignHCenter}, {"rechts", Qt::AlignRight}};
+    const char* alignCaptions[] = {"Links", "Mitte", "Rechts"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        QAction* action = toolbar->addAction(alignCaptions[i]);
+        action->setObjectName(alignments[i].first);
+        action->setCheckable(true);
+        action->setChecked(i == 0);
+        QObject::connect(action, &QAction::triggered, toolbar, [message, toolbar, action, align = alignments[i].second] {
+            message->setAlignment(align);
+            for (const char* key : {"links", "mitte", "rechts"})
+                toolbar->findChild<QAction*>(key)->setChecked(false);
+            action->setChecked(true);
+            message->setFocus();
+        });
+    }
+    return toolbar;
+}
+
 
 } // namespace
 
@@ -451,76 +532,7 @@ QWidget* beleg_mail::buildEditor()
     m_message = new QTextEdit(editor);
     m_message->setObjectName("RichTextBox1");
     m_message->setAcceptRichText(true);
-    auto* toolbar = new QToolBar(editor);
-    toolbar->setObjectName("Coolbar2");
-    const auto toggle = [this, toolbar](const char* key, const char* caption, auto read, auto write) {
-        QAction* action = toolbar->addAction(caption);
-        action->setObjectName(key);
-        connect(action, &QAction::triggered, this, [this, read, write] {
-            QTextCharFormat format;
-            write(format, !read(m_message->currentCharFormat()));
-            m_message->mergeCurrentCharFormat(format);
-            m_message->setFocus();
-        });
-        return action;
-    };
-    toggle("fett", "F", [](const QTextCharFormat& f) { return f.fontWeight() > QFont::Normal; },
-           [](QTextCharFormat& f, bool on) { f.setFontWeight(on ? QFont::Bold : QFont::Normal); });
-    toggle("kursiv", "K", [](const QTextCharFormat& f) { return f.fontItalic(); },
-           [](QTextCharFormat& f, bool on) { f.setFontItalic(on); });
-    toggle("unterstrichen", "U", [](const QTextCharFormat& f) { return f.fontUnderline(); },
-           [](QTextCharFormat& f, bool on) { f.setFontUnderline(on); });
-    toggle("durchgestrichen", "S", [](const QTextCharFormat& f) { return f.fontStrikeOut(); },
-           [](QTextCharFormat& f, bool on) { f.setFontStrikeOut(on); });
-    toolbar->addSeparator();
-    QAction* font = toolbar->addAction("Schriftart");
-    font->setObjectName("schriftart");
-    connect(font, &QAction::triggered, this, [this] {
-        bool chosen = false;
-        const QFont picked = QFontDialog::getFont(&chosen, m_message->currentFont(), this);
-        if (chosen)
-            m_message->setCurrentFont(picked);
-        m_message->setFocus();
-    });
-    QAction* colour = toolbar->addAction("Farbe");
-    colour->setObjectName("schriftfarbe");
-    connect(colour, &QAction::triggered, this, [this] {
-        const QColor picked = QColorDialog::getColor(m_message->textColor(), this);
-        if (picked.isValid())
-            m_message->setTextColor(picked);
-        m_message->setFocus();
-    });
-    QAction* bullets = toolbar->addAction("Aufzählung");
-    bullets->setObjectName("aufzaehlung");
-    connect(bullets, &QAction::triggered, this, [this] {
-        QTextCursor cursor = m_message->textCursor();
-        if (QTextList* list = cursor.currentList()) {
-            QTextBlockFormat block = cursor.blockFormat();
-            list->remove(cursor.block());
-            block.setIndent(0);
-            cursor.setBlockFormat(block);
-        } else {
-            cursor.createList(QTextListFormat::ListDisc);
-        }
-        m_message->setFocus();
-    });
-    toolbar->addSeparator();
-    const std::pair<const char*, Qt::Alignment> alignments[] = {
-        {"links", Qt::AlignLeft}, {"mitte", Qt::AlignHCenter}, {"rechts", Qt::AlignRight}};
-    const char* alignCaptions[] = {"Links", "Mitte", "Rechts"};
-    for (std::size_t i = 0; i < 3; ++i) {
-        QAction* action = toolbar->addAction(alignCaptions[i]);
-        action->setObjectName(alignments[i].first);
-        action->setCheckable(true);
-        action->setChecked(i == 0);
-        connect(action, &QAction::triggered, this, [this, toolbar, action, align = alignments[i].second] {
-            m_message->setAlignment(align);
-            for (const char* key : {"links", "mitte", "rechts"})
-                toolbar->findChild<QAction*>(key)->setChecked(false);
-            action->setChecked(true);
-            m_message->setFocus();
-        });
-    }
+    auto* toolbar = richTextToolbar(m_message, editor);
     toolbar->addSeparator();
     auto* insert = new QMenu("Einfügen", toolbar);
     const auto insertText = [this](const QString& text) {
@@ -713,6 +725,33 @@ void beleg_mail::showEvent(QShowEvent* event)
 
 namespace {
 
+// After every vendor mail, sent or not: the closing words and, on "Ja", the transcript.
+void offerTranscript(QWidget* over, const std::string& firstLine, const char* title, const ProgramPaths& paths,
+                     frmLog& log)
+{
+    if (MessageDialog::confirmQuestion(over,
+                                       firstLine + "\r\rWenn Sie das Übertragungsprotokoll sehen wollen,\rdann klicken "
+                                                   "Sie auf \"Ja\".",
+                                       MessageStyle::QuestionYesNo, title, paths.helpFolder() / "index.html") ==
+        kAnswerYes)
+        log.exec();
+}
+
+// Connect, Send, Disconnect with the mail window's two failure boxes; false when no connection came about.
+bool vendorSend(sevSMTP& smtp, QWidget* over)
+{
+    if (!smtp.Connect()) {
+        MessageDialog::showMessage(over, "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError(),
+                                   MessageStyle::Information, "Zettelwerk");
+        return false;
+    }
+    if (smtp.Send() < 1)
+        MessageDialog::showMessage(over, "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError(),
+                                   MessageStyle::Information, "Zettelwerk");
+    smtp.Disconnect();
+    return true;
+}
+
 // The error window's "Fehlermeldung jetzt senden": the report as HTML alone to the vendor's support address.
 bool sendErrorReport(const std::string& report, const std::string& replyAddress, const ProgramPaths& paths,
                      frmLog& log)
@@ -722,32 +761,272 @@ bool sendErrorReport(const std::string& report, const std::string& replyAddress,
     sevSMTP smtp(poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); });
     smtp.OnLog = [&log](const std::string& piece) { log.add(piece); };
     prepareErrorReport(smtp, RtfToHtml().Convert(report, true, ""), replyAddress, vendorAddresses(paths));
-    const auto help = paths.helpFolder() / "index.html";
-    if (!smtp.Connect()) {
-        MessageDialog::showMessage(over, "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError(),
-                                   MessageStyle::Information, "Zettelwerk");
+    if (!vendorSend(smtp, over))
         return false;
-    }
-    if (smtp.Send() < 1) {
-        MessageDialog::showMessage(over, "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError(),
-                                   MessageStyle::Information, "Zettelwerk");
-    }
-    smtp.Disconnect();
     QApplication::restoreOverrideCursor();
     // Shown after a failed send too, as it always was.
-    if (MessageDialog::confirmQuestion(over, kReportSentQuestion, MessageStyle::QuestionYesNo, "Support", help) ==
-        kAnswerYes)
-        log.exec();
+    offerTranscript(over, "Übermittlung erfolgreich abgeschlossen.", "Support", paths, log);
     return true;
 }
 
 } // namespace
+
+anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent)
+    : QDialog(parent), m_paths(paths), m_log(log),
+      m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
+{
+    setObjectName("anregungen_neu");
+    setWindowTitle("Support");
+    auto* stack = new QStackedWidget(this);
+    stack->setObjectName("sevWizard1");
+    const auto page = [this, stack](const char* name, const char* step, const QString& header) {
+        auto* widget = new QWidget(stack);
+        widget->setObjectName(name);
+        auto* layout = new QVBoxLayout(widget);
+        if (step != nullptr) {
+            auto* label = new QLabel(QString("<b>%1</b><br>%2").arg(step, header.toHtmlEscaped()), widget);
+            label->setWordWrap(true);
+            layout->addWidget(label);
+        }
+        stack->addWidget(widget);
+        m_pages.push_back(widget);
+        return layout;
+    };
+    const auto wrapped = [](const char* name, const QString& caption, QWidget* owner) {
+        auto* label = new QLabel(caption, owner);
+        label->setObjectName(name);
+        label->setWordWrap(true);
+        return label;
+    };
+    auto* welcome = page("sevWizardPage1", nullptr, {});
+    auto* greeting = wrapped("Label1", "Herzlich willkommen zum E-Mail - Support des Zettelwerks!", m_pages[0]);
+    QFont big = greeting->font();
+    big.setPointSize(big.pointSize() + 4);
+    big.setBold(true);
+    greeting->setFont(big);
+    welcome->addWidget(greeting);
+    welcome->addWidget(wrapped("Label2",
+                               "Sie haben hier die Möglichkeit uns eine Nachricht mit Fragen, Anregungen, Kritiken und "
+                               "bzgl. des Supports zu senden. Ihre Anfrage geht per E-Mail an uns. Wir werden uns in "
+                               "der Regel bemühen, Ihre Nachrichten so schnell wie möglich zu beantworten.",
+                               m_pages[0]));
+    welcome->addWidget(wrapped("Label3",
+                               "Die E-Mail, welche hier versendet wird enthält die üblichen E-Mail-Daten. Uns wird, "
+                               "Ihre auf der nächsten Seite eingegebene E-Mail-Adresse übermittelt (diese wird "
+                               "benötigt um Ihnen zu antworten), sowie der Nachrichtentext, welchen Sie einsehen und "
+                               "bearbeiten können.",
+                               m_pages[0]));
+    welcome->addWidget(wrapped(
+        "Label4", "Klicken Sie nun auf \"Weiter\" um mit der Erstellung der Nachricht zu beginnen.", m_pages[0]));
+    welcome->addStretch();
+
+    auto* who = page("sevWizardPage2", "Schritt 1 von 3",
+                     "Bitte geben Sie hier Ihre E-Mail Adresse ein und wählen Sie den Betreff der E-Mail aus.");
+    auto* whoForm = new QFormLayout;
+    whoForm->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    m_from = field("xpText1", m_pages[1]);
+    m_subject = new QComboBox(m_pages[1]);
+    m_subject->setObjectName("txtSubject");
+    m_subject->setEditable(true);
+    for (const std::string& subject : supportSubjects())
+        m_subject->addItem(qt(subject));
+    m_subject->setCurrentIndex(-1);
+    m_subject->setEditText("Bitte wählen Sie...");
+    whoForm->addRow("Ihre E-Mail:", m_from);
+    whoForm->addRow("Wählen Sie hier den Betreff der Nachricht:", m_subject);
+    who->addLayout(whoForm);
+    who->addStretch();
+
+    auto* what = page("sevWizardPage3", "Schritt 2 von 3",
+                      "Geben Sie hier Ihre Nachricht an uns ein. Bitte belassen Sie den vorgegebenen Text in der "
+                      "Nachricht. Somit können wir die Nachricht gezielter bearbeiten.");
+    m_message = new QTextEdit(m_pages[2]);
+    m_message->setObjectName("RichTextBox1");
+    m_buffer = new QPlainTextEdit(m_pages[2]);
+    m_buffer->setObjectName("txtMessage1");
+    m_buffer->hide();
+    what->addWidget(richTextToolbar(m_message, m_pages[2]));
+    what->addWidget(m_message, 1);
+
+    auto* go = page("sevWizardPage4", "Schritt 3 von 3",
+                    "Klicken Sie nun auf \"Senden\" um die Nachricht an uns zu übermitteln.");
+    m_status = new QLabel(m_pages[3]);
+    m_status->setObjectName("lblStatus");
+    m_progress = new QProgressBar(m_pages[3]);
+    m_progress->setObjectName("ProgressBar1");
+    m_progress->setRange(0, 100);
+    m_done = wrapped("Label7", "Nachricht wurde übermittelt!", m_pages[3]);
+    go->addWidget(m_status);
+    go->addWidget(m_progress);
+    go->addWidget(m_done);
+    go->addStretch();
+
+    auto* help = button("Command1", "&Hilfe", this);
+    auto* forum = button("Command2", "Online-Forum", this);
+    m_back = button("cmdBack", "< &Zurück", this);
+    m_next = button("cmdNext", "&Weiter >", this);
+    m_next->setDefault(true);
+    auto* cancel = button("cmdCancel", "&Abbrechen", this);
+    connect(help, &QPushButton::clicked, this, [this] {
+        QDialog text(this);
+        text.setObjectName("hilfesupport");
+        text.setWindowTitle("Hilfe zum Abschicken einer Supportnachricht");
+        auto* layout = new QVBoxLayout(&text);
+        layout->addWidget(new QLabel("Geben Sie Ihre E-Mail-Adresse an, damit wir Ihnen antworten können, wählen "
+                                     "Sie einen Betreff und schreiben Sie Ihre Nachricht unter den vorgegebenen Text. "
+                                     "Mit \"Senden\" geht sie über unseren Mailserver an den Support.",
+                                     &text));
+        auto* close = button("xpButton1", "&Schließen", &text);
+        connect(close, &QPushButton::clicked, &text, &QDialog::accept);
+        layout->addWidget(close, 0, Qt::AlignRight);
+        text.exec();
+    });
+    connect(forum, &QPushButton::clicked, this,
+            [this] { QDesktopServices::openUrl(QUrl(qt(vendorAddresses(m_paths).webHome + "forum/"))); });
+    connect(m_back, &QPushButton::clicked, this, [this] { showPage(m_page - 1); });
+    connect(m_next, &QPushButton::clicked, this, [this] {
+        if (m_page + 1 == static_cast<int>(m_pages.size()))
+            send();
+        else
+            showPage(m_page + 1);
+    });
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        m_smtp.Abort();
+        reject();
+    });
+    m_smtp.OnProgress = [this](int percent) {
+        m_progress->setValue(percent);
+        QApplication::processEvents();
+    };
+    m_smtp.OnMessageStart = [this] {
+        m_status->setText("Nachricht wird versandt...");
+        m_progress->setValue(0);
+        QApplication::processEvents();
+    };
+    m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
+
+    auto* keys = new QHBoxLayout;
+    keys->addWidget(help);
+    keys->addWidget(forum);
+    keys->addStretch();
+    keys->addWidget(m_back);
+    keys->addWidget(m_next);
+    keys->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(stack, 1);
+    layout->addLayout(keys);
+    resize(640, 480);
+    showPage(0);
+}
+
+bool anregungen_neu::event(QEvent* event)
+{
+    // Each activation (also after a modal window closed) adds a start text with a fresh code to the buffer and
+    // overwrites the editor from it; what was typed is gone, as it always was.
+    if (event->type() == QEvent::WindowActivate) {
+        m_progress->setValue(0);
+        m_progress->show();
+        static std::mt19937 random(std::random_device{}());
+        const std::string code = helpCode(std::uniform_real_distribution<double>(0.0, 1.0)(random));
+        const QString date = QLocale(QLocale::German, QLocale::Germany).toString(QDate::currentDate(), "dd.MM.yyyy");
+        m_buffer->textCursor().insertText(qt(supportStartText(date.toStdString(), code)).remove('\r'));
+        m_message->setPlainText(m_buffer->toPlainText());
+    }
+    return QDialog::event(event);
+}
+
+void anregungen_neu::showPage(int page)
+{
+    m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
+    qobject_cast<QStackedWidget*>(m_pages[0]->parentWidget())->setCurrentIndex(m_page);
+    m_back->setEnabled(m_page > 0);
+    const bool last = m_page + 1 == static_cast<int>(m_pages.size());
+    m_next->setText(last ? "&Senden" : "&Weiter >");
+    if (last) {
+        m_status->show();
+        m_done->hide();
+    }
+}
+
+void anregungen_neu::send()
+{
+    m_buffer->setPlainText(m_message->toPlainText());
+    prepareSupportMail(m_smtp, text(m_from), m_subject->currentText().toStdString(),
+                       m_buffer->toPlainText().toStdString(),
+                       RtfToHtml().Convert(rtf::writeRtf(fromTextDocument(*m_message->document())), true, ""),
+                       vendorAddresses(m_paths));
+    if (!vendorSend(m_smtp, this))
+        return;
+    m_status->hide();
+    m_progress->hide();
+    m_done->show();
+    offerTranscript(this, "Übermittlung erfolgreich abgeschlossen.", "Support", m_paths, m_log);
+}
+
+newsletter::newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent)
+    : QDialog(parent), m_paths(paths), m_log(log),
+      m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
+{
+    setObjectName("newsletter");
+    setWindowTitle("Neuigkeiten ... Newsletter");
+    auto* explanation = new QLabel("Tragen Sie Ihre E-Mail-Adresse ein und klicken Sie auf \"Senden\": Sie erhalten "
+                                   "dann unsere Neuigkeiten zum Zettelwerk per E-Mail.",
+                                   this);
+    explanation->setObjectName("Label1");
+    explanation->setWordWrap(true);
+    auto* from = field("txtFrom", this);
+    from->setText("ihre.adresse@example.org");
+    auto* subject = field("txtSubject", this);
+    subject->setReadOnly(true);
+    auto* progress = new QProgressBar(this);
+    progress->setObjectName("ProgressBar1");
+    progress->setRange(0, 100);
+    progress->setValue(0);
+    progress->hide();
+    auto* sendKey = button("cmdSend", "&Senden", this);
+    sendKey->setDefault(true);
+    auto* back = button("xpButton2", "&Zurück", this);
+    m_smtp.OnProgress = [progress](int percent) {
+        progress->setValue(percent);
+        QApplication::processEvents();
+    };
+    m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
+    connect(back, &QPushButton::clicked, this, &QDialog::reject);
+    connect(sendKey, &QPushButton::clicked, this, [this, from, subject, progress] {
+        subject->setText("SUBSCRIBE : " + from->text());
+        prepareNewsletter(m_smtp, text(from), vendorAddresses(m_paths));
+        progress->show();
+        if (vendorSend(m_smtp, this))
+            offerTranscript(this, "Anmeldung erfolgreich abgeschlossen.", "Newsletter", m_paths, m_log);
+        progress->hide();
+    });
+    auto* layout = new QFormLayout(this);
+    layout->addRow(explanation);
+    layout->addRow("Ihre E-Mail:", from);
+    layout->addRow("Betreff:", subject);
+    layout->addRow(progress);
+    auto* keys = new QHBoxLayout;
+    keys->addStretch();
+    keys->addWidget(sendKey);
+    keys->addWidget(back);
+    layout->addRow(keys);
+    setMinimumWidth(460);
+}
 
 void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
 {
     auto* log = new frmLog(&window); // one transcript for the whole run
     window.setFaultMailSender([&paths, log](const std::string& report, const std::string& replyAddress) {
         return sendErrorReport(report, replyAddress, paths, *log);
+    });
+    window.setCommand("anr", [&window] { window.openWindow("anregungen_neu"); });
+    window.setWindowOpener("anregungen_neu", [&window, &paths, log] {
+        anregungen_neu wizard(paths, *log, &window);
+        wizard.exec();
+    });
+    window.setWindowOpener("newsletter", [&window, &paths, log] {
+        newsletter signUp(paths, *log, &window);
+        signUp.exec();
     });
     window.setShortcutKey(Quittung::ShortcutKey::Mail, [&window, &form, &settings, &paths, log] {
         std::filesystem::path picture;

@@ -121,7 +121,49 @@ private:
     QLabel *m_userLabel, *m_passwordLabel;
 };
 
-// The mail command (the shortcut bar's key, bm_email and the toolbar mirror it).
+// "Support": four pages, a message to the vendor's support address with a fresh HelpCode at each activation.
+class anregungen_neu : public QDialog
+{
+public:
+    anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent);
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void showPage(int page);
+    void send();
+
+    const ProgramPaths& m_paths;
+    frmLog& m_log;
+    QtEventPoster m_poster;
+    sevSMTP m_smtp;
+    std::vector<QWidget*> m_pages;
+    int m_page = 0;
+    QPushButton *m_back, *m_next;
+    QLineEdit* m_from;
+    QComboBox* m_subject;
+    QTextEdit* m_message;
+    QPlainTextEdit* m_buffer; // txtMessage1, hidden
+    QLabel *m_status, *m_done;
+    QProgressBar* m_progress;
+};
+
+// "Neuigkeiten ... Newsletter": the sign-up mail to the vendor's newsletter address.
+class newsletter : public QDialog
+{
+public:
+    newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent);
+
+private:
+    const ProgramPaths& m_paths;
+    frmLog& m_log;
+    QtEventPoster m_poster;
+    sevSMTP m_smtp;
+};
+
+// The mail command (the shortcut bar's key, bm_email and the toolbar mirror it), the error window's sender, the
+// support wizard behind "anr" and the newsletter window.
 void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
 
 } // namespace zw
