@@ -27,6 +27,7 @@
 
 #include "app/AtomicFile.h"
 #include "app/TextFile.h"
+#include "app/FaultReporter.h"
 #include "app/ProgramPaths.h"
 #include "core/FormHost.h"
 #include "core/RunError.h"
@@ -116,9 +117,9 @@ QIcon toolIcon(const QStyle* style, std::string_view key)
 
 } // namespace
 
-ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, const ProgramPaths& paths,
-                       QWidget* parent)
-    : QDialog(parent), m_table(kind), m_form(form), m_host(host), m_file(paths.home() / kind.file),
+ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, FaultReporter& faults,
+                       const ProgramPaths& paths, QWidget* parent)
+    : QDialog(parent), m_table(kind), m_form(form), m_host(host), m_faults(faults), m_file(paths.home() / kind.file),
       m_reportFile(paths.home() / "report" / "report.htm"), m_helpFile(paths.helpFolder() / "index.html")
 {
     setObjectName(qt(kind.window));
@@ -225,8 +226,9 @@ void ListWindow::load()
     try {
         m_model->reset([this] { m_table.load(m_file); });
     } catch (const RunError& error) {
+        // The load traps its faults: the error window, then the window opens with what could be read.
         QApplication::restoreOverrideCursor();
-        showUntrappedFault(m_host, error);
+        m_faults.report(error, m_table.kind().window);
         QApplication::setOverrideCursor(Qt::WaitCursor);
     }
     std::error_code ignored;
@@ -474,7 +476,7 @@ void installListWindows(Quittung& window, ReceiptForm& form, const ProgramPaths&
         auto open = std::make_shared<QPointer<ListWindow>>();
         window.setWindowOpener(std::string(kind->window), [open, kind, &window, &form, &paths] {
             if (*open == nullptr) {
-                *open = new ListWindow(*kind, form, window, paths, &window);
+                *open = new ListWindow(*kind, form, window, window.faultReporter(), paths, &window);
                 (*open)->setAttribute(Qt::WA_DeleteOnClose);
             }
             (*open)->show();

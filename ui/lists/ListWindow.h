@@ -15,6 +15,7 @@ class QTableView;
 
 namespace zw {
 
+class FaultReporter;
 class FormHost;
 class ListModel;
 class ProgramPaths;
@@ -25,8 +26,8 @@ class ReceiptForm;
 class ListWindow : public QDialog
 {
 public:
-    ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, const ProgramPaths& paths,
-               QWidget* parent = nullptr);
+    ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, FaultReporter& faults,
+               const ProgramPaths& paths, QWidget* parent = nullptr);
 
     ListTable& table() { return m_table; }
     QTableView* grid() const { return m_grid; }
@@ -49,6 +50,7 @@ private:
     ListTable m_table;
     ReceiptForm& m_form;
     FormHost& m_host;
+    FaultReporter& m_faults;
     std::filesystem::path m_file;
     std::filesystem::path m_reportFile;
     std::filesystem::path m_helpFile;
