@@ -1,12 +1,15 @@
 // The error window's report reaching a real SMTP server through the mail part, as a user sends it.
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 
 #include "app/TextFile.h"
 #include "core/RunError.h"
@@ -18,49 +21,118 @@
 namespace zw {
 namespace {
 
-using MailWindowTest = test::MainWindowFixture;
+// The vendor's mail host is a local aiosmtpd; every message box is noted as "title: text" and answered "No".
+class MailWindowTest : public test::MainWindowFixture
+{
+protected:
+    explicit MailWindowTest(int port = 0) : server({"smtp-open", received.string()})
+    {
+        std::ofstream(paths.home() / "vendor.ini")
+            << "mailHost=127.0.0.1:" << (port > 0 ? port : server.port())
+            << "\nsupportAddress=support@zettelwerk.example\nnewsletterAddress=news@zettelwerk.example\n";
+        installMail(*window, form, settings, paths);
+        start();
+        QObject::connect(&answer, &QTimer::timeout, [this] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || dialog->objectName() != "MessageDialog")
+                return;
+            auto* text = dialog->findChild<QLabel*>("text");
+            boxes.push_back(dialog->windowTitle() + ": " + (text ? text->text().section('\n', 0, 0) : QString()));
+            dialog->reject();
+        });
+        answer.start(20);
+    }
+
+    // Runs `act` on the modal window that `open` brings up, then closes that window.
+    void inModal(const std::function<void()>& open, const std::function<void(QDialog&)>& act)
+    {
+        QTimer::singleShot(50, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+            dialog->reject();
+        });
+        open();
+    }
+
+    // Subject, From, To, Cc, the leaf content types and whether the text parts hold `needle`.
+    std::string summary(const std::string& needle)
+    {
+        return test::runPeer("/usr/bin/python3 -c 'import email,email.policy,sys\n"
+                             "m=email.message_from_bytes(open(sys.argv[1],\"rb\").read(),policy=email.policy.default)\n"
+                             "print(m[\"Subject\"]);print(m[\"From\"]);print(m[\"To\"]);print(m[\"Cc\"])\n"
+                             "leaves=[p for p in m.walk() if not p.is_multipart()]\n"
+                             "print([p.get_content_type() for p in leaves])\n"
+                             "print(all(sys.argv[2] in p.get_content() for p in leaves))' " +
+                             received.string() + " '" + needle + "'");
+    }
+
+    std::filesystem::path received = folder.path() / "mail.eml";
+    test::Peer server;
+    QTimer answer;
+    std::vector<QString> boxes;
+};
 
 TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSenderAndCopy)
 {
-    const auto received = folder.path() / "report.eml";
-    test::Peer server({"smtp-open", received.string()});
-    std::ofstream(paths.home() / "vendor.ini")
-        << "mailHost=127.0.0.1:" << server.port() << "\nsupportAddress=support@zettelwerk.example\n";
-    installMail(*window, form, settings, paths);
-    start();
+    // A description with rich-text control characters goes into the report raw; the send still works.
+    inModal([&] { window->faultReporter().report(RunError(13, "Typen unverträglich {\\b"), "optionen"); },
+            [](QDialog& report) {
+                report.findChild<QPushButton*>("Command3")->click();
+                report.findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
+                report.findChild<QPushButton*>("Command4")->click();
+                EXPECT_TRUE(report.findChild<QPushButton*>("Command3")->isEnabled());
+            });
+    EXPECT_EQ(boxes, std::vector<QString>{"Support: Übermittlung erfolgreich abgeschlossen."});
+    EXPECT_EQ(summary("Typen unverträglich"), "Fehlermeldung aus Zettelwerk 6.0.0\nkunde@example.org\n"
+                                              "support@zettelwerk.example\nkunde@example.org\n['text/html']\nTrue\n");
+}
 
-    // The closing question is answered "No", so the transcript stays closed.
-    QString question;
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialog != nullptr && dialog->objectName() == "MessageDialog") {
-            question = dialog->windowTitle();
-            dialog->reject();
-        }
-    });
-    answer.start(20);
-    QTimer::singleShot(50, [&] {
-        auto* report = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(report != nullptr && report->objectName() == "fehlerform");
-        report->findChild<QPushButton*>("Command3")->click();
-        report->findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
-        report->findChild<QPushButton*>("Command4")->click();
-        EXPECT_TRUE(report->findChild<QPushButton*>("Command3")->isEnabled());
-        report->reject();
-    });
-    window->faultReporter().report(RunError::typeMismatch(), "optionen");
-    EXPECT_EQ(question, "Support");
+TEST_F(MailWindowTest, TheSupportMessageAndTheNewsletterSignUpReachTheVendor)
+{
+    inModal([&] { window->openWindow("anregungen_neu"); },
+            [](QDialog& wizard) {
+                wizard.findChild<QLineEdit*>("xpText1")->setText("kunde@example.org");
+                wizard.findChild<QComboBox*>("txtSubject")->setCurrentIndex(3);
+                for (int page = 0; page < 4; ++page)
+                    wizard.findChild<QPushButton*>("cmdNext")->click(); // the fourth click sends
+            });
+    EXPECT_EQ(boxes, std::vector<QString>{"Support: Übermittlung erfolgreich abgeschlossen."});
+    EXPECT_EQ(summary("HelpCode: "), "Zettelwerk V6.0.0 - Fragen zum Programm\nkunde@example.org\n"
+                                     "support@zettelwerk.example\nNone\n['text/plain', 'text/html']\nTrue\n");
 
-    const std::string check = test::runPeer(
-        "/usr/bin/python3 -c 'import email,email.policy,sys\n"
-        "m=email.message_from_bytes(open(sys.argv[1],\"rb\").read(),policy=email.policy.default)\n"
-        "print(m[\"Subject\"]);print(m[\"From\"]);print(m[\"To\"]);print(m[\"Cc\"])\n"
-        "print([p.get_content_type() for p in m.walk() if not p.is_multipart()])\n"
-        "print(\"Typen unverträglich\" in m.get_body((\"html\",)).get_content())' " +
-        received.string());
-    EXPECT_EQ(check, "Fehlermeldung aus Zettelwerk 6.0.0\nkunde@example.org\nsupport@zettelwerk.example\n"
-                     "kunde@example.org\n['text/html']\nTrue\n");
+    inModal([&] { window->openWindow("newsletter"); },
+            [](QDialog& signUp) {
+                signUp.findChild<QLineEdit*>("txtFrom")->setText("leser@example.org");
+                signUp.findChild<QPushButton*>("cmdSend")->click();
+            });
+    EXPECT_EQ(boxes.back(), "Newsletter: Anmeldung erfolgreich abgeschlossen.");
+    EXPECT_EQ(summary("eintragen"), "SUBSCRIBE : leser@example.org\nleser@example.org\nnews@zettelwerk.example\n"
+                                    "None\n['text/plain']\nTrue\n");
+}
+
+// Nobody listens on the mail host's port.
+class RefusedMailTest : public MailWindowTest
+{
+protected:
+    RefusedMailTest() : MailWindowTest(closedPort()) {}
+    static int closedPort()
+    {
+        test::Peer gone({"silent"});
+        return gone.port(); // closed again when `gone` ends
+    }
+};
+
+TEST_F(RefusedMailTest, ARefusedConnectionShowsOnlyTheConnectBoxAndKeepsTheButtonDisabled)
+{
+    inModal([&] { window->faultReporter().report(RunError::typeMismatch(), "optionen"); },
+            [](QDialog& report) {
+                report.findChild<QPushButton*>("Command3")->click();
+                report.findChild<QPushButton*>("Command4")->click();
+                EXPECT_FALSE(report.findChild<QPushButton*>("Command3")->isEnabled());
+                QApplication::restoreOverrideCursor();
+            });
+    EXPECT_EQ(boxes, std::vector<QString>{"Zettelwerk: Fehler beim Verbinden mit dem Mailserver"});
 }
 
 } // namespace
