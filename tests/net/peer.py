@@ -38,6 +38,11 @@ elif mode in ("smtp", "smtp-open"):  # smtp requires the login kasse / Geheim-42
     from aiosmtpd.controller import Controller
     from aiosmtpd.smtp import AuthResult
     class Handler:
+        async def handle_RCPT(self, server, session, envelope, address, options):
+            if address.startswith("niemand@"):
+                return "550 5.1.1 Empfänger unbekannt"
+            envelope.rcpt_tos.append(address)
+            return "250 OK"
         async def handle_DATA(self, server, session, envelope):
             with open(sys.argv[2], "wb") as out:
                 out.write(envelope.original_content)

@@ -25,11 +25,12 @@ namespace {
 class MailWindowTest : public test::MainWindowFixture
 {
 protected:
-    explicit MailWindowTest(int port = 0) : server({"smtp-open", received.string()})
+    explicit MailWindowTest(int port = 0, const char* support = "support@zettelwerk.example")
+        : server({"smtp-open", received.string()})
     {
         std::ofstream(paths.home() / "vendor.ini")
-            << "mailHost=127.0.0.1:" << (port > 0 ? port : server.port())
-            << "\nsupportAddress=support@zettelwerk.example\nnewsletterAddress=news@zettelwerk.example\n";
+            << "mailHost=127.0.0.1:" << (port > 0 ? port : server.port()) << "\nsupportAddress=" << support
+            << "\nnewsletterAddress=news@zettelwerk.example\n";
         installMail(*window, form, settings, paths);
         start();
         QObject::connect(&answer, &QTimer::timeout, [this] {
@@ -133,6 +134,24 @@ TEST_F(RefusedMailTest, ARefusedConnectionShowsOnlyTheConnectBoxAndKeepsTheButto
                 QApplication::restoreOverrideCursor();
             });
     EXPECT_EQ(boxes, std::vector<QString>{"Zettelwerk: Fehler beim Verbinden mit dem Mailserver"});
+}
+
+// The server refuses the support address: the send's error box, then the closing words all the same.
+class RefusedRecipientTest : public MailWindowTest
+{
+protected:
+    RefusedRecipientTest() : MailWindowTest(0, "niemand@zettelwerk.example") {}
+};
+
+TEST_F(RefusedRecipientTest, AFailedSendShowsItsBoxAndThenTheClosingWords)
+{
+    inModal([&] { window->faultReporter().report(RunError::typeMismatch(), "optionen"); },
+            [](QDialog& report) {
+                report.findChild<QPushButton*>("Command3")->click();
+                report.findChild<QPushButton*>("Command4")->click();
+            });
+    EXPECT_EQ(boxes, (std::vector<QString>{"Zettelwerk: Fehler beim Versenden der Nachricht",
+                                           "Support: Übermittlung erfolgreich abgeschlossen."}));
 }
 
 } // namespace
