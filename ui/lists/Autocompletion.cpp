@@ -99,7 +99,7 @@ void installAutocompletion(Quittung& window, ReceiptForm& form, const ProgramPat
     window.setCommand("autver", [&window] { window.openWindow("autocom_bear"); });
     window.setWindowOpener("autocom_bear", [part, &window] {
         part->list.SaveEntries(); // the list reaches the file here and at "Zurück", nowhere else
-        autocom_bear editor(part->list, window, &window);
+        autocom_bear editor(part->list, window, window.faultReporter(), &window);
         editor.exec();
     });
 }

@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QPushButton>
 
+#include "app/FaultReporter.h"
 #include "core/RunError.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/WindowTitle.h"
@@ -13,7 +14,7 @@
 
 namespace zw {
 
-autocom_bear::autocom_bear(Autocomplete& list, FormHost& host, QWidget* parent)
+autocom_bear::autocom_bear(Autocomplete& list, FormHost& host, FaultReporter& faults, QWidget* parent)
     : QDialog(parent), m_editor(list, host), m_host(host)
 {
     setObjectName("autocom_bear");
@@ -67,7 +68,12 @@ autocom_bear::autocom_bear(Autocomplete& list, FormHost& host, QWidget* parent)
     resize(520, 380);
     keepTitleWhole(*this);
 
-    run([this] { m_editor.open(); });
+    try {
+        m_editor.open();
+    } catch (const RunError& error) {
+        faults.report(error, "autocom_bear");
+    }
+    refill();
     m_text1->setFocus();
 }
 

@@ -10,6 +10,8 @@ class QListWidget;
 
 namespace zw {
 
+class FaultReporter;
+
 class Autocomplete;
 class FormHost;
 
@@ -18,7 +20,8 @@ class FormHost;
 class autocom_bear : public QDialog
 {
 public:
-    autocom_bear(Autocomplete& list, FormHost& host, QWidget* parent = nullptr);
+    // A fault of the load goes to `faults` (the error window); the buttons' faults end in the run time's message.
+    autocom_bear(Autocomplete& list, FormHost& host, FaultReporter& faults, QWidget* parent = nullptr);
 
 private:
     // Runs one button's routine; a fault it does not trap ends in the run time's message.
