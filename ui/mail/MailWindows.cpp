@@ -71,6 +71,22 @@ QLineEdit* field(const char* name, QWidget* parent)
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
 
+// A send's events on screen: the bar follows the progress, the status line announces the message, the
+// transcript grows; the window's events run meanwhile.
+void followSession(sevSMTP& smtp, QLabel* status, QProgressBar* progress, frmLog& log)
+{
+    smtp.OnProgress = [progress](int percent) {
+        progress->setValue(percent);
+        QApplication::processEvents();
+    };
+    smtp.OnMessageStart = [status, progress] {
+        status->setText("Nachricht wird versandt...");
+        progress->setValue(0);
+        QApplication::processEvents();
+    };
+    smtp.OnLog = [&log](const std::string& piece) { log.add(piece); };
+}
+
 // Coolbar2: bold, italic, underline, strike-through, font, colour, bullets and alignment for a message editor.
 QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
 {
@@ -150,6 +166,23 @@ QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
 
 } // namespace
 
+void AccountFields::show(const MailAccount& account) const
+{
+    name->setText(qt(account.name));
+    company->setText(qt(account.company));
+    address->setText(qt(account.address));
+    server->setText(qt(account.server));
+    auth->setChecked(account.auth == 1);
+    user->setText(qt(account.user));
+    password->setText(qt(account.password));
+}
+
+MailAccount AccountFields::read() const
+{
+    return {text(name), text(company), text(address), text(server), auth->isChecked() ? 1 : 0, text(user),
+            text(password)};
+}
+
 frmLog::frmLog(QWidget* parent) : QDialog(parent)
 {
     setObjectName("frmLog");
@@ -217,110 +250,132 @@ std::vector<std::string> adressbuch1::fields() const
     return values;
 }
 
-assi_mail::assi_mail(const MailAccount& account, QWidget* parent) : QDialog(parent)
+WizardDialog::WizardDialog(QWidget* parent, const char* lastCaption) : QDialog(parent), m_lastCaption(lastCaption)
+{
+    m_stack = new QStackedWidget(this);
+    m_stack->setObjectName("sevWizard1");
+    m_back = button("cmdBack", "< &Zurück", this);
+    m_next = button("cmdNext", "&Weiter >", this);
+    m_next->setDefault(true);
+    connect(m_back, &QPushButton::clicked, this, [this] { showPage(m_page - 1); });
+    connect(m_next, &QPushButton::clicked, this, [this] {
+        if (onLastPage())
+            finish();
+        else
+            showPage(m_page + 1);
+    });
+}
+
+QVBoxLayout* WizardDialog::addPage(const char* name, const QString& step, const QString& text)
+{
+    auto* widget = new QWidget(m_stack);
+    widget->setObjectName(name);
+    auto* layout = new QVBoxLayout(widget);
+    if (!step.isEmpty()) {
+        auto* header = new QLabel(QString("<b>%1</b><br>%2").arg(step.toHtmlEscaped(), text.toHtmlEscaped()), widget);
+        header->setObjectName("header");
+        header->setWordWrap(true);
+        layout->addWidget(header);
+    }
+    m_stack->addWidget(widget);
+    m_pages.push_back(widget);
+    return layout;
+}
+
+QLabel* WizardDialog::wrappedLabel(const char* name, const QString& caption, QWidget* owner)
+{
+    auto* label = new QLabel(caption, owner);
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    return label;
+}
+
+QLabel* WizardDialog::welcomeHeading(const QString& caption, QWidget* owner)
+{
+    auto* heading = wrappedLabel("Label1", caption, owner);
+    QFont big = heading->font();
+    big.setPointSize(big.pointSize() + 4);
+    big.setBold(true);
+    heading->setFont(big);
+    return heading;
+}
+
+void WizardDialog::showPage(int page)
+{
+    m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
+    m_stack->setCurrentIndex(m_page);
+    m_back->setEnabled(m_page > 0);
+    m_next->setText(onLastPage() ? m_lastCaption : "&Weiter >");
+    if (auto* first = m_pages[static_cast<std::size_t>(m_page)]->findChild<QLineEdit*>())
+        first->setFocus();
+    else
+        m_next->setFocus();
+    pageShown();
+}
+
+assi_mail::assi_mail(const MailAccount& account, QWidget* parent) : WizardDialog(parent, "&Fertigstellen")
 {
     setObjectName("assi_mail");
     setWindowTitle("Assistent");
-    auto* stack = new QStackedWidget(this);
-    stack->setObjectName("sevWizard1");
-    const auto page = [this, stack](const char* name, const char* title, const char* step) {
-        auto* widget = new QWidget(stack);
-        widget->setObjectName(name);
-        auto* layout = new QVBoxLayout(widget);
-        if (title != nullptr) {
-            auto* header = new QLabel(QString("<b>%1</b><br>%2").arg(title, step), widget);
-            header->setObjectName("header");
-            layout->addWidget(header);
-        }
-        stack->addWidget(widget);
-        m_pages.push_back(widget);
-        return layout;
-    };
-    const auto wrapped = [](const char* name, const QString& caption, QWidget* owner) {
-        auto* label = new QLabel(caption, owner);
-        label->setObjectName(name);
-        label->setWordWrap(true);
-        return label;
-    };
-    auto* welcome = page("sevWizardPage1", nullptr, nullptr);
-    auto* greeting = wrapped("Label1", "Herzlich willkommen zur Einrichtung Ihres E-Mail Kontos", m_pages[0]);
-    QFont big = greeting->font();
-    big.setPointSize(big.pointSize() + 4);
-    big.setBold(true);
-    greeting->setFont(big);
-    welcome->addWidget(greeting);
-    welcome->addWidget(wrapped("Label3", "Dieser Assistent begleitet Sie beim Einrichten des E-Mail Kontos.", m_pages[0]));
+    const auto wrapped = &WizardDialog::wrappedLabel;
+    auto* welcome = addPage("sevWizardPage1");
+    welcome->addWidget(welcomeHeading("Herzlich willkommen zur Einrichtung Ihres E-Mail Kontos", page(0)));
+    welcome->addWidget(wrapped("Label3", "Dieser Assistent begleitet Sie beim Einrichten des E-Mail Kontos.", page(0)));
     welcome->addWidget(wrapped("Label2",
                                "Bevor Sie über dieses Programm E-Mails versenden können, müssen Sie zuerst Ihr E-Mail "
                                "Konto einrichten. ",
-                               m_pages[0]));
+                               page(0)));
     welcome->addStretch();
 
-    auto* sender = page("sevWizardPage2", "Einrichten Ihres E-Mail Kontos", "Schritt 1 von 2");
+    auto* sender = addPage("sevWizardPage2", "Einrichten Ihres E-Mail Kontos", "Schritt 1 von 2");
     sender->addWidget(wrapped("Label4",
                               "Geben Sie hier Ihren Namen und ggf. Ihren Firmennamen ein, welcher bei dem Empfänger "
                               "Ihrer E-Mails erscheinen soll.",
-                              m_pages[1]));
+                              page(1)));
     auto* senderForm = new QFormLayout;
-    m_name = field("assiName", m_pages[1]);
-    m_company = field("assiFirma", m_pages[1]);
-    m_address = field("assiEMail", m_pages[1]);
-    senderForm->addRow("Ihr Name:", m_name);
-    senderForm->addRow("Ihr Firmenname (optional):", m_company);
+    m_fields.name = field("assiName", page(1));
+    m_fields.company = field("assiFirma", page(1));
+    m_fields.address = field("assiEMail", page(1));
+    senderForm->addRow("Ihr Name:", m_fields.name);
+    senderForm->addRow("Ihr Firmenname (optional):", m_fields.company);
     sender->addLayout(senderForm);
     sender->addWidget(wrapped("Label6",
                               "Geben Sie nun Ihre E-Mail Adresse ein. Bitte beachten Sie, dass alle Antworten vom "
                               "Empfänger Ihrer E-Mails auch an diese E-Mail Adresse gesendet werden. Z. B. für "
                               "Empfangsbestätigungen.",
-                              m_pages[1]));
+                              page(1)));
     auto* addressForm = new QFormLayout;
-    addressForm->addRow("Ihre E-Mail:", m_address);
+    addressForm->addRow("Ihre E-Mail:", m_fields.address);
     sender->addLayout(addressForm);
     sender->addStretch();
 
-    auto* server = page("sevWizardPage3", "Einrichten Ihres E-Mail Kontos", "Schritt 2 von 2 - Postausgang");
+    auto* server = addPage("sevWizardPage3", "Einrichten Ihres E-Mail Kontos", "Schritt 2 von 2 - Postausgang");
     server->addWidget(wrapped(
-        "Label8", "Geben Sie nun die Zugangsdaten Ihres SMTP-Servers ( Postausgangsserver ) ein.", m_pages[2]));
+        "Label8", "Geben Sie nun die Zugangsdaten Ihres SMTP-Servers ( Postausgangsserver ) ein.", page(2)));
     auto* serverForm = new QFormLayout;
-    m_server = field("assiSMTP", m_pages[2]);
-    serverForm->addRow("SMTP-Server:", m_server);
+    m_fields.server = field("assiSMTP", page(2));
+    serverForm->addRow("SMTP-Server:", m_fields.server);
     server->addLayout(serverForm);
     server->addWidget(wrapped("Label9",
                               "Wenn Ihr Server Authentifizierung verlangt, dann markieren Sie bitte das Feld \"Server "
                               "erfordert Authentifizierung\" und geben Sie die entsprechenden Zugangsdaten in die "
                               "Felder ein.",
-                              m_pages[2]));
-    m_auth = new QCheckBox("Server erfordert Authentifizierung", m_pages[2]);
-    m_auth->setObjectName("chkAUTH");
-    server->addWidget(m_auth);
+                              page(2)));
+    m_fields.auth = new QCheckBox("Server erfordert Authentifizierung", page(2));
+    m_fields.auth->setObjectName("chkAUTH");
+    server->addWidget(m_fields.auth);
     auto* loginForm = new QFormLayout;
-    m_user = field("assiBenutzername", m_pages[2]);
-    m_password = field("assiPasswort", m_pages[2]);
-    m_password->setEchoMode(QLineEdit::Password);
-    loginForm->addRow("Benutzername:", m_user);
-    loginForm->addRow("Passwort:", m_password);
+    m_fields.user = field("assiBenutzername", page(2));
+    m_fields.password = field("assiPasswort", page(2));
+    m_fields.password->setEchoMode(QLineEdit::Password);
+    loginForm->addRow("Benutzername:", m_fields.user);
+    loginForm->addRow("Passwort:", m_fields.password);
     server->addLayout(loginForm);
     server->addStretch();
 
-    m_name->setText(qt(account.name));
-    m_company->setText(qt(account.company));
-    m_address->setText(qt(account.address));
-    m_server->setText(qt(account.server));
-    m_auth->setChecked(account.auth == 1);
-    m_user->setText(qt(account.user));
-    m_password->setText(qt(account.password));
+    m_fields.show(account);
 
-    m_back = button("cmdBack", "< &Zurück", this);
-    m_next = button("cmdNext", "&Weiter >", this);
-    m_next->setDefault(true);
     auto* cancel = button("cmdCancel", "&Abbrechen", this);
-    connect(m_back, &QPushButton::clicked, this, [this] { showPage(m_page - 1); });
-    connect(m_next, &QPushButton::clicked, this, [this] {
-        if (m_page + 1 < static_cast<int>(m_pages.size()))
-            showPage(m_page + 1);
-        else
-            accept();
-    });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     auto* keys = new QHBoxLayout;
     keys->addStretch();
@@ -328,28 +383,15 @@ assi_mail::assi_mail(const MailAccount& account, QWidget* parent) : QDialog(pare
     keys->addWidget(m_next);
     keys->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(stack, 1);
+    layout->addWidget(m_stack, 1);
     layout->addLayout(keys);
     setMinimumSize(480, 360);
     showPage(0);
 }
 
-void assi_mail::showPage(int page)
-{
-    m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
-    qobject_cast<QStackedWidget*>(m_pages[0]->parentWidget())->setCurrentIndex(m_page);
-    m_back->setEnabled(m_page > 0);
-    m_next->setText(m_page + 1 == static_cast<int>(m_pages.size()) ? "&Fertigstellen" : "&Weiter >");
-    if (auto* first = m_pages[static_cast<std::size_t>(m_page)]->findChild<QLineEdit*>())
-        first->setFocus();
-    else
-        m_next->setFocus();
-}
-
 MailAccount assi_mail::account() const
 {
-    return {text(m_name), text(m_company), text(m_address), text(m_server), m_auth->isChecked() ? 1 : 0,
-            text(m_user), text(m_password)};
+    return m_fields.read();
 }
 
 beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log,
@@ -374,16 +416,7 @@ beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& 
     m_attachments->addItem(QString::fromStdString(picture.string()));
     m_attachments->setCurrentRow(m_attachments->count() - 1);
 
-    m_smtp.OnProgress = [this](int percent) {
-        m_progress->setValue(percent);
-        QApplication::processEvents();
-    };
-    m_smtp.OnMessageStart = [this] {
-        m_status->setText("Nachricht wird versandt...");
-        m_progress->setValue(0);
-        QApplication::processEvents();
-    };
-    m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
+    followSession(m_smtp, m_status, m_progress, m_log);
 
     // The address book belongs to the delivered data; without it the window does not open.
     try {
@@ -397,7 +430,7 @@ beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& 
     m_to->clear();
     setSending(false);
     setAccount(loadMailAccount(settings));
-    m_assistantPending = m_server->text().isEmpty();
+    m_assistantPending = m_account.server->text().isEmpty();
     m_priority->setCurrentIndex(1);
     m_loaded = true;
 }
@@ -483,32 +516,32 @@ QWidget* beleg_mail::buildAccountBar()
     bar->setObjectName("OutlookContainer3");
     auto* layout = new QFormLayout(bar);
     layout->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    m_name = field("txtName", bar);
-    m_company = field("txtFirma", bar);
-    m_address = field("txtEmail", bar);
-    m_server = field("txtSMTP", bar);
-    m_auth = new QCheckBox("SMTP-Authentifizierung", bar);
-    m_auth->setObjectName("chkSMTPAUTH");
-    m_user = field("txtBenutzername", bar);
-    m_password = field("txtPasswort", bar);
-    m_password->setEchoMode(QLineEdit::Password);
-    layout->addRow("Ihr Name:", m_name);
-    layout->addRow("Ihr Firmenname (optional)", m_company);
-    layout->addRow("Ihre E-Mail-Adresse:", m_address);
-    layout->addRow("SMTP-Server", m_server);
-    layout->addRow(m_auth);
+    m_account.name = field("txtName", bar);
+    m_account.company = field("txtFirma", bar);
+    m_account.address = field("txtEmail", bar);
+    m_account.server = field("txtSMTP", bar);
+    m_account.auth = new QCheckBox("SMTP-Authentifizierung", bar);
+    m_account.auth->setObjectName("chkSMTPAUTH");
+    m_account.user = field("txtBenutzername", bar);
+    m_account.password = field("txtPasswort", bar);
+    m_account.password->setEchoMode(QLineEdit::Password);
+    layout->addRow("Ihr Name:", m_account.name);
+    layout->addRow("Ihr Firmenname (optional)", m_account.company);
+    layout->addRow("Ihre E-Mail-Adresse:", m_account.address);
+    layout->addRow("SMTP-Server", m_account.server);
+    layout->addRow(m_account.auth);
     m_userLabel = new QLabel("Benutzername", bar);
     m_userLabel->setObjectName("Label9");
     m_passwordLabel = new QLabel("Passwort", bar);
     m_passwordLabel->setObjectName("Label10");
-    layout->addRow(m_userLabel, m_user);
-    layout->addRow(m_passwordLabel, m_password);
+    layout->addRow(m_userLabel, m_account.user);
+    layout->addRow(m_passwordLabel, m_account.password);
     auto* save = button("Command1", "&Daten speichern", bar);
     auto* assistant = button("Command2", "&Assistent zum Einrichten", bar);
     layout->addRow(save);
     layout->addRow(assistant);
-    connect(m_auth, &QCheckBox::toggled, this, [this](bool on) {
-        for (QWidget* widget : std::initializer_list<QWidget*>{m_user, m_password, m_userLabel, m_passwordLabel})
+    connect(m_account.auth, &QCheckBox::toggled, this, [this](bool on) {
+        for (QWidget* widget : std::initializer_list<QWidget*>{m_account.user, m_account.password, m_userLabel, m_passwordLabel})
             widget->setEnabled(on);
     });
     connect(save, &QPushButton::clicked, this, [this] { saveMailAccount(m_settings, account()); });
@@ -597,21 +630,14 @@ QWidget* beleg_mail::buildEditor()
 
 void beleg_mail::setAccount(const MailAccount& account)
 {
-    m_name->setText(qt(account.name));
-    m_company->setText(qt(account.company));
-    m_address->setText(qt(account.address));
-    m_server->setText(qt(account.server));
-    m_auth->setChecked(account.auth == 1);
-    m_user->setText(qt(account.user));
-    m_password->setText(qt(account.password));
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_user, m_password, m_userLabel, m_passwordLabel})
-        widget->setEnabled(m_auth->isChecked());
+    m_account.show(account);
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_account.user, m_account.password, m_userLabel, m_passwordLabel})
+        widget->setEnabled(m_account.auth->isChecked());
 }
 
 MailAccount beleg_mail::account() const
 {
-    return {text(m_name),   text(m_company), text(m_address), text(m_server), m_auth->isChecked() ? 1 : 0,
-            text(m_user),   text(m_password)};
+    return m_account.read();
 }
 
 void beleg_mail::saveBook()
@@ -772,60 +798,35 @@ bool sendErrorReport(const std::string& report, const std::string& replyAddress,
 } // namespace
 
 anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent)
-    : QDialog(parent), m_paths(paths), m_log(log),
+    : WizardDialog(parent, "&Senden"), m_paths(paths), m_log(log),
       m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
 {
     setObjectName("anregungen_neu");
     setWindowTitle("Support");
-    auto* stack = new QStackedWidget(this);
-    stack->setObjectName("sevWizard1");
-    const auto page = [this, stack](const char* name, const char* step, const QString& header) {
-        auto* widget = new QWidget(stack);
-        widget->setObjectName(name);
-        auto* layout = new QVBoxLayout(widget);
-        if (step != nullptr) {
-            auto* label = new QLabel(QString("<b>%1</b><br>%2").arg(step, header.toHtmlEscaped()), widget);
-            label->setWordWrap(true);
-            layout->addWidget(label);
-        }
-        stack->addWidget(widget);
-        m_pages.push_back(widget);
-        return layout;
-    };
-    const auto wrapped = [](const char* name, const QString& caption, QWidget* owner) {
-        auto* label = new QLabel(caption, owner);
-        label->setObjectName(name);
-        label->setWordWrap(true);
-        return label;
-    };
-    auto* welcome = page("sevWizardPage1", nullptr, {});
-    auto* greeting = wrapped("Label1", "Herzlich willkommen zum E-Mail - Support des Zettelwerks!", m_pages[0]);
-    QFont big = greeting->font();
-    big.setPointSize(big.pointSize() + 4);
-    big.setBold(true);
-    greeting->setFont(big);
-    welcome->addWidget(greeting);
+    const auto wrapped = &WizardDialog::wrappedLabel;
+    auto* welcome = addPage("sevWizardPage1");
+    welcome->addWidget(welcomeHeading("Herzlich willkommen zum E-Mail - Support des Zettelwerks!", page(0)));
     welcome->addWidget(wrapped("Label2",
                                "Sie haben hier die Möglichkeit uns eine Nachricht mit Fragen, Anregungen, Kritiken und "
                                "bzgl. des Supports zu senden. Ihre Anfrage geht per E-Mail an uns. Wir werden uns in "
                                "der Regel bemühen, Ihre Nachrichten so schnell wie möglich zu beantworten.",
-                               m_pages[0]));
+                               page(0)));
     welcome->addWidget(wrapped("Label3",
                                "Die E-Mail, welche hier versendet wird enthält die üblichen E-Mail-Daten. Uns wird, "
                                "Ihre auf der nächsten Seite eingegebene E-Mail-Adresse übermittelt (diese wird "
                                "benötigt um Ihnen zu antworten), sowie der Nachrichtentext, welchen Sie einsehen und "
                                "bearbeiten können.",
-                               m_pages[0]));
+                               page(0)));
     welcome->addWidget(wrapped(
-        "Label4", "Klicken Sie nun auf \"Weiter\" um mit der Erstellung der Nachricht zu beginnen.", m_pages[0]));
+        "Label4", "Klicken Sie nun auf \"Weiter\" um mit der Erstellung der Nachricht zu beginnen.", page(0)));
     welcome->addStretch();
 
-    auto* who = page("sevWizardPage2", "Schritt 1 von 3",
+    auto* who = addPage("sevWizardPage2", "Schritt 1 von 3",
                      "Bitte geben Sie hier Ihre E-Mail Adresse ein und wählen Sie den Betreff der E-Mail aus.");
     auto* whoForm = new QFormLayout;
     whoForm->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    m_from = field("xpText1", m_pages[1]);
-    m_subject = new QComboBox(m_pages[1]);
+    m_from = field("xpText1", page(1));
+    m_subject = new QComboBox(page(1));
     m_subject->setObjectName("txtSubject");
     m_subject->setEditable(true);
     for (const std::string& subject : supportSubjects())
@@ -837,25 +838,25 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
     who->addLayout(whoForm);
     who->addStretch();
 
-    auto* what = page("sevWizardPage3", "Schritt 2 von 3",
+    auto* what = addPage("sevWizardPage3", "Schritt 2 von 3",
                       "Geben Sie hier Ihre Nachricht an uns ein. Bitte belassen Sie den vorgegebenen Text in der "
                       "Nachricht. Somit können wir die Nachricht gezielter bearbeiten.");
-    m_message = new QTextEdit(m_pages[2]);
+    m_message = new QTextEdit(page(2));
     m_message->setObjectName("RichTextBox1");
-    m_buffer = new QPlainTextEdit(m_pages[2]);
+    m_buffer = new QPlainTextEdit(page(2));
     m_buffer->setObjectName("txtMessage1");
     m_buffer->hide();
-    what->addWidget(richTextToolbar(m_message, m_pages[2]));
+    what->addWidget(richTextToolbar(m_message, page(2)));
     what->addWidget(m_message, 1);
 
-    auto* go = page("sevWizardPage4", "Schritt 3 von 3",
+    auto* go = addPage("sevWizardPage4", "Schritt 3 von 3",
                     "Klicken Sie nun auf \"Senden\" um die Nachricht an uns zu übermitteln.");
-    m_status = new QLabel(m_pages[3]);
+    m_status = new QLabel(page(3));
     m_status->setObjectName("lblStatus");
-    m_progress = new QProgressBar(m_pages[3]);
+    m_progress = new QProgressBar(page(3));
     m_progress->setObjectName("ProgressBar1");
     m_progress->setRange(0, 100);
-    m_done = wrapped("Label7", "Nachricht wurde übermittelt!", m_pages[3]);
+    m_done = wrapped("Label7", "Nachricht wurde übermittelt!", page(3));
     go->addWidget(m_status);
     go->addWidget(m_progress);
     go->addWidget(m_done);
@@ -863,9 +864,6 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
 
     auto* help = button("Command1", "&Hilfe", this);
     auto* forum = button("Command2", "Online-Forum", this);
-    m_back = button("cmdBack", "< &Zurück", this);
-    m_next = button("cmdNext", "&Weiter >", this);
-    m_next->setDefault(true);
     auto* cancel = button("cmdCancel", "&Abbrechen", this);
     connect(help, &QPushButton::clicked, this, [this] {
         QDialog text(this);
@@ -883,27 +881,11 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
     });
     connect(forum, &QPushButton::clicked, this,
             [this] { QDesktopServices::openUrl(QUrl(qt(vendorAddresses(m_paths).webHome + "forum/"))); });
-    connect(m_back, &QPushButton::clicked, this, [this] { showPage(m_page - 1); });
-    connect(m_next, &QPushButton::clicked, this, [this] {
-        if (m_page + 1 == static_cast<int>(m_pages.size()))
-            send();
-        else
-            showPage(m_page + 1);
-    });
     connect(cancel, &QPushButton::clicked, this, [this] {
         m_smtp.Abort();
         reject();
     });
-    m_smtp.OnProgress = [this](int percent) {
-        m_progress->setValue(percent);
-        QApplication::processEvents();
-    };
-    m_smtp.OnMessageStart = [this] {
-        m_status->setText("Nachricht wird versandt...");
-        m_progress->setValue(0);
-        QApplication::processEvents();
-    };
-    m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
+    followSession(m_smtp, m_status, m_progress, m_log);
 
     auto* keys = new QHBoxLayout;
     keys->addWidget(help);
@@ -913,7 +895,7 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
     keys->addWidget(m_next);
     keys->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(stack, 1);
+    layout->addWidget(m_stack, 1);
     layout->addLayout(keys);
     resize(640, 480);
     showPage(0);
@@ -935,20 +917,15 @@ bool anregungen_neu::event(QEvent* event)
     return QDialog::event(event);
 }
 
-void anregungen_neu::showPage(int page)
+void anregungen_neu::pageShown()
 {
-    m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
-    qobject_cast<QStackedWidget*>(m_pages[0]->parentWidget())->setCurrentIndex(m_page);
-    m_back->setEnabled(m_page > 0);
-    const bool last = m_page + 1 == static_cast<int>(m_pages.size());
-    m_next->setText(last ? "&Senden" : "&Weiter >");
-    if (last) {
+    if (onLastPage()) {
         m_status->show();
         m_done->hide();
     }
 }
 
-void anregungen_neu::send()
+void anregungen_neu::finish()
 {
     m_buffer->setPlainText(m_message->toPlainText());
     prepareSupportMail(m_smtp, text(m_from), m_subject->currentText().toStdString(),

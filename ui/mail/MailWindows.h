@@ -18,7 +18,9 @@ class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class QTableWidget;
+class QStackedWidget;
 class QTextEdit;
+class QVBoxLayout;
 
 namespace zw {
 
@@ -52,21 +54,53 @@ private:
     std::vector<QLineEdit*> m_fields;
 };
 
+// The seven account fields, in the mail window and in the assistant alike.
+struct AccountFields
+{
+    QLineEdit *name, *company, *address, *server;
+    QCheckBox* auth;
+    QLineEdit *user, *password;
+    void show(const MailAccount& account) const;
+    MailAccount read() const;
+};
+
+// The pages of a wizard with its back and next keys; the next key's caption on the last page is `lastCaption`,
+// and a click there runs finish().
+class WizardDialog : public QDialog
+{
+protected:
+    WizardDialog(QWidget* parent, const char* lastCaption);
+    // A page; with a step ("Schritt 1 von 2") the page starts with it in bold and the text below.
+    QVBoxLayout* addPage(const char* name, const QString& step = {}, const QString& text = {});
+    // A word-wrapped label; the welcome page's heading is bigger and bold.
+    static QLabel* wrappedLabel(const char* name, const QString& caption, QWidget* owner);
+    static QLabel* welcomeHeading(const QString& caption, QWidget* owner);
+    void showPage(int page);
+    virtual void finish() = 0;
+    virtual void pageShown() {}
+    bool onLastPage() const { return m_page + 1 == static_cast<int>(m_pages.size()); }
+    QWidget* page(int index) const { return m_pages[static_cast<std::size_t>(index)]; }
+
+    QStackedWidget* m_stack;
+    QPushButton* m_back;
+    QPushButton* m_next;
+
+private:
+    std::vector<QWidget*> m_pages;
+    int m_page = 0;
+    const char* m_lastCaption;
+};
+
 // "Assistent": the account in three pages; writes the settings and the mail window's fields only on Finish.
-class assi_mail : public QDialog
+class assi_mail : public WizardDialog
 {
 public:
     assi_mail(const MailAccount& account, QWidget* parent);
     MailAccount account() const;
 
 private:
-    void showPage(int page);
-    std::vector<QWidget*> m_pages;
-    int m_page = 0;
-    QPushButton* m_back;
-    QPushButton* m_next;
-    QLineEdit *m_name, *m_address, *m_company, *m_server, *m_user, *m_password;
-    QCheckBox* m_auth;
+    void finish() override { accept(); }
+    AccountFields m_fields;
 };
 
 // "Beleg per E-Mail senden": the current receipt's picture as first attachment, a rich-text message, the
@@ -112,17 +146,17 @@ private:
     QTextEdit* m_message;
     QListWidget* m_attachments;
     QPushButton *m_send, *m_cancel;
-    QCheckBox *m_readReceipt, *m_zip, *m_auth;
+    QCheckBox *m_readReceipt, *m_zip;
     QComboBox* m_priority;
     QLabel* m_status;
     QProgressBar* m_progress;
     QTableWidget* m_grid;
-    QLineEdit *m_name, *m_company, *m_address, *m_server, *m_user, *m_password;
+    AccountFields m_account;
     QLabel *m_userLabel, *m_passwordLabel;
 };
 
 // "Support": four pages, a message to the vendor's support address with a fresh HelpCode at each activation.
-class anregungen_neu : public QDialog
+class anregungen_neu : public WizardDialog
 {
 public:
     anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent);
@@ -131,16 +165,13 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void showPage(int page);
-    void send();
+    void finish() override;
+    void pageShown() override;
 
     const ProgramPaths& m_paths;
     frmLog& m_log;
     QtEventPoster m_poster;
     sevSMTP m_smtp;
-    std::vector<QWidget*> m_pages;
-    int m_page = 0;
-    QPushButton *m_back, *m_next;
     QLineEdit* m_from;
     QComboBox* m_subject;
     QTextEdit* m_message;
