@@ -5,34 +5,10 @@
 #include <ctime>
 
 #include "core/GermanNumbers.h"
+#include "core/HtmlText.h"
 
 namespace zw {
 namespace {
-
-std::string escaped(std::string_view text)
-{
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
 
 // One line of header or footer with the grid's markers.
 void appendMarkedLine(std::string& html, std::string_view text, std::string_view cssClass)
@@ -49,7 +25,7 @@ void appendMarkedLine(std::string& html, std::string_view text, std::string_view
             continue;
         const bool right = cell.starts_with('>');
         html += right ? "<td class=\"r\">" : "<td>";
-        html += escaped(right ? cell.substr(1) : cell);
+        html += htmlEscaped(right ? cell.substr(1) : cell);
         html += "</td>";
     }
     html += "</tr></table>\n";
@@ -89,13 +65,13 @@ std::string listReportHtml(const ListTable& table, const ReportOptions& options,
     const ListReportTexts texts(table, today);
     const int perPage = std::max(1, options.rowsPerPage);
     const int rows = table.rowCount();
-    const int pages = std::max(1, (rows + perPage - 1) / perPage);
+    const int pages = reportPageCount(rows, perPage);
     const ReportStyle plain;
     const ReportStyle& look = style != nullptr && options.carryFormatting ? *style : plain;
 
     std::string html = "<!DOCTYPE html>\n<html lang=\"de\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
-                       escaped(options.title) + "</title>\n<style>\nbody { font-family: \"" +
-                       escaped(look.fontFamily) + "\", sans-serif; font-size: " + std::to_string(look.fontPoints) +
+                       htmlEscaped(options.title) + "</title>\n<style>\nbody { font-family: \"" +
+                       htmlEscaped(look.fontFamily) + "\", sans-serif; font-size: " + std::to_string(look.fontPoints) +
                        "pt; color: " + look.text + "; background: " + look.background +
                        "; }\ntable { width: 100%; border-collapse: collapse; }\n"
                        "table.grid td, table.grid th { border: 1px solid #a0a0a0; padding: 2px 4px; }\n"
@@ -106,21 +82,21 @@ std::string listReportHtml(const ListTable& table, const ReportOptions& options,
     for (int page = 1; page <= pages; ++page) {
         if (page == 6 && events.showEarly)
             events.showEarly(html + "</body>\n</html>\n");
-        html += "<section>\n<h1>" + escaped(options.title) + "</h1>\n";
+        html += "<section>\n<h1>" + htmlEscaped(options.title) + "</h1>\n";
         appendMarkedLine(html, texts.pageHeader(page, pages), "header");
         html += "<table class=\"grid\">\n<thead><tr>";
         for (const ListColumn& column : table.kind().columns)
-            html += "<th>" + escaped(column.heading) + "</th>";
+            html += "<th>" + htmlEscaped(column.heading) + "</th>";
         html += "</tr></thead>\n<tbody>\n";
         const int last = std::min(rows, page * perPage);
         for (int row = (page - 1) * perPage; row < last; ++row) {
             html += "<tr>";
             for (const std::string& cell : table.rows()[static_cast<std::size_t>(row)])
-                html += "<td>" + escaped(cell) + "</td>";
+                html += "<td>" + htmlEscaped(cell) + "</td>";
             html += "</tr>\n";
             texts.addRow(row, sum);
             if (events.progress)
-                events.progress(row + 1, rows);
+                events.progress(row + 1, rows, page, pages);
         }
         html += "</tbody>\n</table>\n";
         appendMarkedLine(html, texts.pageFooter(page, pages, sum), "footer");
@@ -128,6 +104,12 @@ std::string listReportHtml(const ListTable& table, const ReportOptions& options,
     }
     html += "</body>\n</html>\n";
     return html;
+}
+
+int reportPageCount(int rows, int rowsPerPage)
+{
+    const int perPage = std::max(1, rowsPerPage);
+    return std::max(1, (rows + perPage - 1) / perPage);
 }
 
 int progressPercent(double value, double minimum, double maximum)

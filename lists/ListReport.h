@@ -33,7 +33,7 @@ struct ReportStyle
 
 struct ReportEvents
 {
-    std::function<void(int done, int total)> progress;
+    std::function<void(int done, int total, int page, int pages)> progress;
     // At the header of page 6 the report so far is shown at once, whatever the option says.
     std::function<void(std::string_view htmlSoFar)> showEarly;
 };
@@ -60,6 +60,11 @@ private:
 // the second cell of a line, ">" at the start of a cell aligns it right.
 std::string listReportHtml(const ListTable& table, const ReportOptions& options, const ReportStyle* style,
                            const std::string& today, std::int32_t& sum, const ReportEvents& events = {});
+
+// The number of pages: at least one.
+int reportPageCount(int rows, int rowsPerPage);
+// A finished report is shown unless it was shown early already (early display on, six pages or more).
+inline bool shownWhenFinished(const ReportOptions& options, int pages) { return pages < 6 || !options.earlyDisplay; }
 
 // The progress picture's whole percentage for value between minimum and maximum.
 int progressPercent(double value, double minimum, double maximum);

@@ -3,6 +3,7 @@
 #include "app/ProgramPaths.h"
 #include "app/VendorAddresses.h"
 #include "app/Version.h"
+#include "core/HtmlText.h"
 #include "core/RunError.h"
 #include "core/Settings.h"
 #include "mail/sevSMTP.h"
@@ -11,6 +12,15 @@ namespace zw {
 namespace {
 
 constexpr std::string_view kSection = "EMail";
+
+// The vendor's mail host without login, the mailer tag, sender and recipient.
+void vendorSession(sevSMTP& smtp, const std::string& from, const std::string& to, const VendorAddresses& vendor)
+{
+    smtp.Server = vendor.mailHost;
+    smtp.MailerTag = mailerTag(vendor);
+    smtp.SenderAddress = from;
+    smtp.Recipient = to;
+}
 
 } // namespace
 
@@ -94,41 +104,9 @@ std::string connectAndSend(sevSMTP& smtp)
 
 std::string plainTextHtml(std::string_view text)
 {
-    std::string html = "<!DOCTYPE html>\r\n<html><head><meta charset=\"utf-8\"><title></title></head><body>";
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '&')
-            html += "&amp;";
-        else if (c == '<')
-            html += "&lt;";
-        else if (c == '>')
-            html += "&gt;";
-        else if (c == '\r')
-            continue;
-        else if (c == '\n')
-            html += "<br>\r\n";
-        else
-            html += c;
-    }
-    return html + "</body></html>\r\n";
+    return "<!DOCTYPE html>\r\n<html><head><meta charset=\"utf-8\"><title></title></head><body>" +
+           htmlEscaped(text, true) + "</body></html>\r\n";
 }
-
-} // namespace zw
-
-namespace zw {
-
-namespace {
-
-// The vendor's mail host without login, the mailer tag, sender and recipient.
-void vendorSession(sevSMTP& smtp, const std::string& from, const std::string& to, const VendorAddresses& vendor)
-{
-    smtp.Server = vendor.mailHost;
-    smtp.MailerTag = mailerTag(vendor);
-    smtp.SenderAddress = from;
-    smtp.Recipient = to;
-}
-
-} // namespace
 
 void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
                         const VendorAddresses& vendor)
@@ -144,9 +122,6 @@ void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std:
     smtp.ClearAttachments();
 }
 
-} // namespace zw
-
-namespace zw {
 std::vector<std::string> supportSubjects()
 {
     std::vector<std::string> subjects;

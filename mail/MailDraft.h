@@ -61,18 +61,12 @@ std::string connectAndSend(sevSMTP& smtp);
 // The message editor's plain text as HTML for the alternative part: escaped, line breaks kept.
 std::string plainTextHtml(std::string_view text);
 
-} // namespace zw
-
-namespace zw {
 
 // The error report to the vendor's support address over the vendor's mail host, without login: HTML alone,
 // the user's address as sender and copy when given, else the support address as both sender and recipient.
 void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std::string& replyAddress,
                         const VendorAddresses& vendor);
 
-} // namespace zw
-
-namespace zw {
 
 // The support wizard's subject list: "Zettelwerk V6.0.0 - Anregungen zum Programm" and the four others.
 std::vector<std::string> supportSubjects();

@@ -2,47 +2,18 @@
 
 #include <cstdio>
 
+#include "core/HtmlText.h"
 #include "export/rtf/RtfReader.h"
 
 namespace zw {
 namespace {
-
-void appendEscaped(std::string& html, std::string_view text)
-{
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        case '\n':
-            html += "<br>";
-            break;
-        case '\t':
-            html += "&emsp;";
-            break;
-        default:
-            html += c;
-        }
-    }
-}
 
 std::string runStyle(const rtf::Document& document, const rtf::CharFormat& format)
 {
     std::string style;
     if (format.font >= 0 && static_cast<std::size_t>(format.font) < document.fonts.size() &&
         !document.fonts[static_cast<std::size_t>(format.font)].name.empty()) {
-        std::string name;
-        appendEscaped(name, document.fonts[static_cast<std::size_t>(format.font)].name);
-        style += "font-family:'" + name + "';";
+        style += "font-family:'" + htmlEscaped(document.fonts[static_cast<std::size_t>(format.font)].name) + "';";
     }
     style += "font-size:" + std::to_string(format.halfPoints / 2) + (format.halfPoints % 2 ? ".5pt;" : "pt;");
     if (format.colour > 0 && static_cast<std::size_t>(format.colour) <= document.colours.size()) {
@@ -74,7 +45,7 @@ std::string RtfToHtml::Convert(std::string_view rtf, bool fullDocument, std::str
             body += "<span style=\"" + runStyle(document, f) + "\">";
             body += std::string(f.bold ? "<b>" : "") + (f.italic ? "<i>" : "") + (f.underline ? "<u>" : "") +
                     (f.strikethrough ? "<s>" : "");
-            appendEscaped(body, run.text);
+            appendHtmlEscaped(body, run.text, true);
             body += std::string(f.strikethrough ? "</s>" : "") + (f.underline ? "</u>" : "") +
                     (f.italic ? "</i>" : "") + (f.bold ? "</b>" : "") + "</span>";
         }
@@ -82,9 +53,7 @@ std::string RtfToHtml::Convert(std::string_view rtf, bool fullDocument, std::str
     }
     if (!fullDocument)
         return body;
-    std::string escapedTitle;
-    appendEscaped(escapedTitle, title);
-    return "<!DOCTYPE html>\r\n<html><head><meta charset=\"utf-8\"><title>" + escapedTitle +
+    return "<!DOCTYPE html>\r\n<html><head><meta charset=\"utf-8\"><title>" + htmlEscaped(title) +
            "</title></head>\r\n<body>\r\n" + body + "</body></html>\r\n";
 }
 

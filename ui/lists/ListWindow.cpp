@@ -325,12 +325,9 @@ bool ListWindow::makeReport(const ReportOptions& options)
     look.text = m_grid->palette().color(QPalette::Text).name().toStdString();
     look.background = m_grid->palette().color(QPalette::Base).name().toStdString();
     look.heading = m_grid->palette().color(QPalette::Button).name().toStdString();
-    const int perPage = std::max(1, options.rowsPerPage);
-    const int pages = std::max(1, (m_table.rowCount() + perPage - 1) / perPage);
-
     ReportEvents events;
-    events.progress = [this, perPage, pages](int done, int total) {
-        m_progressText->setText(QString("Seite %1 von %2").arg((done - 1) / perPage + 1).arg(pages));
+    events.progress = [this](int done, int total, int page, int pages) {
+        m_progressText->setText(QString("Seite %1 von %2").arg(page).arg(pages));
         paintProgress(progressPercent(done, 0, total));
         QApplication::processEvents();
     };
@@ -350,7 +347,7 @@ bool ListWindow::makeReport(const ReportOptions& options)
         showUntrappedFault(m_host, error);
     }
     m_reportPanels->setCurrentIndex(0);
-    if (written && (pages < 6 || !options.earlyDisplay))
+    if (written && shownWhenFinished(options, reportPageCount(m_table.rowCount(), options.rowsPerPage)))
         showReport(m_reportFile, options.inBrowser);
     return written;
 }

@@ -300,6 +300,20 @@ QLabel* WizardDialog::welcomeHeading(const QString& caption, QWidget* owner)
     return heading;
 }
 
+void WizardDialog::layOut(std::initializer_list<QWidget*> leftKeys, QPushButton* cancel)
+{
+    auto* keys = new QHBoxLayout;
+    for (QWidget* key : leftKeys)
+        keys->addWidget(key);
+    keys->addStretch();
+    keys->addWidget(m_back);
+    keys->addWidget(m_next);
+    keys->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_stack, 1);
+    layout->addLayout(keys);
+}
+
 void WizardDialog::showPage(int page)
 {
     m_page = std::clamp(page, 0, static_cast<int>(m_pages.size()) - 1);
@@ -377,14 +391,7 @@ assi_mail::assi_mail(const MailAccount& account, QWidget* parent) : WizardDialog
 
     auto* cancel = button("cmdCancel", "&Abbrechen", this);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto* keys = new QHBoxLayout;
-    keys->addStretch();
-    keys->addWidget(m_back);
-    keys->addWidget(m_next);
-    keys->addWidget(cancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_stack, 1);
-    layout->addLayout(keys);
+    layOut({}, cancel);
     setMinimumSize(480, 360);
     showPage(0);
 }
@@ -887,16 +894,7 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
     });
     followSession(m_smtp, m_status, m_progress, m_log);
 
-    auto* keys = new QHBoxLayout;
-    keys->addWidget(help);
-    keys->addWidget(forum);
-    keys->addStretch();
-    keys->addWidget(m_back);
-    keys->addWidget(m_next);
-    keys->addWidget(cancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_stack, 1);
-    layout->addLayout(keys);
+    layOut({help, forum}, cancel);
     resize(640, 480);
     showPage(0);
 }

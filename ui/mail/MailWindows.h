@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 
 #include "lists/ListTable.h"
@@ -75,6 +76,8 @@ protected:
     // A word-wrapped label; the welcome page's heading is bigger and bold.
     static QLabel* wrappedLabel(const char* name, const QString& caption, QWidget* owner);
     static QLabel* welcomeHeading(const QString& caption, QWidget* owner);
+    // The pages above, the keys below: `leftKeys` on the left, back, next and cancel on the right.
+    void layOut(std::initializer_list<QWidget*> leftKeys, QPushButton* cancel);
     void showPage(int page);
     virtual void finish() = 0;
     virtual void pageShown() {}
