@@ -190,6 +190,9 @@ struct Transfer::Impl {
         r.aborted = abortRequested || r.curlCode == CURLE_ABORTED_BY_CALLBACK;
         r.timedOut = r.curlCode == CURLE_OPERATION_TIMEDOUT;
         curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &r.responseCode);
+        curl_off_t announced = -1;
+        if (!smtp && curl_easy_getinfo(easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced) == CURLE_OK)
+            r.contentLength = announced;
         curl_multi_remove_handle(m, easy);
         curl_easy_cleanup(easy);
         {
@@ -266,6 +269,8 @@ void Transfer::start(HttpGet request)
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Impl::onWrite);
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, m_impl.get());
+    if (request.receiveBlock > 0)
+        curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, request.receiveBlock);
     m_impl->worker = std::thread([impl = m_impl.get(), easy, target = request.targetFile] { impl->run(easy, target); });
 }
 

@@ -25,6 +25,7 @@ struct TransferResult {
     bool timedOut = false;
     std::string description; // German, for the user
     std::string serverReply; // the server's last reply line, if any (SMTP)
+    std::int64_t contentLength = -1; // what the server announced (HTTP); -1 when it did not
     bool ok() const { return curlCode == 0 && !aborted && (responseCode < 400); }
 };
 
@@ -37,6 +38,7 @@ struct HttpGet {
     std::string url;
     std::filesystem::path targetFile; // empty: keep the body in memory (Transfer::body())
     Timeouts timeouts;
+    long receiveBlock = 0; // largest piece read at once; 0 leaves curl's own
 };
 
 struct SmtpSend {

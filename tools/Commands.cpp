@@ -7,6 +7,8 @@ namespace zw::cli {
 std::span<const CliCommand> commands()
 {
     static const std::array kCommands = {
+        CliCommand{"backup", "backup ORDNER              Datensicherung des Datenordners nach ORDNER/backup_zw6.zip",
+                   &runBackup},
         CliCommand{"export",
                    "export pdf|xml|rtf|bmp|png|jpg QUITTUNG.ZW5 ZIELDATEI [--quality 0..100]  Quittung exportieren",
                    &runExport},
@@ -27,6 +29,9 @@ std::span<const CliCommand> commands()
                    "[--verbose]  Quittung per E-Mail senden",
                    &runMail},
         CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
+        CliCommand{"restore", "restore ORDNER             ORDNER/backup_zw6.zip in den Programmordner rücksichern",
+                   &runRestore},
+        CliCommand{"update", "update check               Auf dem Server nach einer neuen Version suchen", &runUpdate},
     };
     return kCommands;
 }

@@ -9,11 +9,14 @@ namespace zw::cli {
 // Every command of the companion command line; each lives in its own file.
 std::span<const CliCommand> commands();
 
+int runBackup(CliContext& context);
 int runExport(CliContext& context);
 int runInfo(CliContext& context);
 int runLedger(CliContext& context);
 int runLists(CliContext& context);
 int runMail(CliContext& context);
+int runRestore(CliContext& context);
+int runUpdate(CliContext& context);
 int runWords(CliContext& context);
 int runGross(CliContext& context);
 int runNet(CliContext& context);
