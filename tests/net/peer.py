@@ -1,6 +1,6 @@
 """Local peers for the transfer tests: prints its port, serves until terminated.
 peer.py http DIR | silent | smtp OUTFILE | smtp-open OUTFILE"""
-import functools, http.server, socket, sys, time, warnings
+import functools, http.server, socket, struct, sys, time, warnings
 warnings.simplefilter("ignore")
 
 mode = sys.argv[1]
@@ -9,6 +9,20 @@ if mode == "http":
         def log_message(self, *args):
             pass
         def do_GET(self):
+            if self.path in ("/zero", "/chunked", "/reset"):
+                self.send_response(200)
+                if self.path != "/chunked":
+                    self.send_header("Content-Length", "0" if self.path == "/zero" else "100000")
+                self.end_headers()
+                if self.path == "/reset":  # a part, then the connection drops hard
+                    self.wfile.write(b"x" * 20000)
+                    self.wfile.flush()
+                    self.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+                    self.connection.close()
+                elif self.path == "/chunked":
+                    self.close_connection = True
+                    self.wfile.write(b"ohne Laenge")
+                return
             if self.path != "/slow":
                 return super().do_GET()
             self.send_response(200)
