@@ -6,7 +6,7 @@
 namespace zw {
 namespace {
 
-constexpr std::array<MenuEntry, 94> kMenu = {{
+constexpr std::array<MenuEntry, 95> kMenu = {{
     {"datei", "&Datei", 0},
     {"neue", "&Neue Quittung erstellen", 1},
     {"oeffnen", "Quittung ö&ffnen...", 1, "F1"},
@@ -22,6 +22,8 @@ constexpr std::array<MenuEntry, 94> kMenu = {{
     {"alspdf", "Als &PDF Datei", 2},
     {"step2", "-", 1},
     {"updaten", "@BProgramm &updaten", 1, "F11"},
+    // The update window's own way in: the command above only shows the vendor's version page.
+    {"webup", "Nach Updates &suchen...", 1},
     {"whatistnew", "Was ist &neu in dieser Version?", 1},
     {"step3", "-", 1},
     {"sicherung", "@I&Datensicherung", 1},

@@ -33,6 +33,7 @@ VendorAddresses vendorAddresses(const ProgramPaths& paths)
     std::pair<std::string_view, std::string*> keys[] = {
         {"webHome", &addresses.webHome},
         {"webDownloads", &addresses.webDownloads},
+        {"versionPage", &addresses.versionPage},
         {"webNews", &addresses.webNews},
         {"ratingForm", &addresses.ratingForm},
         {"errorForm", &addresses.errorForm},

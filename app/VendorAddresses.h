@@ -20,6 +20,7 @@ struct VendorAddresses
     std::string supportAddress = "support@zettelwerk.example";
     std::string newsletterAddress = "newsletter@zettelwerk.example";
     std::string updateServer = "http://update.zettelwerk.example/";
+    std::string versionPage = "https://www.zettelwerk.example/version/";
 };
 
 // The built-in addresses with the overrides of ProgramPath/vendor.ini applied; a missing file changes nothing.

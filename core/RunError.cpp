@@ -26,6 +26,11 @@ RunError RunError::typeMismatch()
 {
     return {13, "Typen unverträglich"};
 }
+RunError RunError::fileExists()
+{
+    return {58, "Datei existiert bereits"};
+}
+
 RunError RunError::fileNotFound()
 {
     return {53, "Datei nicht gefunden"};

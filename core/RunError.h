@@ -20,6 +20,7 @@ public:
     static RunError divisionByZero();                               // 11
     static RunError typeMismatch();                                 // 13
     static RunError fileNotFound();                                 // 53
+    static RunError fileExists();                                   // 58
     static RunError inputPastEnd();                                 // 62
     static RunError pathNotFound();                                 // 76
     static RunError permissionDenied();                             // 70

@@ -4,6 +4,8 @@
 #include <cstdint>
 
 #include "app/AtomicFile.h"
+#include "app/CommonDialog.h"
+#include "core/FormHost.h"
 #include "app/ProgramPaths.h"
 #include "core/RunError.h"
 
@@ -70,6 +72,18 @@ std::string settingsExportMessage(const std::string& chosenFile)
 {
     return "Die Sicherung des Registrierungseintrags wurde unter:\r\r" + chosenFile +
            "\r\rabgelegt.\r\rUm die Sicherung einzuspielen, müssen Sie die angelegte\rDatei starten.";
+}
+
+void regspeichern(CommonDialog& dialog, const ProgramPaths& paths, const fs::path& settingsFile, FormHost& host,
+                  const std::function<void(const fs::path& script)>& start)
+{
+    dialog.DialogTitle = "Sichern der Registrierung";
+    dialog.Filter = "Registrierungseintrag (*.REG)|*.REG";
+    dialog.ShowSave();
+    if (dialog.FileName.empty())
+        return;
+    start(writeSettingsExportScript(paths, dialog.FileName, settingsFile));
+    host.showMessage(settingsExportMessage(dialog.FileName), MessageStyle::Information, "Sicherung angelegt");
 }
 
 } // namespace zw

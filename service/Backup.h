@@ -1,12 +1,15 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "service/ZipArchive.h"
 
 namespace zw {
 
+class CommonDialog;
+class FormHost;
 class ProgramPaths;
 
 // The one archive name the backup writes and reads; the file list only shows "*.zip".
@@ -40,5 +43,10 @@ std::filesystem::path writeSettingsExportScript(const ProgramPaths& paths, const
                                                 const std::filesystem::path& settingsFile);
 // The message once the script has been started, lines parted by a single CR.
 std::string settingsExportMessage(const std::string& chosenFile);
+
+// The menu's settings export: asks for the file, writes the script, hands it to `start` and reports without
+// waiting for it. A cancelled dialog keeps its earlier name and so exports there again, as it always has.
+void regspeichern(CommonDialog& dialog, const ProgramPaths& paths, const std::filesystem::path& settingsFile,
+                  FormHost& host, const std::function<void(const std::filesystem::path& script)>& start);
 
 } // namespace zw

@@ -9,6 +9,7 @@
 #include "app/TextFile.h"
 #include "app/VendorAddresses.h"
 #include "app/Version.h"
+#include "core/FormHost.h"
 #include "core/RunError.h"
 
 namespace zw {
@@ -277,6 +278,14 @@ std::string versionPageQuestion(const std::string& installed)
            "\r\rWenn Sie auf JA klicken, wird Ihnen auf unserer Internetseite\rdie aktuellste Version angezeigt. Ist "
            "diese Version\rneuer, als die von Ihnen verwendete, dann laden\rSie sich die neuste Version runter und "
            "installieren diese.";
+}
+
+void updaten(FormHost& host, const VendorAddresses& vendor, const std::function<void(const std::string& url)>& browse)
+{
+    // 68: yes and no with the information sign.
+    if (host.confirmQuestion(versionPageQuestion(versionText()), static_cast<MessageStyle>(68), "Online-Update") ==
+        kAnswerYes)
+        browse(vendor.versionPage);
 }
 
 } // namespace zw

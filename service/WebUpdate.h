@@ -12,6 +12,7 @@
 
 namespace zw {
 
+class FormHost;
 struct VendorAddresses;
 
 // The parts of a URL, filled by GetURL.
@@ -119,5 +120,8 @@ DownloadDisplay downloadDisplay(const clsDownload& download, const NumberSeparat
 // The question after a download, and the message of the menu's update command with the installed version.
 std::string updateStartQuestion();
 std::string versionPageQuestion(const std::string& installed);
+
+// The menu's update command: the installed version and, on yes, the vendor's version page in the browser.
+void updaten(FormHost& host, const VendorAddresses& vendor, const std::function<void(const std::string& url)>& browse);
 
 } // namespace zw

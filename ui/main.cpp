@@ -17,6 +17,7 @@
 #include "ui/lists/Autocompletion.h"
 #include "ui/lists/ListWindow.h"
 #include "ui/mail/MailWindows.h"
+#include "ui/service/ServiceWindows.h"
 
 int main(int argc, char** argv)
 {
@@ -51,6 +52,7 @@ int main(int argc, char** argv)
     zw::installHelpWindow(window, paths);
     zw::installListWindows(window, form, paths);
     zw::installMail(window, form, settings, paths);
+    zw::installService(window, settings, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

@@ -46,7 +46,8 @@ QStyle::StandardPixmap iconFor(MessageStyle style)
 } // namespace
 
 MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style,
-                             std::string_view title, std::string_view initial, const std::filesystem::path& helpFile)
+                             std::string_view title, std::string_view initial, const std::filesystem::path& helpFile,
+                             const QStringList& captions)
     : QDialog(parent)
 {
     setWindowTitle(qt(title));
@@ -86,7 +87,10 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
         buttons->addWidget(button);
         return button;
     };
-    if (shape == Shape::Message) {
+    if (!captions.isEmpty()) {
+        for (int i = 0; i < captions.size(); ++i)
+            addButton(captions[i], i == 0 ? kAnswerYes : kAnswerNo, i == 0);
+    } else if (shape == Shape::Message) {
         // Both buttons only close the message.
         addButton("OK", kAnswerOk, true);
         addButton("JA", kAnswerOk, false);
@@ -111,6 +115,14 @@ void MessageDialog::showMessage(QWidget* parent, std::string_view text, MessageS
 {
     MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {});
     dialog.exec();
+}
+
+int MessageDialog::askWithCaptions(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
+                                   const QStringList& captions)
+{
+    MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {}, captions);
+    dialog.exec();
+    return dialog.m_answer;
 }
 
 int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QStringList>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -30,10 +31,14 @@ public:
                                            std::string_view title, std::string_view initial,
                                            const std::filesystem::path& helpFile);
 
+    // The message shape with a window's own button captions: the first answers yes, every other no.
+    static int askWithCaptions(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
+                               const QStringList& captions);
+
 private:
     enum class Shape { Message, Question, Text, Number };
     MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style, std::string_view title,
-                  std::string_view initial, const std::filesystem::path& helpFile);
+                  std::string_view initial, const std::filesystem::path& helpFile, const QStringList& captions = {});
 
     int m_answer = kAnswerCancel;
     QLineEdit* m_input = nullptr;

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <memory>
+
+#include "service/WebUpdate.h"
+#include "ui/net/QtEventPoster.h"
+
+class QFileSystemModel;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QProgressBar;
+class QPushButton;
+class QStackedWidget;
+class QTreeView;
+
+namespace zw {
+
+class FormHost;
+class ProgramPaths;
+class Quittung;
+class SettingsStore;
+
+// "Datensicherung": packs daten/ into backup_zw6.zip in a chosen folder and restores it over the program folder.
+class datensicherung : public QDialog
+{
+public:
+    datensicherung(const ProgramPaths& paths, FormHost& host, QWidget* parent);
+
+    // The folder the tree shows as chosen.
+    QString folder() const;
+    void chooseFolder(const QString& folder);
+
+private:
+    void pack();
+    void unpack();
+    void deleteArchive();
+    void createFolder();
+    void showPanel(int index);
+    void showFiles();
+
+    const ProgramPaths& m_paths;
+    FormHost& m_host;
+    QFileSystemModel* m_folders;
+    QFileSystemModel* m_files;
+    QTreeView* m_tree;
+    QListView* m_fileList;
+    QStackedWidget* m_panels;
+    QLineEdit *m_text1, *m_text2, *m_newFolder;
+    QLineEdit *m_status, *m_status2; // the percentage the packer writes
+    QProgressBar *m_bar1, *m_bar2;
+    QLabel *m_packed, *m_restored;
+    QPushButton *m_backupPanel, *m_restorePanel, *m_packIt, *m_unpack;
+};
+
+// "WebUp": asks the vendor's server for a newer version and fetches its installer.
+class webupdate1 : public QDialog
+{
+public:
+    webupdate1(const ProgramPaths& paths, FormHost& host, std::function<void()> endProgram, QWidget* parent);
+    ~webupdate1() override;
+
+protected:
+    void done(int result) override;
+
+private:
+    void check();
+    void fetch();
+    void showProgress();
+    void downloaded();
+
+    const ProgramPaths& m_paths;
+    FormHost& m_host;
+    std::function<void()> m_endProgram;
+    QtEventPoster m_poster;
+    std::unique_ptr<net::Transfer> m_description;
+    std::unique_ptr<clsDownload> m_download;
+    UpdateCheck m_check;
+    bool m_closing = false;
+    std::array<QLabel*, 5> m_captions{};
+    std::array<QLabel*, 7> m_lblStatus{}; // 0 size, 1 received, 5 speed, 6 status
+    QLineEdit* m_txtFolder;
+    QProgressBar* m_prb;
+    std::vector<QWidget*> m_lblInfo;
+    QPushButton *m_check1, *m_update4, *m_folder2;
+};
+
+// The backup window, the settings export and both update commands join the main window here.
+void installService(Quittung& window, const SettingsStore& settings, const ProgramPaths& paths);
+
+} // namespace zw
