@@ -132,6 +132,7 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
     backupGrid->addWidget(m_bar1 = progressBar("ProgressBar1", backup), 3, 1);
     backupGrid->addWidget(m_status = readOnlyField("txtStatus", backup), 4, 0);
     backupGrid->addWidget(m_packed = new QLabel(backup), 4, 1);
+    m_packed->setObjectName("Label8");
     backupGrid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann war "
                                   "die Datensicherung fehlerhaft.",
                                   backup),

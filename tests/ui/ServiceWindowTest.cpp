@@ -1,0 +1,126 @@
+// The backup window and the update window as a user drives them, the update against a local HTTP server.
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/TextFile.h"
+#include "tests/net/Peer.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "ui/service/ServiceWindows.h"
+
+namespace zw {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ServiceWindowTest : public test::MainWindowFixture
+{
+protected:
+    ServiceWindowTest()
+    {
+        installService(*window, settings, paths);
+        start();
+        // Every message box is noted as "title: first line" and answered no.
+        QObject::connect(&answer, &QTimer::timeout, [this] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || dialog->objectName() != "MessageDialog")
+                return;
+            auto* text = dialog->findChild<QLabel*>("text");
+            boxes.push_back(dialog->windowTitle() + ": " + (text ? text->text().section('\n', 0, 0) : QString()));
+            dialog->reject();
+        });
+        answer.start(20);
+    }
+
+    // Opens the window by its command and runs `act` on it while it is shown.
+    void inWindow(const char* command, const std::function<void(QDialog&)>& act)
+    {
+        QTimer::singleShot(50, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+            dialog->reject();
+        });
+        window->action(command)->trigger();
+    }
+
+    static void click(QDialog& dialog, const char* key) { dialog.findChild<QPushButton*>(key)->click(); }
+    static QString text(QDialog& dialog, const char* name)
+    {
+        auto* label = dialog.findChild<QLabel*>(name);
+        return label ? label->text() : dialog.findChild<QLineEdit*>(name)->text();
+    }
+    static bool waitFor(const std::function<bool()>& condition)
+    {
+        for (int i = 0; i < 400 && !condition(); ++i)
+            QTest::qWait(25);
+        return condition();
+    }
+
+    QTimer answer;
+    std::vector<QString> boxes;
+};
+
+TEST_F(ServiceWindowTest, ABackupBringsAChangedLedgerBack)
+{
+    const fs::path store = folder.path() / "sicherung";
+    fs::create_directory(store);
+    const std::string ledger = "1;23.11.2026;Müller;12,50\r\n";
+    std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << ledger;
+    inWindow("sicherung", [&](QDialog& dialog) {
+        static_cast<datensicherung&>(dialog).chooseFolder(QString::fromStdString(store.string()));
+        click(dialog, "Button3");
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("Button3")->isEnabled());
+        click(dialog, "cmdPackIt");
+        EXPECT_TRUE(text(dialog, "Label8").endsWith(" Datei(en) gesichert.")) << text(dialog, "Label8").toStdString();
+        EXPECT_FALSE(text(dialog, "Label8").startsWith("0 "));
+        EXPECT_TRUE(fs::exists(store / "backup_zw6.zip"));
+        EXPECT_TRUE(waitFor([&] { return dialog.findChild<QListView*>("File1")->model()->rowCount(
+                                                dialog.findChild<QListView*>("File1")->rootIndex()) == 1; }))
+            << "the new archive is listed at once";
+        std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << "geändert";
+        click(dialog, "cmdExtractIt");
+        click(dialog, "Button2");
+        EXPECT_TRUE(text(dialog, "Label9").endsWith(" Datei(en) rückgesichert."));
+        EXPECT_EQ(text(dialog, "txtStatus2"), "100");
+    });
+    EXPECT_EQ(readFileBytes(paths.dataFile("belege.dat")), ledger);
+    EXPECT_TRUE(boxes.empty()) << "unpacking asks nothing";
+}
+
+TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstaller)
+{
+    const fs::path served = folder.path() / "server";
+    fs::create_directories(served / "update" / "quittung");
+    const std::string installer(8192 * 3 + 5, 'Z');
+    std::ofstream(served / "zettelwerk.exe", std::ios::binary) << installer;
+    test::Peer server({"http", served.string()});
+    std::ofstream(served / "update" / "quittung" / "webup.inf", std::ios::binary)
+        << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server.url("http", "/zettelwerk.exe") << "\r\n";
+    std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server.url("http", "/") << "\n";
+    fs::create_directories(paths.tempFolder());
+    inWindow("webup", [&](QDialog& dialog) {
+        click(dialog, "Command1");
+        ASSERT_TRUE(waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
+        EXPECT_EQ(text(dialog, "lblStatus6"), "Es ist eine neue Version vorhanden!");
+        EXPECT_EQ(text(dialog, "Text3"), "6.1.0");
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("Command1")->isEnabled());
+        click(dialog, "Command4");
+        ASSERT_TRUE(waitFor([&] { return !boxes.empty(); }));
+        EXPECT_EQ(text(dialog, "lblStatus6"), "Status: Update ist runtergeladen!");
+        EXPECT_EQ(text(dialog, "lblStatus1"), "24581 Bytes");
+    });
+    EXPECT_EQ(boxes, std::vector<QString>{"Update: Das Update wurde runtergeladen."});
+    EXPECT_EQ(readFileBytes(paths.tempFolder() / "zettelwerk_6_0_0.exe"), installer);
+}
+
+} // namespace
+} // namespace zw
