@@ -122,5 +122,19 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
     EXPECT_EQ(readFileBytes(paths.tempFolder() / "zettelwerk_6_0_0.exe"), installer);
 }
 
+TEST_F(ServiceWindowTest, TheSettingsExportCopiesTheStoreThroughItsScript)
+{
+    const fs::path chosen = folder.path() / "einstellungen.REG";
+    window->fileDialog("regspeichern").setPresenter([&](const CommonDialog& dialog, bool forSaving) {
+        EXPECT_TRUE(forSaving);
+        EXPECT_EQ(dialog.DialogTitle, "Sichern der Registrierung");
+        return std::optional<std::string>(chosen.string());
+    });
+    window->action("regspeichern")->trigger();
+    EXPECT_EQ(boxes, std::vector<QString>{"Sicherung angelegt: Die Sicherung des Registrierungseintrags wurde unter:"});
+    ASSERT_TRUE(waitFor([&] { return fs::exists(chosen); })) << readFileBytes(paths.home() / "save_reg.sh");
+    EXPECT_EQ(readFileBytes(chosen), readFileBytes(settings.fileOf("zettelwerk")));
+}
+
 } // namespace
 } // namespace zw
