@@ -295,6 +295,10 @@ webupdate1::webupdate1(const ProgramPaths& paths, FormHost& host, std::function<
     folderLabel->setBuddy(m_txtFolder);
     m_folder2 = button("Command2", "...", this);
     m_folder2->setToolTip("Verzeichnis wählen");
+    m_folder2->setFixedWidth(m_folder2->fontMetrics().horizontalAdvance("...") + 24);
+    // The default folder exists in every install; a removed one comes back rather than failing the fetch.
+    std::error_code ignored;
+    fs::create_directories(paths.tempFolder(), ignored);
     grid->addWidget(folderLabel, 5, 0);
     grid->addWidget(m_txtFolder, 5, 1);
     grid->addWidget(m_folder2, 5, 2);
