@@ -113,18 +113,14 @@ bool writeLines(const fs::path& file, const std::vector<std::string>& lines)
     }
 }
 
-bool writeHelp(const fs::path& folder)
+// A text of the content folder, line by line, into the program's code page.
+bool convertLines(const fs::path& source, const fs::path& target)
 {
-    return writeLines(folder / "index.html",
-                      {"<!DOCTYPE html>", "<html lang=\"de\"><head><meta charset=\"windows-1252\">",
-                       "<title>Zettelwerk Hilfe</title></head><body>", "<h1>Zettelwerk Hilfe</h1>",
-                       "<p>Geben Sie den Gesamtbetrag ein und dr&uuml;cken Sie RETURN: Netto, MwSt.-Anteil und der "
-                       "Betrag in Worten werden berechnet.</p>",
-                       "<p>Mit <b>Neu</b> legen Sie eine neue Quittung an; ist die automatische Nummer "
-                       "eingeschaltet, steigt die Belegnummer um eins.</p>",
-                       "<p>F9 &ouml;ffnet die Ausstellerdaten, F10 im Datumsfeld den Kalender, F12 beendet das "
-                       "Programm.</p>",
-                       "</body></html>"});
+    try {
+        return writeLines(target, splitLines(readFileBytes(source)));
+    } catch (const RunError&) {
+        return false;
+    }
 }
 
 // The receipt colours: the form tinted with the colour, and a plain stamp area in a lighter shade of it.
@@ -202,7 +198,7 @@ bool drawWindowBackgrounds(const fs::path& folder)
 
 } // namespace
 
-bool generateDistribution(const fs::path& folder)
+bool generateDistribution(const fs::path& folder, const fs::path& content)
 {
     std::error_code error;
     for (const char* sub : {"daten", "hintergrund", "temp", "hilfe"})
@@ -212,7 +208,11 @@ bool generateDistribution(const fs::path& folder)
     bool ok = true;
     ok &= save(receiptForm(TaxFields::Shown), folder / "hintergrund" / "quittung_leer.jpg", "JPG", 92);
     ok &= save(receiptForm(TaxFields::Hidden), folder / "hintergrund" / "quittung_steueraus.jpg", "JPG", 92);
-    ok &= writeHelp(folder / "hilfe");
+    fs::copy_file(content / "hilfe" / "index.html", folder / "hilfe" / "index.html",
+                  fs::copy_options::overwrite_existing, error);
+    ok &= !error;
+    ok &= convertLines(content / "Tipofday.txt", folder / "daten" / "Tipofday.txt");
+    ok &= convertLines(content / "neu_in_dieser_version.txt", folder / "neu_in_dieser_version.txt");
     ok &= writeLines(folder / "daten" / "waehrung.dat", defaultCurrencySuggestions());
     // A first print works at once: the rate, and a receipt 30 mm from the left and 20 mm from the top edge, so
     // that it stands centred on A4 and ends above the second receipt of a sheet (160 mm), one copy.

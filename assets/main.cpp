@@ -6,9 +6,9 @@
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "Aufruf: zettelwerk-assets ZIELORDNER\n");
+    if (argc != 3) {
+        std::fprintf(stderr, "Aufruf: zettelwerk-assets ZIELORDNER INHALTSORDNER\n");
         return 2;
     }
-    return zw::generateDistribution(argv[1]) ? 0 : 1;
+    return zw::generateDistribution(argv[1], argv[2]) ? 0 : 1;
 }

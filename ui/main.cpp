@@ -18,6 +18,7 @@
 #include "ui/lists/ListWindow.h"
 #include "ui/mail/MailWindows.h"
 #include "ui/service/ServiceWindows.h"
+#include "ui/service/SmallWindows.h"
 
 int main(int argc, char** argv)
 {
@@ -53,6 +54,7 @@ int main(int argc, char** argv)
     zw::installListWindows(window, form, paths);
     zw::installMail(window, form, settings, paths);
     zw::installService(window, settings, paths);
+    zw::installSmallWindows(window, form, settings, paths);
     window.logic().load();
     window.show();
     return QApplication::exec();

@@ -66,7 +66,7 @@ TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTaki
     auto* help = window->findChild<QDialog*>("helpp3");
     ASSERT_NE(help, nullptr);
     EXPECT_TRUE(help->isVisible());
-    EXPECT_TRUE(help->findChild<QTextBrowser*>("brWebBrowser")->toPlainText().contains("Zettelwerk Hilfe"));
+    EXPECT_TRUE(help->findChild<QTextBrowser*>("brWebBrowser")->toPlainText().contains("Zettelwerk – Handbuch"));
 }
 
 } // namespace

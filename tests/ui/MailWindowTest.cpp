@@ -16,6 +16,7 @@
 #include "tests/app/PeerProgram.h"
 #include "tests/net/Peer.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/MessageAnswerer.h"
 #include "ui/mail/MailWindows.h"
 
 namespace zw {
@@ -33,27 +34,11 @@ protected:
             << "\nnewsletterAddress=news@zettelwerk.example\n";
         installMail(*window, form, settings, paths);
         start();
-        QObject::connect(&answer, &QTimer::timeout, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || dialog->objectName() != "MessageDialog")
-                return;
-            auto* text = dialog->findChild<QLabel*>("text");
-            boxes.push_back(dialog->windowTitle() + ": " + (text ? text->text().section('\n', 0, 0) : QString()));
-            dialog->reject();
-        });
-        answer.start(20);
     }
 
-    // Runs `act` on the modal window that `open` brings up, then closes that window.
     void inModal(const std::function<void()>& open, const std::function<void(QDialog&)>& act)
     {
-        QTimer::singleShot(50, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            act(*dialog);
-            dialog->reject();
-        });
-        open();
+        test::inModal(open, act);
     }
 
     // Subject, From, To, Cc, the leaf content types and whether the text parts hold `needle`.
@@ -70,8 +55,8 @@ protected:
 
     std::filesystem::path received = folder.path() / "mail.eml";
     test::Peer server;
-    QTimer answer;
-    std::vector<QString> boxes;
+    test::MessageAnswerer answerer;
+    std::vector<QString>& boxes = answerer.boxes;
 };
 
 TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSenderAndCopy)

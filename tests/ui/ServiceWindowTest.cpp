@@ -14,6 +14,7 @@
 #include "app/TextFile.h"
 #include "tests/net/Peer.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/MessageAnswerer.h"
 #include "ui/service/ServiceWindows.h"
 
 namespace zw {
@@ -28,28 +29,12 @@ protected:
     {
         installService(*window, settings, paths);
         start();
-        // Every message box is noted as "title: first line" and answered no.
-        QObject::connect(&answer, &QTimer::timeout, [this] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || dialog->objectName() != "MessageDialog")
-                return;
-            auto* text = dialog->findChild<QLabel*>("text");
-            boxes.push_back(dialog->windowTitle() + ": " + (text ? text->text().section('\n', 0, 0) : QString()));
-            dialog->reject();
-        });
-        answer.start(20);
     }
 
     // Opens the window by its command and runs `act` on it while it is shown.
     void inWindow(const char* command, const std::function<void(QDialog&)>& act)
     {
-        QTimer::singleShot(50, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            act(*dialog);
-            dialog->reject();
-        });
-        window->action(command)->trigger();
+        test::inModal([&] { window->action(command)->trigger(); }, act);
     }
 
     static void click(QDialog& dialog, const char* key) { dialog.findChild<QPushButton*>(key)->click(); }
@@ -58,15 +43,9 @@ protected:
         auto* label = dialog.findChild<QLabel*>(name);
         return label ? label->text() : dialog.findChild<QLineEdit*>(name)->text();
     }
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        for (int i = 0; i < 400 && !condition(); ++i)
-            QTest::qWait(25);
-        return condition();
-    }
 
-    QTimer answer;
-    std::vector<QString> boxes;
+    test::MessageAnswerer answerer;
+    std::vector<QString>& boxes = answerer.boxes;
 };
 
 TEST_F(ServiceWindowTest, ABackupBringsAChangedLedgerBack)
@@ -83,7 +62,7 @@ TEST_F(ServiceWindowTest, ABackupBringsAChangedLedgerBack)
         EXPECT_TRUE(text(dialog, "Label8").endsWith(" Datei(en) gesichert.")) << text(dialog, "Label8").toStdString();
         EXPECT_FALSE(text(dialog, "Label8").startsWith("0 "));
         EXPECT_TRUE(fs::exists(store / "backup_zw6.zip"));
-        EXPECT_TRUE(waitFor([&] { return dialog.findChild<QListView*>("File1")->model()->rowCount(
+        EXPECT_TRUE(test::waitFor([&] { return dialog.findChild<QListView*>("File1")->model()->rowCount(
                                                 dialog.findChild<QListView*>("File1")->rootIndex()) == 1; }))
             << "the new archive is listed at once";
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << "geändert";
@@ -109,12 +88,12 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
     fs::create_directories(paths.tempFolder());
     inWindow("webup", [&](QDialog& dialog) {
         click(dialog, "Command1");
-        ASSERT_TRUE(waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
+        ASSERT_TRUE(test::waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
         EXPECT_EQ(text(dialog, "lblStatus6"), "Es ist eine neue Version vorhanden!");
         EXPECT_EQ(text(dialog, "Text3"), "6.1.0");
         EXPECT_FALSE(dialog.findChild<QPushButton*>("Command1")->isEnabled());
         click(dialog, "Command4");
-        ASSERT_TRUE(waitFor([&] { return !boxes.empty(); }));
+        ASSERT_TRUE(test::waitFor([&] { return !boxes.empty(); }));
         EXPECT_EQ(text(dialog, "lblStatus6"), "Status: Update ist runtergeladen!");
         EXPECT_EQ(text(dialog, "lblStatus1"), "24581 Bytes");
     });
@@ -132,7 +111,7 @@ TEST_F(ServiceWindowTest, TheSettingsExportCopiesTheStoreThroughItsScript)
     });
     window->action("regspeichern")->trigger();
     EXPECT_EQ(boxes, std::vector<QString>{"Sicherung angelegt: Die Sicherung des Registrierungseintrags wurde unter:"});
-    ASSERT_TRUE(waitFor([&] { return fs::exists(chosen); })) << readFileBytes(paths.home() / "save_reg.sh");
+    ASSERT_TRUE(test::waitFor([&] { return fs::exists(chosen); })) << readFileBytes(paths.home() / "save_reg.sh");
     EXPECT_EQ(readFileBytes(chosen), readFileBytes(settings.fileOf("zettelwerk")));
 }
 

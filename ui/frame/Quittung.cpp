@@ -22,6 +22,7 @@
 #include <QTabWidget>
 #include <QToolBox>
 #include <QToolButton>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <tuple>
@@ -611,6 +612,13 @@ void Quittung::einfst()
 {
     if (auto found = m_startParts.find("einfst"); found != m_startParts.end())
         found->second();
+}
+
+void Quittung::showTipWindow()
+{
+    // The tip comes up in front of the main window, once that is shown.
+    if (auto found = m_startParts.find("showTipWindow"); found != m_startParts.end())
+        QTimer::singleShot(0, this, found->second);
 }
 
 void Quittung::loadAutocompletion()

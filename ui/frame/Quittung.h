@@ -69,6 +69,7 @@ public:
     void ausstellerein() override;
     void einfst() override;
     void loadAutocompletion() override;
+    void showTipWindow() override;
 
     // What the start runs to switch the logo and the signature on; the picture commands register it.
     void setStartPart(const std::string& name, std::function<void()> part);
