@@ -106,7 +106,7 @@ constexpr std::array<MenuEntry, 95> kMenu = {{
 }};
 
 // The help menu's further entries follow the first two.
-constexpr std::array<MenuEntry, 10> kHelpTail = {{
+constexpr std::array<MenuEntry, 11> kHelpTail = {{
     {"tipppp", "Tipp des &Tages anzeigen", 1},
     {"step10", "-", 1},
     {"besuch", "Besuchen Sie uns im &WWW", 1},
@@ -116,6 +116,8 @@ constexpr std::array<MenuEntry, 10> kHelpTail = {{
     {"softbew", "&Bewerten Sie unsere Software", 1},
     {"fehlmit", "Teilen Sie uns &Fehler in der Software mit", 1},
     {"anr", "Support - Senden Sie uns eine &Nachricht...", 1},
+    // The newsletter window's way in; no entry above names it.
+    {"newsletter_bestellen", "News&letter bestellen...", 1},
     {"copy", "@B&Copyright", 1},
 }};
 

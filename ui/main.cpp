@@ -36,12 +36,14 @@ int main(int argc, char** argv)
     zw::SettingsStore settings(zw::SettingsStore::defaultFolder());
     zw::ReceiptForm form;
 
+    std::optional<zw::RunError> splashFault;
     {
         zw::FrmSplash1 splash(paths);
         splash.show();
         if (auto* screen = QApplication::primaryScreen())
             splash.move(screen->availableGeometry().center() - splash.rect().center());
         splash.laden();
+        splashFault = splash.fault();
     }
 
     zw::Quittung window(form, settings, paths);
@@ -57,5 +59,7 @@ int main(int argc, char** argv)
     zw::installSmallWindows(window, form, settings, paths);
     window.logic().load();
     window.show();
+    if (splashFault)
+        window.faultReporter().report(*splashFault, "FrmSplash1");
     return QApplication::exec();
 }

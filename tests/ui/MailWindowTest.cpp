@@ -87,7 +87,7 @@ TEST_F(MailWindowTest, TheSupportMessageAndTheNewsletterSignUpReachTheVendor)
     EXPECT_EQ(summary("HelpCode: "), "Zettelwerk V6.0.0 - Fragen zum Programm\nkunde@example.org\n"
                                      "support@zettelwerk.example\nNone\n['text/plain', 'text/html']\nTrue\n");
 
-    inModal([&] { window->openWindow("newsletter"); },
+    inModal([&] { window->action("newsletter_bestellen")->trigger(); },
             [](QDialog& signUp) {
                 signUp.findChild<QLineEdit*>("txtFrom")->setText("leser@example.org");
                 signUp.findChild<QPushButton*>("cmdSend")->click();

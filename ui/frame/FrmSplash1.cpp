@@ -17,9 +17,10 @@ FrmSplash1::FrmSplash1(const ProgramPaths& paths, QWidget* parent) : QWidget(par
 {
     setObjectName("FrmSplash1");
     setWindowTitle(QString::fromUtf8(kSplashTitle.data(), static_cast<qsizetype>(kSplashTitle.size())));
-    std::error_code ignored;
-    if (!std::filesystem::exists(paths.backgroundFolder(), ignored))
-        std::filesystem::create_directories(paths.backgroundFolder(), ignored);
+    std::error_code error;
+    if (!std::filesystem::exists(paths.backgroundFolder(), error) &&
+        !std::filesystem::create_directories(paths.backgroundFolder(), error))
+        m_fault = RunError::pathFileAccess();
 
     auto* title = new QLabel("Zettelwerk", this);
     QFont big = title->font();

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
+
+#include "core/RunError.h"
 
 class QLabel;
 class QProgressBar;
@@ -21,10 +24,14 @@ public:
     int progress() const;
     QString stepText() const;
 
+    // A background folder that could not be made: the main window's error window reports it once it exists.
+    const std::optional<RunError>& fault() const { return m_fault; }
+
 private:
     QProgressBar* m_progressBar;
     QLabel* m_progText;
     QLabel* m_version;
+    std::optional<RunError> m_fault;
 };
 
 } // namespace zw

@@ -995,6 +995,7 @@ void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const 
         return sendErrorReport(report, replyAddress, paths, *log);
     });
     window.setCommand("anr", [&window] { window.openWindow("anregungen_neu"); });
+    window.setCommand("newsletter_bestellen", [&window] { window.openWindow("newsletter"); });
     window.setWindowOpener("anregungen_neu", [&window, &paths, log] {
         anregungen_neu wizard(paths, *log, &window);
         wizard.exec();
