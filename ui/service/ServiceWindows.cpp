@@ -19,6 +19,7 @@
 #include <QTreeView>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
@@ -78,6 +79,42 @@ ZipStatus statusInto(QLineEdit* box, QProgressBar* bar)
     };
 }
 
+// The controls a job's panel shares with the other: path, archive name, start key, bar, percentage and result.
+struct JobPanel
+{
+    QGridLayout* grid;
+    QLineEdit* path;
+    QPushButton* start;
+    QProgressBar* bar;
+    QLineEdit* status;
+    QLabel* result;
+};
+
+struct JobNames
+{
+    const char *path, *start, *caption, *bar, *status, *result;
+};
+
+JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names)
+{
+    JobPanel job{new QGridLayout(panel), readOnlyField(names.path, panel), button(names.start, names.caption, panel),
+                 progressBar(names.bar, panel), readOnlyField(names.status, panel), new QLabel(panel)};
+    job.result->setObjectName(names.result);
+    job.status->setMaximumWidth(60);
+    if (intro != nullptr)
+        job.grid->addWidget(intro, 0, 0, 1, 2);
+    job.grid->addWidget(new QLabel("Pfad der Sicherungsdatei:", panel), 1, 0);
+    job.grid->addWidget(job.path, 1, 1);
+    job.grid->addWidget(new QLabel("Name der Sicherungsdatei:", panel), 2, 0);
+    job.grid->addWidget(new QLabel(kBackupArchiveName, panel), 2, 1);
+    job.grid->addWidget(job.start, 3, 0);
+    job.grid->addWidget(job.bar, 3, 1);
+    job.grid->addWidget(job.status, 4, 0);
+    job.grid->addWidget(job.result, 4, 1);
+    job.grid->setRowStretch(7, 1);
+    return job;
+}
+
 } // namespace
 
 datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidget* parent)
@@ -118,49 +155,32 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
 
     auto* backup = new QGroupBox(" Datensicherung anlegen ", this);
     backup->setObjectName("xpFrame1");
-    auto* backupGrid = new QGridLayout(backup);
     auto* label1 = wrapped("Starten Sie hier die Datensicherung. Es wird der gesamte Inhalt des Programmverzeichnisses "
                            "mit Ausnahme der dort enthaltenen Ordner gesichert.",
                            backup);
     label1->setObjectName("Label1");
-    backupGrid->addWidget(label1, 0, 0, 1, 2);
-    backupGrid->addWidget(new QLabel("Pfad der Sicherungsdatei:", backup), 1, 0);
-    backupGrid->addWidget(m_text1 = readOnlyField("Text1", backup), 1, 1);
-    backupGrid->addWidget(new QLabel("Name der Sicherungsdatei:", backup), 2, 0);
-    backupGrid->addWidget(new QLabel(kBackupArchiveName, backup), 2, 1);
-    backupGrid->addWidget(m_packIt = button("cmdPackIt", "Daten&sicherung starten", backup), 3, 0);
-    backupGrid->addWidget(m_bar1 = progressBar("ProgressBar1", backup), 3, 1);
-    backupGrid->addWidget(m_status = readOnlyField("txtStatus", backup), 4, 0);
-    backupGrid->addWidget(m_packed = new QLabel(backup), 4, 1);
-    m_packed->setObjectName("Label8");
-    backupGrid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann war "
-                                  "die Datensicherung fehlerhaft.",
-                                  backup),
-                          5, 0, 1, 2);
-    backupGrid->setRowStretch(6, 1);
+    const auto packing = jobPanel(backup, label1, {"Text1", "cmdPackIt", "Daten&sicherung starten", "ProgressBar1",
+                                                   "txtStatus", "Label8"});
+    packing.grid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann "
+                                    "war die Datensicherung fehlerhaft.",
+                                    backup),
+                            6, 0, 1, 2);
+    std::tie(m_text1, m_packIt, m_bar1, m_status, m_packed) =
+        std::tie(packing.path, packing.start, packing.bar, packing.status, packing.result);
 
     auto* restore = new QGroupBox("  Datenrücksicherung ", this);
     restore->setObjectName("Frames2");
-    auto* restoreGrid = new QGridLayout(restore);
-    restoreGrid->addWidget(new QLabel("Pfad der Sicherungsdatei:", restore), 0, 0);
-    restoreGrid->addWidget(m_text2 = readOnlyField("Text2", restore), 0, 1);
-    restoreGrid->addWidget(new QLabel("Name der Sicherungsdatei:", restore), 1, 0);
-    restoreGrid->addWidget(new QLabel(kBackupArchiveName, restore), 1, 1);
-    restoreGrid->addWidget(m_unpack = button("Button2", "W&iederherstellung", restore), 2, 0);
-    restoreGrid->addWidget(m_bar2 = progressBar("ProgressBar2", restore), 2, 1);
-    restoreGrid->addWidget(m_status2 = readOnlyField("txtStatus2", restore), 3, 0);
-    restoreGrid->addWidget(m_restored = new QLabel(restore), 3, 1);
-    m_restored->setObjectName("Label9");
-    restoreGrid->addWidget(wrapped("TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
-                                   "rückgesichert. Sie finden dort ein neues\nVerzeichnis mit allen Dateien.",
-                                   restore),
-                           4, 0, 1, 2);
-    restoreGrid->setRowStretch(5, 1);
+    const auto restoring = jobPanel(restore, nullptr, {"Text2", "Button2", "W&iederherstellung", "ProgressBar2",
+                                                       "txtStatus2", "Label9"});
+    restoring.grid->addWidget(wrapped("TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
+                                      "rückgesichert. Sie finden dort ein neues\nVerzeichnis mit allen Dateien.",
+                                      restore),
+                              6, 0, 1, 2);
+    std::tie(m_text2, m_unpack, m_bar2, m_status2, m_restored) =
+        std::tie(restoring.path, restoring.start, restoring.bar, restoring.status, restoring.result);
     for (QWidget* panel : {static_cast<QWidget*>(welcome), static_cast<QWidget*>(backup),
                            static_cast<QWidget*>(restore)})
         m_panels->addWidget(panel);
-    m_status->setMaximumWidth(60);
-    m_status2->setMaximumWidth(60);
 
     auto* top = new QHBoxLayout;
     top->addLayout(left, 2);
