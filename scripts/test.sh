@@ -18,4 +18,4 @@ cmake -S . -B "$sanitized" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZETTELWE
   -DZETTELWERK_SANITIZE=ON >/dev/null
 cmake --build "$sanitized" -j "$(nproc)" --target zw_toolkit_free_tests
 export LSAN_OPTIONS="suppressions=$PWD/cmake/lsan.supp" UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-ctest --test-dir "$sanitized" -L '^(core|app|ledger|export|lists|mail)$' --output-on-failure -j "$(nproc)" --timeout 600
+ctest --test-dir "$sanitized" -L '^(core|app|ledger|export|lists|mail|service)$' --output-on-failure -j "$(nproc)" --timeout 600
