@@ -40,15 +40,6 @@ namespace {
 
 using F = FormElement;
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "zw_frame_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = new QApplication(argc, argv);
-    return *app;
-}
-
 // Records the addresses the program hands to the desktop instead of opening them.
 class UrlRecorder : public QObject
 {
@@ -101,7 +92,6 @@ class FrameCommandsTest : public ::testing::Test
 protected:
     FrameCommandsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
     {
-        application();
         ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
         settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
         settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");

@@ -33,15 +33,6 @@ using F = FormElement;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "zw_ledger_window_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = new QApplication(argc, argv);
-    return *app;
-}
-
 const std::string kLedger = "12.03.2011;1047;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;"
                             "Quittung\r\n13.03.2011;1048;;-135,50;USD;7;;;f\xFCnf;Post;;Porto;Bonn;;Ausgabebeleg\r\n";
 
@@ -56,7 +47,6 @@ class LedgerWindowsTest : public ::testing::Test
 protected:
     LedgerWindowsTest() : paths(folder.path())
     {
-        application();
         std::filesystem::create_directories(paths.dataFolder());
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
         settings.set("Options", "Berechnung", "0");

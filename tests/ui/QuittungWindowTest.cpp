@@ -21,16 +21,6 @@
 namespace zw {
 namespace {
 
-// Lives until the process ends: destroying it among the other statics at exit crashes Qt.
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "zw_ui_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = new QApplication(argc, argv);
-    return *app;
-}
-
 // Answers every modal dialog that opens with its default button, as a user pressing RETURN would.
 class ReturnPresser
 {
@@ -60,7 +50,6 @@ class QuittungWindowTest : public ::testing::Test
 protected:
     QuittungWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
     {
-        application();
         ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
     }
 
