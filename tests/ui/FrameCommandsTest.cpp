@@ -30,6 +30,8 @@
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
@@ -61,48 +63,14 @@ public slots:
     void open(const QUrl& url) { urls.push_back(url.toString()); }
 };
 
-// Closes every modal window that opens, noting its object name, as a user pressing Escape would. `inspect` looks at
-// each first and returns false to leave the closing to itself.
-class ModalCloser
-{
-public:
-    explicit ModalCloser(std::function<bool(QWidget*)> inspect = {}) : m_inspect(std::move(inspect))
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            QWidget* modal = QApplication::activeModalWidget();
-            if (modal == nullptr)
-                return;
-            seen.push_back(modal->objectName().isEmpty() ? modal->metaObject()->className() : modal->objectName());
-            if (m_inspect && !m_inspect(modal))
-                return;
-            if (auto* dialog = qobject_cast<QDialog*>(modal); dialog && dialog->isVisible())
-                dialog->reject();
-        });
-        m_timer.start(30);
-    }
-    std::vector<QString> seen;
+using test::ModalCloser;
 
-private:
-    QTimer m_timer;
-    std::function<bool(QWidget*)> m_inspect;
-};
-
-class FrameCommandsTest : public ::testing::Test
+class FrameCommandsTest : public test::MainWindowFixture
 {
 protected:
-    FrameCommandsTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
-    {
-        ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
-        settings.save("Zettelwerk", "Steuer", "Steuer_Check", "0");
-        settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-    }
-
     void open()
     {
-        window = std::make_unique<Quittung>(form, settings, paths);
-        installFrameCommands(*window, form, settings, paths);
-        window->logic().load();
-        window->show();
+        start();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
 
@@ -119,12 +87,6 @@ protected:
                               : widget->grab();
         picture.save(QString::fromUtf8(folderName) + "/" + name + ".png");
     }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    std::unique_ptr<Quittung> window;
 };
 
 TEST_F(FrameCommandsTest, EveryBuiltMenuEntryReachesItsCommand)
@@ -392,9 +354,9 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
     open();
     form.setText(F::Label1, "Spendenquittung");
     bool checked = false;
-    ModalCloser closer([&](QWidget* modal) {
+    ModalCloser closer([&](QDialog* modal) {
         if (modal->objectName() != "optionen" || checked)
-            return true;
+            return;
         checked = true;
         auto* rate = modal->findChild<QLineEdit*>("mwstwert1");
         EXPECT_EQ(rate->text(), "7");
@@ -410,7 +372,6 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
         EXPECT_EQ(ruler->text(), "Lineal deaktiviert");
         screenshot(modal, "optionen");
         modal->findChild<QPushButton*>("abbr")->click();
-        return true;
     });
     window->action("optio")->trigger();
     EXPECT_TRUE(checked);
@@ -424,13 +385,9 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
 TEST_F(FrameCommandsTest, SettingsWindowSaveWritesTheFilesThenShowsTheNotice)
 {
     open();
-    bool filled = false;
-    ModalCloser closer([&](QWidget* modal) {
+    ModalCloser closer([&](QDialog* modal) {
         if (modal->objectName() != "optionen")
-            return true;
-        if (filled)
-            return false; // Save is on its way
-        filled = true;
+            return;
         modal->findChild<QRadioButton*>("Option2")->click();
         auto* rate = modal->findChild<QLineEdit*>("mwstwert1");
         rate->setText("7");
@@ -441,7 +398,7 @@ TEST_F(FrameCommandsTest, SettingsWindowSaveWritesTheFilesThenShowsTheNotice)
         modal->findChild<QCheckBox*>("checkGB_Berechnung")->setChecked(false);
         // Clicked after this look returns, so that the notice it opens is seen too.
         QTimer::singleShot(0, modal->findChild<QPushButton*>("xpButton1"), &QPushButton::click);
-        return false;
+        modal->setProperty("zwLeaveOpen", true); // Save closes it and opens the notice
     });
     window->action("optio")->trigger();
     auto read = [&](const char* name) {
@@ -462,10 +419,9 @@ TEST_F(FrameCommandsTest, SettingsLoadFaultReachesTheErrorWindowAndTheWindowStil
     std::ofstream(paths.dataFile("druck.dat"), std::ios::binary) << "10\r\n1\r\n20\r\n5\r\n";
     open();
     QString reportedForm;
-    ModalCloser closer([&](QWidget* modal) {
+    ModalCloser closer([&](QDialog* modal) {
         if (modal->objectName() == "fehlerform")
             reportedForm = modal->findChild<QLabel*>("Label3")->text();
-        return true;
     });
     window->openWindow("optionen");
     ASSERT_EQ(closer.seen.size(), 2u);

@@ -9,8 +9,9 @@
 
 namespace zw::test {
 
-// Closes every modal window that opens, as a user pressing Escape would, after `inspect` has looked at it.
-// `seen` notes each window by its object name; `messages` notes each message box as "title: text".
+// Closes every modal window that opens, as a user pressing Escape would, after `inspect` has looked at it; a window
+// that `inspect` marks with the property "zwLeaveOpen" closes itself. `seen` notes each window once by its object
+// name (its class name without one); `messages` notes each message box as "title: text".
 class ModalCloser
 {
 public:
@@ -23,12 +24,12 @@ public:
             if (dialog == nullptr || !dialog->isVisible() || dialog->property("zwNoted").toBool())
                 return;
             dialog->setProperty("zwNoted", true);
-            seen.push_back(dialog->objectName());
+            seen.push_back(dialog->objectName().isEmpty() ? dialog->metaObject()->className() : dialog->objectName());
             if (auto* text = dialog->findChild<QLabel*>("text"); text && dialog->objectName() == "MessageDialog")
                 messages.push_back(dialog->windowTitle() + ": " + text->text());
             if (m_inspect)
                 m_inspect(dialog);
-            if (dialog->isVisible())
+            if (dialog->isVisible() && !dialog->property("zwLeaveOpen").toBool())
                 dialog->reject();
         });
         m_timer.start(20);
