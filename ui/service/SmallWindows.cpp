@@ -214,7 +214,7 @@ whatsnew::whatsnew(QWidget* parent) : QDialog(parent)
     m_text = new QTextEdit(this);
     m_text->setObjectName("sevText1");
     m_text->setReadOnly(true);
-    m_text->setMinimumSize(520, 340);
+    m_text->setMinimumSize(560, 470); // the whole news of a version without scrolling
     auto* close = key("xpButton1", "&Schließen", this);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     auto* keys = new QHBoxLayout;
