@@ -19,9 +19,9 @@
 #include "core/RunError.h"
 #include "ledger/Currency.h"
 #include "ledger/LedgerOperations.h"
-#include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
 #include "tests/ui/FaultRecorder.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/ledger/LedgerWindows.h"
 #include "ui/frame/Quittung.h"
@@ -42,26 +42,19 @@ std::string readBytes(const std::filesystem::path& file)
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-class LedgerWindowsTest : public ::testing::Test
+class LedgerWindowsTest : public test::MainWindowFixture
 {
 protected:
-    LedgerWindowsTest() : paths(folder.path())
+    LedgerWindowsTest()
     {
-        std::filesystem::create_directories(paths.dataFolder());
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
-        settings.set("Options", "Berechnung", "0");
-        window = std::make_unique<Quittung>(form, settings, paths);
+        settings.save("Zettelwerk", "Options", "Berechnung", "0");
         window->setFaultReporter(recorder);
         part = &installLedger(*window, form, settings, paths);
     }
 
     QLabel* label(const char* name) { return window->findChild<QLabel*>(name); }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
-    test::MemorySettings settings;
-    ReceiptForm form;
-    std::unique_ptr<Quittung> window;
     LedgerPart* part = nullptr;
     test::FaultRecorder recorder;
     std::vector<std::string>& faults = recorder.seen;
@@ -176,7 +169,7 @@ TEST_F(LedgerWindowsTest, SaveAndOpenGoThroughTheFileCommands)
     part->askFileName = [&](LedgerPart::FileDialog) { return QString::fromStdString(file.string()); };
     form.setText(F::Text7, "Größe €");
     window->action("save")->trigger();
-    EXPECT_EQ(settings.option("Options", "Letzter_Beleg"), file.string());
+    EXPECT_EQ(settings.get("Zettelwerk", "Options", "Letzter_Beleg", ""), file.string());
     EXPECT_EQ(window->action("men_dat")->text().toStdString(), file.string());
     form.setText(F::Text7, "");
     window->action("men_dat")->trigger();
@@ -222,7 +215,7 @@ TEST_F(LedgerWindowsTest, TheTotalWindowsShowTheirPatterns)
     TotalWindow income(window.get(), TotalWindow::Kind::Income, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(income.label1()->text(), "119,00 USD");
     income.findChild<QPushButton*>("Button1")->click();
-    EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
+    EXPECT_EQ(settings.get("Zettelwerk", "Buchhaltung", "Einnahme", ""), "0");
     TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, window->faultReporter());
     EXPECT_EQ(expense.label1()->text(), "-135,50 USD");
     CashBalanceWindow cash(window.get(), part->ledger(), "USD", window->faultReporter());
@@ -245,7 +238,7 @@ TEST_F(LedgerWindowsTest, TheCurrencyWindowOffersSuggestionsAndStoresTheCode)
     currency.waehr()->setText("CHF");
     currency.findChild<QPushButton*>("Command4")->click();
     EXPECT_EQ(form.text(F::Text2), "CHF");
-    EXPECT_EQ(settings.option("Waehrung", "waehr.Text"), "CHF");
+    EXPECT_EQ(settings.get("Zettelwerk", "Waehrung", "waehr.Text", ""), "CHF");
     EXPECT_EQ(currency.result(), QDialog::Accepted);
 }
 
