@@ -18,6 +18,7 @@
 #include "export/DibFile.h"
 #include "export/ImageFiles.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/UrlRecorder.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/print/PrintCommands.h"
 #include "ui/receipt/ReceiptFormView.h"
@@ -32,18 +33,7 @@ namespace {
 using F = FormElement;
 using test::ModalCloser;
 
-// Records the files the program hands to the desktop instead of opening them.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-public:
-    UrlRecorder() { QDesktopServices::setUrlHandler("file", this, "open"); }
-    ~UrlRecorder() override { QDesktopServices::unsetUrlHandler("file"); }
-    std::vector<QUrl> urls;
-
-public slots:
-    void open(const QUrl& url) { urls.push_back(url); }
-};
+using test::UrlRecorder;
 
 class FirstUseTest : public test::MainWindowFixture
 {
@@ -157,7 +147,7 @@ TEST_F(FirstUseTest, TheMessageDialogHasItsCaptionsInEveryShapeAndItsHelpIsThePr
     for (std::size_t i = 1; i < captions.size(); ++i)
         EXPECT_EQ(captions[i], (QStringList{"Okay", "Abbrechen", "Hilfe"})) << i;
     ASSERT_FALSE(desktop.urls.empty());
-    EXPECT_EQ(desktop.urls.front().toLocalFile().toStdString(), (paths.helpFolder() / "index.html").string());
+    EXPECT_EQ(QUrl(desktop.urls.front()).toLocalFile().toStdString(), (paths.helpFolder() / "index.html").string());
 }
 
 TEST_F(FirstUseTest, ThePictureSaveDialogsShowTheirPatternAsTheFileName)
@@ -198,4 +188,3 @@ TEST_F(FirstUseTest, TheShortcutBarsPanelsFitTheBarAndTheFormAreaGrowsWithTheWin
 } // namespace
 } // namespace zw
 
-#include "FirstUseTest.moc"

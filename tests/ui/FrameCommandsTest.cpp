@@ -32,6 +32,7 @@
 #include "tests/core/FakeHost.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
+#include "tests/ui/UrlRecorder.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
@@ -42,27 +43,7 @@ namespace {
 
 using F = FormElement;
 
-// Records the addresses the program hands to the desktop instead of opening them.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-public:
-    UrlRecorder()
-    {
-        for (const char* scheme : {"http", "https", "file"})
-            QDesktopServices::setUrlHandler(scheme, this, "open");
-    }
-    ~UrlRecorder() override
-    {
-        for (const char* scheme : {"http", "https", "file"})
-            QDesktopServices::unsetUrlHandler(scheme);
-    }
-    std::vector<QString> urls;
-
-public slots:
-    void open(const QUrl& url) { urls.push_back(url.toString()); }
-};
-
+using test::UrlRecorder;
 using test::ModalCloser;
 
 class FrameCommandsTest : public test::MainWindowFixture
@@ -494,4 +475,3 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceSendsThroughItsMai
 } // namespace
 } // namespace zw
 
-#include "FrameCommandsTest.moc"
