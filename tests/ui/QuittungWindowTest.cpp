@@ -10,7 +10,7 @@
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
-#include "tests/app/TempFolder.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/frame/FrmSplash1.h"
 #include "ui/ledger/LedgerCommands.h"
@@ -45,25 +45,14 @@ void typeText(QWidget* widget, const QString& text)
         QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
 }
 
-class QuittungWindowTest : public ::testing::Test
+class QuittungWindowTest : public test::MainWindowFixture
 {
 protected:
-    QuittungWindowTest() : paths(folder.path() / "home"), settings(folder.path() / "config")
-    {
-        ProgramPaths::install(ZETTELWERK_TEST_DIST, paths.home());
-    }
-
     QString fieldText(FormElement element)
     {
         auto* edit = qobject_cast<QLineEdit*>(window->formView()->widgetOf(element));
         return edit ? edit->text() : QString();
     }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    SettingsStore settings;
-    ReceiptForm form;
-    std::unique_ptr<Quittung> window;
 };
 
 TEST_F(QuittungWindowTest, SplashRunsAllStepsToTheFullBar)
@@ -78,10 +67,9 @@ TEST_F(QuittungWindowTest, SplashRunsAllStepsToTheFullBar)
 
 TEST_F(QuittungWindowTest, FirstStartShowsTheFormWithItsDefaultsAfterTheTaxNumberNote)
 {
+    settings.remove("Zettelwerk", "Steuer", "Steuer_Check");
     ReturnPresser presser;
-    window = std::make_unique<Quittung>(form, settings, paths);
-    window->logic().load();
-    window->show();
+    start();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
 
     EXPECT_EQ(window->windowTitle(), "Zettelwerk V6.0.0");
@@ -102,9 +90,7 @@ TEST_F(QuittungWindowTest, NewReceiptFromTheMenuAdvancesTheNumberShownOnTheForm)
     settings.save("Zettelwerk", "Drucken", "ZW_NR", "1");
     settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
     std::ofstream(paths.dataFile("nummer.dat"), std::ios::binary) << "00000041\r\n";
-    window = std::make_unique<Quittung>(form, settings, paths);
-    window->logic().load();
-    window->show();
+    start();
 
     window->action("neue")->trigger(); // the notice closes itself after its time
     EXPECT_EQ(fieldText(FormElement::Text1), "42");
@@ -116,9 +102,7 @@ TEST_F(QuittungWindowTest, NewReceiptFromTheMenuAdvancesTheNumberShownOnTheForm)
 TEST_F(QuittungWindowTest, TypedTextReachesTheModelAndTaxOffHidesTheAmounts)
 {
     settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
-    window = std::make_unique<Quittung>(form, settings, paths);
-    window->logic().load();
-    window->show();
+    start();
     auto* payer = window->formView()->widgetOf(FormElement::Text5);
     typeText(payer, "Müller & Söhne");
     EXPECT_EQ(form.text(FormElement::Text5), "Müller & Söhne");
@@ -133,9 +117,7 @@ TEST_F(QuittungWindowTest, TypedTextReachesTheModelAndTaxOffHidesTheAmounts)
 TEST_F(QuittungWindowTest, ExitAskedAndRefusedKeepsTheWindow)
 {
     settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
-    window = std::make_unique<Quittung>(form, settings, paths);
-    window->logic().load();
-    window->show();
+    start();
     QTimer::singleShot(100, [] {
         if (QWidget* modal = QApplication::activeModalWidget())
             QTest::keyClick(modal, Qt::Key_Escape);
@@ -151,12 +133,9 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
     std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
     // Composed as the program composes it.
-    window = std::make_unique<Quittung>(form, settings, paths);
     auto* ledger = &installLedger(*window, form, settings, paths);
-    installFrameCommands(*window, form, settings, paths);
     installPrinting(*window, form, settings, paths, {});
-    window->logic().load();
-    window->show();
+    start();
     form.setText(FormElement::Text12, "119,00");
     form.setText(FormElement::Text5, "Anna Weiß");
 
@@ -183,7 +162,6 @@ TEST_F(QuittungWindowTest, TypingKeepsToTheFieldRules)
     const Case cases[] = {{FormElement::Text2, "EURO", "EUR"},          // three letters of a currency
                           {FormElement::Text9, "12032011", "12.03.2011"}, // the date mask places the points
                           {FormElement::Text11, "19", ""}};              // the tax is computed, never typed
-    window = std::make_unique<Quittung>(form, settings, paths);
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed);
         auto* edit = qobject_cast<QLineEdit*>(window->formView()->widgetOf(c.element));
