@@ -29,9 +29,6 @@ bool isFile(const std::filesystem::path& file)
     return std::filesystem::is_regular_file(file, error);
 }
 
-// A stored switch as the window's check box takes it: the old numeric conversion, so "" or text fails.
-int switchValue(const std::string& text) { return static_cast<int>(roundHalfEven(parseAmount(text))); }
-
 } // namespace
 
 OptionenLogic::OptionenLogic(ReceiptForm& form, Settings& settings, const ProgramPaths& paths, FormHost& host,

@@ -20,12 +20,6 @@ namespace {
 
 using F = FormElement;
 
-// A switch value read from a setting: the old implicit conversion, so "" or text fails.
-int switchValue(const std::string& text)
-{
-    return static_cast<int>(roundHalfEven(parseAmount(text)));
-}
-
 // Runs one step of a sequence whose run-time faults are passed over; a programming error still escapes.
 template <typename Step> void passOver(Step&& step)
 {

@@ -37,6 +37,9 @@ double leadingNumber(std::string_view text);
 // -> 4). Outside the 32-bit range throws RunError 6.
 std::int32_t roundHalfEven(double value);
 
+// A stored switch as the old implicit conversion read it: "1", "0", "-1"; "" or text throws RunError 13.
+inline int switchValue(const std::string& text) { return roundHalfEven(parseAmount(text)); }
+
 // Format with a number pattern of the run time: "0" and "#" digit places, "." the decimal sign, "," between
 // digit places the thousands mark, "%" scales by 100, "\x" and "..." literals, up to three sections split by
 // ";" (positive;negative;zero); every other character stands as it is. Rounding is half away from zero on the

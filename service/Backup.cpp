@@ -53,6 +53,13 @@ std::string deleteArchiveQuestion(const std::string& folder, const std::string& 
            "\r\n\r\nvon Ihrem Datenträger löschen wollen?";
 }
 
+void deleteBackupArchive(const std::string& folder, const std::string& file)
+{
+    std::error_code error;
+    if (file.empty() || !fs::is_regular_file(fs::path(folder) / file, error) || !fs::remove(fs::path(folder) / file, error))
+        throw RunError::fileNotFound();
+}
+
 void createBackupFolder(const std::string& folder, const std::string& name)
 {
     std::error_code error;

@@ -34,6 +34,10 @@ int progressValueOf(const std::string& statusText);
 // The question before an archive is deleted, lines parted by CR LF.
 std::string deleteArchiveQuestion(const std::string& folder, const std::string& file);
 
+// Deletes the archive `file` chosen in `folder`. Nothing chosen, or a file that cannot be removed, throws RunError
+// 53; the folder itself is never removed.
+void deleteBackupArchive(const std::string& folder, const std::string& file);
+
 // Makes <folder>/<name>. A folder that exists already, or one that cannot be made, throws RunError 75.
 void createBackupFolder(const std::string& folder, const std::string& name);
 

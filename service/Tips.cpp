@@ -1,7 +1,10 @@
 #include "service/Tips.h"
 
 #include "app/TextFile.h"
+#include "core/GermanNumbers.h"
 #include "core/RunError.h"
+#include "core/Settings.h"
+#include "service/ErrorReport.h"
 
 namespace zw {
 
@@ -13,13 +16,6 @@ std::string trimmed(const std::string& text)
     if (first == std::string::npos)
         return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-std::string replaced(std::string text, const std::string& find, const std::string& by)
-{
-    for (std::size_t at = text.find(find); at != std::string::npos; at = text.find(find, at + by.size()))
-        text.replace(at, find.size(), by);
-    return text;
 }
 
 } // namespace
@@ -55,7 +51,7 @@ TipList::Shown TipList::DisplayCurrentTip() const
         throw RunError::subscriptOutOfRange();
     const auto bodyEnd = tip.find(';', split + 1);
     const std::string body = tip.substr(split + 1, bodyEnd == std::string::npos ? std::string::npos : bodyEnd - split - 1);
-    return {tip.substr(0, split), replaced(body, "\\n", "\r\n"),
+    return {tip.substr(0, split), stringReplace(body, "\\n", "\r\n"),
             std::to_string(CurrentTip) + " of " + std::to_string(m_tips.size())};
 }
 
@@ -80,6 +76,20 @@ std::string tipsOffNotice()
            "aktivieren Sie dort das Feld:\r<Tipp des Tages beim nächsten Programmstart aktivieren>\r\r"
            "Der <Tipp des Tages> wird nun beim nächsten Programmstart\rwieder angezeigt und kann hier auch wieder "
            "aufgerufen werden.";
+}
+
+bool tipsAtStartup(const Settings& settings)
+{
+    try {
+        return switchValue(settings.get(kTipApplicationName, "Options", "Show Tips at Startup", "1")) != 0;
+    } catch (const RunError&) {
+        return false;
+    }
+}
+
+void setTipsAtStartup(Settings& settings, bool on)
+{
+    settings.save(kTipApplicationName, "Options", "Show Tips at Startup", on ? "1" : "0");
 }
 
 } // namespace zw

@@ -7,6 +7,8 @@
 
 namespace zw {
 
+class Settings;
+
 // The tip of the day: one tip per line of daten/Tipofday.txt, heading and body parted by the first ";", "\n" in the
 // body for a line break.
 class TipList
@@ -37,5 +39,9 @@ private:
 
 // The notice of the menu command while tips are switched off, lines parted by CR.
 std::string tipsOffNotice();
+
+// `Show Tips at Startup` under the program's own application name; a value that is no number counts as off.
+bool tipsAtStartup(const Settings& settings);
+void setTipsAtStartup(Settings& settings, bool on);
 
 } // namespace zw

@@ -67,19 +67,6 @@ std::string formatted(double value, const NumberSeparators& separators, int deci
     return text;
 }
 
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find_first_of("\r\n", start);
-        if (end == std::string::npos)
-            end = text.size();
-        lines.push_back(text.substr(start, end - start));
-        start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
-    }
-    return lines;
-}
 
 } // namespace
 
@@ -225,7 +212,7 @@ UpdateOutcome UpdateCheck::take(const std::string& response, const std::filesyst
         throw;
     }
     std::filesystem::remove(localCopy);
-    const auto lines = linesOf(copy);
+    const auto lines = splitLines(copy);
     if (lines.size() % 5 != 0)
         throw RunError::inputPastEnd();
     for (std::size_t i = 0; i < lines.size(); ++i)
@@ -248,6 +235,18 @@ std::string installerName()
 {
     return "zettelwerk_" + std::to_string(kVersionMajor) + "_" + std::to_string(kVersionMinor) + "_" +
            std::to_string(kVersionRevision) + ".exe";
+}
+
+std::filesystem::path renameInstaller(const std::filesystem::path& folder)
+{
+    const auto installer = folder / installerName();
+    std::error_code error;
+    if (std::filesystem::exists(installer, error))
+        throw RunError::fileExists();
+    std::filesystem::rename(folder / "zettelwerk.exe", installer, error);
+    if (error)
+        throw RunError::fileNotFound();
+    return installer;
 }
 
 DownloadDisplay downloadDisplay(const clsDownload& download, const NumberSeparators& separators)

@@ -98,6 +98,9 @@ std::string updateStatusText(UpdateOutcome outcome);
 
 // The name the downloaded installer gets: zettelwerk_<major>_<minor>_<revision>.exe of the running version.
 std::string installerName();
+// Renames <folder>/zettelwerk.exe to that name and returns the new path. An existing target throws RunError 58, a
+// missing download RunError 53.
+std::filesystem::path renameInstaller(const std::filesystem::path& folder);
 
 // The number format of the user's locale.
 struct NumberSeparators

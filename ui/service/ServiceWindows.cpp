@@ -19,7 +19,6 @@
 #include <QTreeView>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <tuple>
 
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
@@ -79,23 +78,10 @@ ZipStatus statusInto(QLineEdit* box, QProgressBar* bar)
     };
 }
 
-// The controls a job's panel shares with the other: path, archive name, start key, bar, percentage and result.
-struct JobPanel
-{
-    QGridLayout* grid;
-    QLineEdit* path;
-    QPushButton* start;
-    QProgressBar* bar;
-    QLineEdit* status;
-    QLabel* result;
-};
 
-struct JobNames
-{
-    const char *path, *start, *caption, *bar, *status, *result;
-};
+} // namespace
 
-JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names)
+datensicherung::JobPanel datensicherung::jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names)
 {
     JobPanel job{new QGridLayout(panel), readOnlyField(names.path, panel), button(names.start, names.caption, panel),
                  progressBar(names.bar, panel), readOnlyField(names.status, panel), new QLabel(panel)};
@@ -114,8 +100,6 @@ JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names)
     job.grid->setRowStretch(7, 1);
     return job;
 }
-
-} // namespace
 
 datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidget* parent)
     : QDialog(parent), m_paths(paths), m_host(host)
@@ -159,25 +143,21 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
                            "mit Ausnahme der dort enthaltenen Ordner gesichert.",
                            backup);
     label1->setObjectName("Label1");
-    const auto packing = jobPanel(backup, label1, {"Text1", "cmdPackIt", "Daten&sicherung starten", "ProgressBar1",
+    m_packing = jobPanel(backup, label1, {"Text1", "cmdPackIt", "Daten&sicherung starten", "ProgressBar1",
                                                    "txtStatus", "Label8"});
-    packing.grid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann "
+    m_packing.grid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann "
                                     "war die Datensicherung fehlerhaft.",
                                     backup),
                             6, 0, 1, 2);
-    std::tie(m_text1, m_packIt, m_bar1, m_status, m_packed) =
-        std::tie(packing.path, packing.start, packing.bar, packing.status, packing.result);
 
     auto* restore = new QGroupBox("  Datenrücksicherung ", this);
     restore->setObjectName("Frames2");
-    const auto restoring = jobPanel(restore, nullptr, {"Text2", "Button2", "W&iederherstellung", "ProgressBar2",
+    m_restoring = jobPanel(restore, nullptr, {"Text2", "Button2", "W&iederherstellung", "ProgressBar2",
                                                        "txtStatus2", "Label9"});
-    restoring.grid->addWidget(wrapped("TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
+    m_restoring.grid->addWidget(wrapped("TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
                                       "rückgesichert. Sie finden dort ein neues\nVerzeichnis mit allen Dateien.",
                                       restore),
                               6, 0, 1, 2);
-    std::tie(m_text2, m_unpack, m_bar2, m_status2, m_restored) =
-        std::tie(restoring.path, restoring.start, restoring.bar, restoring.status, restoring.result);
     for (QWidget* panel : {static_cast<QWidget*>(welcome), static_cast<QWidget*>(backup),
                            static_cast<QWidget*>(restore)})
         m_panels->addWidget(panel);
@@ -212,8 +192,9 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
             [this](const QModelIndex& index) { chooseFolder(m_folders->filePath(index)); });
     connect(m_backupPanel, &QPushButton::clicked, this, [this] { showPanel(1); });
     connect(m_restorePanel, &QPushButton::clicked, this, [this] { showPanel(2); });
-    connect(m_packIt, &QPushButton::clicked, this, &datensicherung::pack);
-    connect(m_unpack, &QPushButton::clicked, this, &datensicherung::unpack);
+    connect(m_packing.start, &QPushButton::clicked, this, [this] { runJob(m_packing, &packData, &packedText); });
+    connect(m_restoring.start, &QPushButton::clicked, this,
+            [this] { runJob(m_restoring, &restoreData, &restoredText); });
     connect(remove, &QPushButton::clicked, this, &datensicherung::deleteArchive);
     connect(create, &QPushButton::clicked, this, &datensicherung::createFolder);
     connect(back, &QPushButton::clicked, this, &QDialog::accept);
@@ -223,7 +204,7 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
     resize(820, 520);
 }
 
-QString datensicherung::folder() const { return m_text1->text(); }
+QString datensicherung::folder() const { return m_packing.path->text(); }
 
 void datensicherung::chooseFolder(const QString& folder)
 {
@@ -232,8 +213,8 @@ void datensicherung::chooseFolder(const QString& folder)
         m_tree->setCurrentIndex(index);
         m_tree->scrollTo(index);
     }
-    m_text1->setText(folder);
-    m_text2->setText(folder);
+    m_packing.path->setText(folder);
+    m_restoring.path->setText(folder);
     showFiles();
 }
 
@@ -249,21 +230,15 @@ void datensicherung::showPanel(int index)
     m_restorePanel->setEnabled(index != 2);
 }
 
-void datensicherung::pack()
+void datensicherung::runJob(const JobPanel& panel,
+                            int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&),
+                            std::string (*countText)(int))
 {
-    m_packIt->setEnabled(false);
-    const int count = packData(m_paths, folder().toStdString(), statusInto(m_status, m_bar1));
-    m_packed->setText(qt(packedText(count)));
-    showFiles();
-    m_packIt->setEnabled(true);
-}
-
-void datensicherung::unpack()
-{
-    m_unpack->setEnabled(false);
-    const int count = restoreData(m_paths, folder().toStdString(), statusInto(m_status2, m_bar2));
-    m_restored->setText(qt(restoredText(count)));
-    m_unpack->setEnabled(true);
+    panel.start->setEnabled(false);
+    const int count = job(m_paths, folder().toStdString(), statusInto(panel.status, panel.bar));
+    panel.result->setText(qt(countText(count)));
+    showFiles(); // a new archive is listed at once
+    panel.start->setEnabled(true);
 }
 
 void datensicherung::deleteArchive()
@@ -273,10 +248,10 @@ void datensicherung::deleteArchive()
     if (MessageDialog::askWithCaptions(this, question, MessageStyle::QuestionYesNo, "Sicherungsdatei löschen",
                                        {"Weiter prüfen...", "Hilfe", "Hilfe"}) != kAnswerYes)
         return;
-    std::error_code error;
-    // With nothing selected the name is the folder itself, which is never removed.
-    if (file.isEmpty() || !fs::remove(fs::path(folder().toStdString()) / file.toStdString(), error)) {
-        showUntrappedFault(m_host, RunError::fileNotFound());
+    try {
+        deleteBackupArchive(folder().toStdString(), file.toStdString());
+    } catch (const RunError& error) {
+        showUntrappedFault(m_host, error);
         return;
     }
     showFiles();
@@ -450,16 +425,11 @@ void webupdate1::downloaded()
     if (m_closing)
         return;
     m_lblStatus[6]->setText("Status: Update ist runtergeladen!");
-    const fs::path folder = m_txtFolder->text().toStdString();
-    const fs::path installer = folder / installerName();
-    std::error_code error;
-    if (fs::exists(installer, error)) {
-        showUntrappedFault(m_host, RunError::fileExists());
-        return;
-    }
-    fs::rename(folder / "zettelwerk.exe", installer, error);
-    if (error) {
-        showUntrappedFault(m_host, RunError::fileNotFound());
+    fs::path installer;
+    try {
+        installer = renameInstaller(m_txtFolder->text().toStdString());
+    } catch (const RunError& error) {
+        showUntrappedFault(m_host, error);
         return;
     }
     if (m_host.confirmQuestion(updateStartQuestion(), MessageStyle::QuestionYesNo, "Update") != kAnswerYes)

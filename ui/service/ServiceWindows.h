@@ -5,9 +5,12 @@
 #include <memory>
 
 #include "service/WebUpdate.h"
+#include "service/ZipArchive.h"
 #include "ui/net/QtEventPoster.h"
 
 class QFileSystemModel;
+class QGridLayout;
+class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListView;
@@ -34,8 +37,24 @@ public:
     void chooseFolder(const QString& folder);
 
 private:
-    void pack();
-    void unpack();
+    // The controls a job's panel shares with the other: path, start key, bar, percentage and result.
+    struct JobPanel
+    {
+        QGridLayout* grid;
+        QLineEdit* path;
+        QPushButton* start;
+        QProgressBar* bar;
+        QLineEdit* status; // the percentage the packer writes
+        QLabel* result;
+    };
+    struct JobNames
+    {
+        const char *path, *start, *caption, *bar, *status, *result;
+    };
+    static JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names);
+    // Runs pack or restore with the panel's key disabled meanwhile, its bar fed, and the count shown.
+    void runJob(const JobPanel& panel, int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&),
+                std::string (*countText)(int));
     void deleteArchive();
     void createFolder();
     void showPanel(int index);
@@ -48,11 +67,9 @@ private:
     QTreeView* m_tree;
     QListView* m_fileList;
     QStackedWidget* m_panels;
-    QLineEdit *m_text1, *m_text2, *m_newFolder;
-    QLineEdit *m_status, *m_status2; // the percentage the packer writes
-    QProgressBar *m_bar1, *m_bar2;
-    QLabel *m_packed, *m_restored;
-    QPushButton *m_backupPanel, *m_restorePanel, *m_packIt, *m_unpack;
+    JobPanel m_packing{}, m_restoring{};
+    QLineEdit* m_newFolder;
+    QPushButton *m_backupPanel, *m_restorePanel;
 };
 
 // "WebUp": asks the vendor's server for a newer version and fetches its installer.

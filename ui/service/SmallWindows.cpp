@@ -136,7 +136,7 @@ frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, 
     m_bottom->setObjectName("picBottom");
     auto* startUp = new QCheckBox("Tipps beim &Programmstart anzeigen", m_bottom);
     startUp->setObjectName("chkLoadTipsAtStartup");
-    startUp->setChecked(settings.get(kTipApplicationName, "Options", "Show Tips at Startup", "1") != "0");
+    startUp->setChecked(tipsAtStartup(settings));
     auto* previous = key("xpButton1", "&Vorheriger Tipp", m_bottom);
     auto* next = key("cmdNextTip", "&Nächster Tipp", m_bottom);
     auto* ok = key("cmdOK", "&OK", m_bottom);
@@ -156,9 +156,7 @@ frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, 
     layout->addWidget(m_content, 1);
     layout->addWidget(m_bottom);
 
-    connect(startUp, &QCheckBox::toggled, this, [&settings](bool on) {
-        settings.save(kTipApplicationName, "Options", "Show Tips at Startup", on ? "1" : "0");
-    });
+    connect(startUp, &QCheckBox::toggled, this, [&settings](bool on) { setTipsAtStartup(settings, on); });
     connect(next, &QPushButton::clicked, this, [this] {
         m_tips.next();
         showTip();
@@ -287,7 +285,7 @@ void installSmallWindows(Quittung& window, ReceiptForm& form, Settings& settings
     });
     window.setStartPart("showTipWindow", [&window] { window.openWindow("frmTipp"); });
     window.setCommand("tipppp", [&window, &settings] {
-        if (settings.get(kTipApplicationName, "Options", "Show Tips at Startup", "1") == "0")
+        if (!tipsAtStartup(settings))
             window.showMessage(tipsOffNotice(), MessageStyle::Information, "Tipp des Tages");
         else
             window.openWindow("frmTipp");
