@@ -57,11 +57,11 @@ void QuittungLogic::load()
     });
     passOver([&] { felder(); });
     passOver([&] {
-        m_parts.loadAutocompletion();
+        m_parts.runStartStep(StartStep::LoadAutocompletion);
         for (F hidden : {F::autoge, F::List1, F::para19, F::einbe, F::ausbe})
             m_form.setVisible(hidden, false);
     });
-    passOver([&] { m_parts.buildShortcutBarAndLedger(); });
+    // The shortcut bar and the ledger are built when their parts join the window, before the start.
     passOver([&] {
         m_form.setVisible(F::Image6, false);
         m_form.setVisible(F::Image7, false);
@@ -152,7 +152,7 @@ void QuittungLogic::load()
     passOver([&] {
         auto tips = m_settings.get(kTipApplicationName, "Options", "Show Tips at Startup", "1");
         if (switchValue(tips) != 0)
-            m_parts.showTipWindow();
+            m_parts.runStartStep(StartStep::ShowTipWindow);
     });
     passOver([&] { smallfiles::loadRate(m_form, m_paths); });
     passOver([&] { smallfiles::loadPrintSetup(m_form, m_paths); });
@@ -171,12 +171,12 @@ void QuittungLogic::load()
     });
     passOver([&] {
         if (smallfiles::readMark(m_paths.dataFile("siglogoaa.dat")))
-            m_parts.ausstellerein();
+            m_parts.runStartStep(StartStep::SwitchLogoOn);
     });
     passOver([&] { m_form.setCalendarButton(switchValue(setting("Options", "Kalender"))); });
     passOver([&] {
         if (smallfiles::readMark(m_paths.dataFile("sigunteraa.dat")))
-            m_parts.einfst();
+            m_parts.runStartStep(StartStep::SwitchSignatureOn);
     });
     passOver([&] { m_form.setText(F::RTFBox, readTextFile(m_paths.dataFile("aussteller.dat"))); });
 }

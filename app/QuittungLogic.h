@@ -13,21 +13,25 @@ class ProgramPaths;
 class ReceiptForm;
 class Settings;
 
-// What the start and the commands need of the main window's other parts. Each subsystem that owns such a part
-// overrides its member; the defaults do nothing, so a part not yet there is passed over like a failing step.
+// The steps of the start that another part of the main window carries out; a part registers for its step.
+enum class StartStep {
+    LoadAutocompletion,
+    ShowTipWindow,
+    SwitchLogoOn,      // ausstellerein
+    SwitchSignatureOn, // einfst
+};
+
+// What the start and the commands need of the main window. The defaults do nothing, so a part not yet there is
+// passed over like a failing step.
 class WindowParts
 {
 public:
     virtual ~WindowParts() = default;
-    virtual void loadAutocompletion() {}
-    virtual void buildShortcutBarAndLedger() {}
+    virtual void runStartStep(StartStep /*step*/) {}
     virtual void setWindowBackground(const std::string& /*programPath*/) {}
     virtual void applyMenuDesign(int /*styleNumber*/) {}
     virtual void applyButtonStyle(int /*styleNumber*/) {}
     virtual void showRulers(bool /*visible*/) {}
-    virtual void showTipWindow() {}
-    virtual void ausstellerein() {}
-    virtual void einfst() {}
     virtual void setLastFileCaption(const std::string& /*caption*/) {}
 };
 

@@ -41,8 +41,13 @@ class StartPictures : public WindowParts
 {
 public:
     explicit StartPictures(PictureCommands& pictures) : m_pictures(pictures) {}
-    void ausstellerein() override { switchOn(PictureKind::Logo); }
-    void einfst() override { switchOn(PictureKind::Signature); }
+    void runStartStep(StartStep step) override
+    {
+        if (step == StartStep::SwitchLogoOn)
+            switchOn(PictureKind::Logo);
+        else if (step == StartStep::SwitchSignatureOn)
+            switchOn(PictureKind::Signature);
+    }
 
 private:
     void switchOn(PictureKind kind)

@@ -8,17 +8,35 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "print/FormFonts.h"
-#include "ui/export/ExportCommands.h"
-#include "ui/frame/FrameCommands.h"
 #include "ui/frame/FrmSplash1.h"
-#include "ui/print/PrintCommands.h"
-#include "ui/ledger/LedgerCommands.h"
+#include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
-#include "ui/lists/Autocompletion.h"
-#include "ui/lists/ListWindow.h"
-#include "ui/mail/MailWindows.h"
-#include "ui/service/ServiceWindows.h"
-#include "ui/service/SmallWindows.h"
+
+namespace zw {
+
+// A part of the main window lives in its own file under ui/ and joins here with one line, in the order of the
+// list below. Its routine is declared where it is called, so the part needs no header for this.
+#define ZW_JOIN(install)                          \
+    do {                                          \
+        void install(const PartContext& context); \
+        install(context);                         \
+    } while (false)
+
+static void joinParts(const PartContext& context)
+{
+    ZW_JOIN(installLedger);
+    ZW_JOIN(installFrameCommands);
+    ZW_JOIN(installPrinting);
+    ZW_JOIN(installExports);
+    ZW_JOIN(installAutocompletion);
+    ZW_JOIN(installHelpWindow);
+    ZW_JOIN(installListWindows);
+    ZW_JOIN(installMail);
+    ZW_JOIN(installService);
+    ZW_JOIN(installSmallWindows);
+}
+
+} // namespace zw
 
 int main(int argc, char** argv)
 {
@@ -47,16 +65,7 @@ int main(int argc, char** argv)
     }
 
     zw::Quittung window(form, settings, paths);
-    zw::installLedger(window, form, settings, paths);
-    zw::installFrameCommands(window, form, settings, paths);
-    zw::installPrinting(window, form, settings, paths, {});
-    zw::installExports(window, form, settings, paths);
-    zw::installAutocompletion(window, form, paths);
-    zw::installHelpWindow(window, paths);
-    zw::installListWindows(window, form, paths);
-    zw::installMail(window, form, settings, paths);
-    zw::installService(window, settings, paths);
-    zw::installSmallWindows(window, form, settings, paths);
+    zw::joinParts({window, form, settings, paths});
     window.logic().load();
     window.show();
     if (splashFault)

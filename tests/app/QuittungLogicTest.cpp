@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
@@ -19,18 +20,14 @@ public:
     void applyMenuDesign(int style) override { menuDesign = style; }
     void applyButtonStyle(int style) override { buttonStyle = style; }
     void showRulers(bool visible) override { rulers = visible; }
-    void showTipWindow() override { ++tipWindows; }
     void setWindowBackground(const std::string& path) override { windowBackground = path; }
-    void ausstellerein() override { ++logos; }
-    void einfst() override { ++stamps; }
+    void runStartStep(StartStep step) override { ++started[step]; }
     void setLastFileCaption(const std::string& caption) override { lastFile = caption; }
 
     int menuDesign = -1;
     int buttonStyle = -1;
     bool rulers = false;
-    int tipWindows = 0;
-    int logos = 0;
-    int stamps = 0;
+    std::map<StartStep, int> started;
     std::string windowBackground;
     std::string lastFile;
 };
@@ -73,7 +70,7 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(form.text(F::Datum2), "23.11.2026");
     EXPECT_EQ(form.incomeCaption(), "Einnahme aktiv");
     EXPECT_EQ(parts.lastFile, "Kein Pfad vorhanden...");
-    EXPECT_EQ(parts.tipWindows, 1);
+    EXPECT_EQ(parts.started[StartStep::ShowTipWindow], 1);
 
     ASSERT_EQ(host.questions.size(), 1u);
     EXPECT_EQ(host.questions[0].title, "Steuernummer");
@@ -129,11 +126,11 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     EXPECT_TRUE(form.isVisible(F::Label29));
     EXPECT_EQ(form.text(F::Text2), "USD");
     EXPECT_EQ(form.text(F::Text8), "Münster");
-    EXPECT_EQ(parts.tipWindows, 0);
+    EXPECT_EQ(parts.started[StartStep::ShowTipWindow], 0);
     EXPECT_EQ(form.text(F::Text3), "7");
     EXPECT_EQ(form.text(F::Text1), "00000041");
     EXPECT_EQ(form.oben(), "15");
-    EXPECT_EQ(parts.logos, 1);
+    EXPECT_EQ(parts.started[StartStep::SwitchLogoOn], 1);
     EXPECT_EQ(form.text(F::RTFBox), "Zahnarztpraxis Dr. Wei\xC3\x9F\r\nHauptstra\xC3\x9F" "e 1");
     EXPECT_TRUE(host.questions.empty());
 }
@@ -159,7 +156,7 @@ TEST_F(QuittungLogicTest, BadSettingsAndFilesNeverStopTheStart)
     EXPECT_EQ(form.quittnr(), 0);
     EXPECT_EQ(form.text(F::Text3), "neunzehn");
     EXPECT_EQ(form.text(F::Text1), "A-17");
-    EXPECT_EQ(parts.stamps, 0);
+    EXPECT_EQ(parts.started[StartStep::SwitchSignatureOn], 0);
     EXPECT_EQ(form.text(F::RTFBox), "");
     EXPECT_EQ(form.text(F::Label1), "Quittung");
     EXPECT_TRUE(host.messages.empty());

@@ -34,7 +34,8 @@ class PrintingWindowTest : public test::MainWindowFixture
 protected:
     PrintingWindowTest()
     {
-        installPrinting(*window, form, settings, paths, [this](const std::vector<std::string>& row) { filed.push_back(row); });
+        window->setReceiptFiler([this](const std::vector<std::string>& row) { filed.push_back(row); });
+        join(installPrinting);
         installPictureExports(exportContext());
         start();
         form.setText(F::Text12, "119,00");

@@ -20,8 +20,8 @@ class AutocompletionWindowTest : public test::MainWindowFixture
 protected:
     AutocompletionWindowTest()
     {
-        installAutocompletion(*window, form, paths);
-        installHelpWindow(*window, paths);
+        join(installAutocompletion);
+        join(installHelpWindow);
         start();
     }
 };

@@ -20,9 +20,9 @@ class ComposedWindowTest : public test::MainWindowFixture
 protected:
     ComposedWindowTest()
     {
-        installLedger(*window, form, settings, paths);
-        installPrinting(*window, form, settings, paths, {});
-        installExports(*window, form, settings, paths);
+        join(installLedger);
+        join(installPrinting);
+        join(installExports);
         start();
     }
 

@@ -38,7 +38,7 @@ class DocumentExportsTest : public test::MainWindowFixture
 protected:
     DocumentExportsTest()
     {
-        installExports(*window, form, settings, paths);
+        join(installExports);
         start();
         form.setText(F::Text12, "119,00");
         form.setText(F::Text7, "Miete & Nebenkosten");

@@ -40,7 +40,7 @@ class FirstUseTest : public test::MainWindowFixture
 protected:
     FirstUseTest()
     {
-        installPrinting(*window, form, settings, paths, {});
+        join(installPrinting);
         start();
     }
 

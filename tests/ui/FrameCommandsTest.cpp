@@ -202,7 +202,7 @@ TEST_F(FrameCommandsTest, LooksDifferForEachDesignAndStyleAndComeBackAfterAResta
     // A restart over the same store and folder.
     ReceiptForm restarted;
     auto again = std::make_unique<Quittung>(restarted, settings, paths);
-    installFrameCommands(*again, restarted, settings, paths);
+    installFrameCommands({*again, restarted, settings, paths});
     again->logic().load();
     again->show();
     EXPECT_EQ(again->menuBar()->styleSheet(), menuLook);

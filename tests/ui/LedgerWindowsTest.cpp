@@ -50,7 +50,7 @@ protected:
         std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << kLedger;
         settings.save("Zettelwerk", "Options", "Berechnung", "0");
         window->setFaultReporter(recorder);
-        part = &installLedger(*window, form, settings, paths);
+        part = &join(installLedgerPart);
     }
 
     QLabel* label(const char* name) { return window->findChild<QLabel*>(name); }

@@ -21,7 +21,7 @@ class ListWindowTest : public test::MainWindowFixture
 protected:
     ListWindowTest()
     {
-        installListWindows(*window, form, paths);
+        join(installListWindows);
         start();
         window->shortcutKey(Quittung::ShortcutKey::ForList)->click();
         articles = window->findChild<ListWindow*>("artikel_fuer");

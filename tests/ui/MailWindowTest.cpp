@@ -32,7 +32,7 @@ protected:
         std::ofstream(paths.home() / "vendor.ini")
             << "mailHost=127.0.0.1:" << (port > 0 ? port : server.port()) << "\nsupportAddress=" << support
             << "\nnewsletterAddress=news@zettelwerk.example\n";
-        installMail(*window, form, settings, paths);
+        join(installMail);
         start();
     }
 

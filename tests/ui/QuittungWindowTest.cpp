@@ -133,8 +133,8 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
     std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
     // Composed as the program composes it.
-    auto* ledger = &installLedger(*window, form, settings, paths);
-    installPrinting(*window, form, settings, paths, {});
+    auto* ledger = &join(installLedgerPart);
+    join(installPrinting);
     start();
     form.setText(FormElement::Text12, "119,00");
     form.setText(FormElement::Text5, "Anna Weiß");

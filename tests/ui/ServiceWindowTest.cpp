@@ -27,7 +27,7 @@ class ServiceWindowTest : public test::MainWindowFixture
 protected:
     ServiceWindowTest()
     {
-        installService(*window, settings, paths);
+        join(installService);
         start();
     }
 

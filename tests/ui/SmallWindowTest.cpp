@@ -26,8 +26,8 @@ class SmallWindowTest : public test::MainWindowFixture
 protected:
     SmallWindowTest()
     {
-        installSmallWindows(*window, form, settings, paths);
-        installHelpWindow(*window, paths);
+        join(installSmallWindows);
+        join(installHelpWindow);
         window->setFaultReporter(faults);
         start();
     }

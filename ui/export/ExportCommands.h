@@ -3,6 +3,8 @@
 #include <QImage>
 #include <functional>
 
+#include "ui/frame/PartContext.h"
+
 namespace zw {
 
 class ProgramPaths;
@@ -23,7 +25,7 @@ struct ExportContext
 
 // The receipt leaves the program: "Als PDF/XML/RTF/BMP/JPG/PNG Datei" and the copy as a picture. Call once; the
 // photograph comes from the window's one capture, with the session's receipt colour.
-void installExports(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+void installExports(const PartContext& context);
 
 // The parts of installExports, one per window family.
 void installDocumentExports(const ExportContext& context); // alspdf, alsxml

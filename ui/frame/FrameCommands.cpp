@@ -1,4 +1,5 @@
 #include "ui/frame/FrameCommands.h"
+#include "app/SettingsStore.h"
 #include "ui/frame/QtText.h"
 
 #include <QAction>
@@ -517,10 +518,9 @@ private:
 
 } // namespace
 
-void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+void installFrameCommands(const PartContext& context)
 {
-    auto* frame = new Frame(window, form, settings, paths);
-    frame->setObjectName("frameCommands");
+    new Frame(context.window, context.form, context.settings, context.paths);
 }
 
 } // namespace zw

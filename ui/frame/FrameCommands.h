@@ -1,15 +1,12 @@
 #pragma once
 
-namespace zw {
+#include "ui/frame/PartContext.h"
 
-class ProgramPaths;
-class Quittung;
-class ReceiptForm;
-class Settings;
+namespace zw {
 
 // The application frame's part of the main window: the toolbar Coolbar1 with its drop-down group, the tray icon,
 // the shortcut bar's popup, the appearance entries (receipt colours, window backgrounds, fonts), the settings
 // window `optionen`, the help and vendor pages. Call once, before the window's load.
-void installFrameCommands(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+void installFrameCommands(const PartContext& context);
 
 } // namespace zw

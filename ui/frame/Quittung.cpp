@@ -597,33 +597,9 @@ void Quittung::setWindowBackground(const std::string& programPath)
     m_central->setPalette(colours);
 }
 
-void Quittung::setStartPart(const std::string& name, std::function<void()> part)
+void Quittung::runStartStep(StartStep step)
 {
-    m_startParts[name] = std::move(part);
-}
-
-void Quittung::ausstellerein()
-{
-    if (auto found = m_startParts.find("ausstellerein"); found != m_startParts.end())
-        found->second();
-}
-
-void Quittung::einfst()
-{
-    if (auto found = m_startParts.find("einfst"); found != m_startParts.end())
-        found->second();
-}
-
-void Quittung::showTipWindow()
-{
-    // The tip comes up in front of the main window, once that is shown.
-    if (auto found = m_startParts.find("showTipWindow"); found != m_startParts.end())
-        QTimer::singleShot(0, this, found->second);
-}
-
-void Quittung::loadAutocompletion()
-{
-    if (auto found = m_startParts.find("loadAutocompletion"); found != m_startParts.end())
+    if (auto found = m_startSteps.find(step); found != m_startSteps.end())
         found->second();
 }
 

@@ -66,13 +66,10 @@ public:
     void applyMenuDesign(int styleNumber) override;
     void applyButtonStyle(int styleNumber) override;
     void setLastFileCaption(const std::string& caption) override;
-    void ausstellerein() override;
-    void einfst() override;
-    void loadAutocompletion() override;
-    void showTipWindow() override;
+    void runStartStep(StartStep step) override;
 
-    // What the start runs to switch the logo and the signature on; the picture commands register it.
-    void setStartPart(const std::string& name, std::function<void()> part);
+    // What a step of the start runs: the part that owns the step registers it.
+    void setStartStep(StartStep step, std::function<void()> part) { m_startSteps[step] = std::move(part); }
 
     // The three ways out end here: unload every window once.
     void unloadAll();
@@ -163,7 +160,7 @@ private:
     std::map<std::string, QAction*> m_actions;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, std::function<void()>> m_openers;
-    std::map<std::string, std::function<void()>> m_startParts;
+    std::map<StartStep, std::function<void()>> m_startSteps;
     QPixmap* m_windowBackground = nullptr;
     // Shortcut bar controls mirrored from the model.
     QCheckBox* m_saveCheck = nullptr;

@@ -19,6 +19,7 @@
 
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "app/SettingsStore.h"
 #include "ledger/LedgerStore.h"
 #include "ledger/Totals.h"
 #include "print/LedgerPrint.h"
@@ -272,11 +273,16 @@ void LedgerPart::refreshTotals()
     });
 }
 
-LedgerPart& installLedger(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+LedgerPart& installLedgerPart(const PartContext& context)
 {
-    auto* part = new LedgerPart(window, form, settings, paths);
-    window.setReceiptFiler([part](const std::vector<std::string>& row) { part->fileReceiptRow(row); });
+    auto* part = new LedgerPart(context.window, context.form, context.settings, context.paths);
+    context.window.setReceiptFiler([part](const std::vector<std::string>& row) { part->fileReceiptRow(row); });
     return *part;
+}
+
+void installLedger(const PartContext& context)
+{
+    installLedgerPart(context);
 }
 
 } // namespace zw

@@ -11,6 +11,7 @@
 #include "ledger/LedgerOperations.h"
 #include "ledger/ReceiptFile.h"
 #include "ledger/ReceiptLedger.h"
+#include "ui/frame/PartContext.h"
 #include "ui/ledger/LedgerWindows.h"
 
 class QPrinter;
@@ -75,7 +76,9 @@ private:
     QToolBar* m_toolbar = nullptr;
 };
 
-// Builds the ledger tab, loads belege.dat and registers the commands and windows of the ledger.
-LedgerPart& installLedger(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+// Builds the ledger tab, loads belege.dat and registers the commands and windows of the ledger; the part's state
+// is returned for the tests that look into it.
+LedgerPart& installLedgerPart(const PartContext& context);
+void installLedger(const PartContext& context);
 
 } // namespace zw

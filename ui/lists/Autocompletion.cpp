@@ -8,6 +8,7 @@
 #include <QTime>
 #include <memory>
 
+#include "app/SettingsStore.h"
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "lists/Autocomplete.h"
@@ -70,10 +71,13 @@ void createNotice(Quittung& window, ReceiptForm& form)
 
 } // namespace
 
-void installAutocompletion(Quittung& window, ReceiptForm& form, const ProgramPaths& paths)
+void installAutocompletion(const PartContext& context)
 {
+    Quittung& window = context.window;
+    ReceiptForm& form = context.form;
+    const ProgramPaths& paths = context.paths;
     auto* part = new AutocompletionPart(paths, &window);
-    window.setStartPart("loadAutocompletion", [part] { part->list.LoadEntries(); });
+    window.setStartStep(StartStep::LoadAutocompletion, [part] { part->list.LoadEntries(); });
     createNotice(window, form);
 
     for (FormElement field : kCompletingFields) {
@@ -104,8 +108,10 @@ void installAutocompletion(Quittung& window, ReceiptForm& form, const ProgramPat
     });
 }
 
-void installHelpWindow(Quittung& window, const ProgramPaths& paths)
+void installHelpWindow(const PartContext& context)
 {
+    Quittung& window = context.window;
+    const ProgramPaths& paths = context.paths;
     // One help window at a time, left open beside the receipt while the user works.
     auto open = std::make_shared<QPointer<helpp3>>();
     window.setWindowOpener("helpp3", [open, &window, page = paths.helpFolder() / "index.html"] {

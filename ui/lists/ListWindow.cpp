@@ -25,6 +25,7 @@
 #include <QVBoxLayout>
 #include <map>
 
+#include "app/SettingsStore.h"
 #include "app/AtomicFile.h"
 #include "app/TextFile.h"
 #include "app/FaultReporter.h"
@@ -464,8 +465,11 @@ ReportOptions frmReportSetup::options() const
     return options;
 }
 
-void installListWindows(Quittung& window, ReceiptForm& form, const ProgramPaths& paths)
+void installListWindows(const PartContext& context)
 {
+    Quittung& window = context.window;
+    ReceiptForm& form = context.form;
+    const ProgramPaths& paths = context.paths;
     const std::pair<const ListKind*, Quittung::ShortcutKey> lists[] = {
         {&payerList(), Quittung::ShortcutKey::FromList}, {&articleList(), Quittung::ShortcutKey::ForList}};
     for (const auto& [kind, key] : lists) {

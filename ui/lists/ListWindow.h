@@ -6,6 +6,7 @@
 
 #include "lists/ListReport.h"
 #include "lists/ListTable.h"
+#include "ui/frame/PartContext.h"
 
 class QLabel;
 class QPushButton;
@@ -73,6 +74,6 @@ public:
 
 // The list windows behind bm_vonliste and bm_fuerliste, the shortcut bar's keys and the toolbar.
 class Quittung;
-void installListWindows(Quittung& window, ReceiptForm& form, const ProgramPaths& paths);
+void installListWindows(const PartContext& context);
 
 } // namespace zw

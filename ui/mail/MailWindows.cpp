@@ -33,6 +33,7 @@
 #include <QVBoxLayout>
 #include <random>
 
+#include "app/SettingsStore.h"
 #include "app/CommonDialog.h"
 #include "app/ProgramPaths.h"
 #include "app/VendorAddresses.h"
@@ -988,8 +989,12 @@ newsletter::newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent)
     setMinimumWidth(460);
 }
 
-void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+void installMail(const PartContext& context)
 {
+    Quittung& window = context.window;
+    ReceiptForm& form = context.form;
+    Settings& settings = context.settings;
+    const ProgramPaths& paths = context.paths;
     auto* log = new frmLog(&window); // one transcript for the whole run
     window.setFaultMailSender([&paths, log](const std::string& report, const std::string& replyAddress) {
         return sendErrorReport(report, replyAddress, paths, *log);

@@ -8,6 +8,7 @@
 #include "lists/ListTable.h"
 #include "mail/MailDraft.h"
 #include "mail/sevSMTP.h"
+#include "ui/frame/PartContext.h"
 #include "ui/net/QtEventPoster.h"
 
 class QCheckBox;
@@ -198,6 +199,6 @@ private:
 
 // The mail command (the shortcut bar's key, bm_email and the toolbar mirror it), the error window's sender, the
 // support wizard behind "anr" and the newsletter window.
-void installMail(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+void installMail(const PartContext& context);
 
 } // namespace zw

@@ -4,11 +4,13 @@
 #include <QPushButton>
 
 #include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "print/Capture.h"
 #include "print/IssuerData.h"
 #include "print/PictureCommands.h"
+#include "print/PrintCommand.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/print/IssuerWindows.h"
 #include "ui/frame/MessageDialog.h"
@@ -47,8 +49,8 @@ public:
         untrapped("entfst", [this] { m_pictures.switchOff(PictureKind::Signature); });
         untrapped("dateiwst", [this] { m_pictures.choose(PictureKind::Signature); });
         // The start switches the pictures on with its failures ignored.
-        window.setStartPart("ausstellerein", [this] { m_pictures.switchOn(PictureKind::Logo); });
-        window.setStartPart("einfst", [this] { m_pictures.switchOn(PictureKind::Signature); });
+        window.setStartStep(StartStep::SwitchLogoOn, [this] { m_pictures.switchOn(PictureKind::Logo); });
+        window.setStartStep(StartStep::SwitchSignatureOn, [this] { m_pictures.switchOn(PictureKind::Signature); });
         form.addListener([this](const FormChange& change) {
             if (change.aspect == FormAspect::Switch && change.name == "opt_stamp")
                 m_pictures.showStampChoice();
@@ -121,14 +123,11 @@ private:
 
 } // namespace
 
-void installPrinting(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
-                     FileReceipt fileReceipt)
+void installPrinting(const PartContext& context)
 {
-    if (!fileReceipt) {
-        // Whoever offers the window a receipt filer files the row; without one nothing is filed.
-        fileReceipt = [&window](const std::vector<std::string>& row) { window.fileReceiptRow(row); };
-    }
-    new PrintingPart(window, form, settings, paths, std::move(fileReceipt));
+    // Whoever offers the window a receipt filer files the printed row; without one nothing is filed.
+    new PrintingPart(context.window, context.form, context.settings, context.paths,
+                     [&window = context.window](const std::vector<std::string>& row) { window.fileReceiptRow(row); });
 }
 
 } // namespace zw

@@ -438,8 +438,11 @@ void webupdate1::downloaded()
     QTimer::singleShot(2000, this, [this] { m_endProgram(); });
 }
 
-void installService(Quittung& window, const SettingsStore& settings, const ProgramPaths& paths)
+void installService(const PartContext& context)
 {
+    Quittung& window = context.window;
+    const SettingsStore& settings = context.settings;
+    const ProgramPaths& paths = context.paths;
     window.setCommand("sicherung", [&window, &paths] { window.openWindow("datensicherung"); });
     window.setWindowOpener("datensicherung", [&window, &paths] {
         datensicherung backup(paths, window, &window);

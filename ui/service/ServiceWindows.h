@@ -6,6 +6,7 @@
 
 #include "service/WebUpdate.h"
 #include "service/ZipArchive.h"
+#include "ui/frame/PartContext.h"
 #include "ui/net/QtEventPoster.h"
 
 class QFileSystemModel;
@@ -105,6 +106,6 @@ private:
 };
 
 // The backup window, the settings export and both update commands join the main window here.
-void installService(Quittung& window, const SettingsStore& settings, const ProgramPaths& paths);
+void installService(const PartContext& context);
 
 } // namespace zw

@@ -11,9 +11,11 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTextEdit>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <random>
 
+#include "app/SettingsStore.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "app/Version.h"
@@ -272,8 +274,12 @@ autostart1::autostart1(const std::string& programPath, FormHost& host, QWidget* 
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 }
 
-void installSmallWindows(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
+void installSmallWindows(const PartContext& context)
 {
+    Quittung& window = context.window;
+    ReceiptForm& form = context.form;
+    Settings& settings = context.settings;
+    const ProgramPaths& paths = context.paths;
     window.setWindowOpener("feldbezeichnung", [&window, &form, &settings] {
         feldbezeichnung editor(settings, form, &window);
         editor.exec();
@@ -283,7 +289,9 @@ void installSmallWindows(Quittung& window, ReceiptForm& form, Settings& settings
         frmTipp tip(paths, settings, window, &window);
         tip.exec();
     });
-    window.setStartPart("showTipWindow", [&window] { window.openWindow("frmTipp"); });
+    // The tip comes up in front of the main window, once that is shown.
+    window.setStartStep(StartStep::ShowTipWindow,
+                        [&window] { QTimer::singleShot(0, &window, [&window] { window.openWindow("frmTipp"); }); });
     window.setCommand("tipppp", [&window, &settings] {
         if (!tipsAtStartup(settings))
             window.showMessage(tipsOffNotice(), MessageStyle::Information, "Tipp des Tages");

@@ -5,6 +5,7 @@
 
 #include "service/FieldLabels.h"
 #include "service/Tips.h"
+#include "ui/frame/PartContext.h"
 
 class QCheckBox;
 class QLabel;
@@ -82,6 +83,6 @@ private:
 };
 
 // The label editor, the tips, the news and the autostart switch join the main window here.
-void installSmallWindows(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths);
+void installSmallWindows(const PartContext& context);
 
 } // namespace zw
