@@ -3,11 +3,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
-#include "tests/core/RunErrorNumber.h"
-
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "core/RunError.h"
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
 #include "tests/print/PictureProbe.h"
@@ -185,19 +182,6 @@ TEST_F(PrintCommandTest, ABlankPrintFilesTheRealValuesWithoutNetAndShare)
     EXPECT_EQ(row[6], "");
     EXPECT_EQ(row[7], "");
     EXPECT_EQ(row[9], "Erika Mustermann");
-}
-
-TEST_F(PrintCommandTest, AMissingTempFolderFailsWithoutFilingAndKeepsTheFormUsable)
-{
-    std::filesystem::remove_all(paths.tempFolder());
-    form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::TwoBlanks);
-    int calls = 0;
-    EXPECT_EQ(test::errorNumberOf([&] { command.run([&](const Row&) { ++calls; }); }), 76);
-    EXPECT_EQ(calls, 0);
-    EXPECT_TRUE(form.isVisible(F::Text12));
-    EXPECT_TRUE(form.isVisible(F::Text5));
-    EXPECT_FALSE(std::filesystem::exists(paths.tempFolder()));
 }
 
 } // namespace
