@@ -13,12 +13,8 @@
 namespace zw {
 namespace {
 
-struct Message
-{
-    std::string text;
-    std::string title;
-    bool operator==(const Message&) const = default;
-};
+// A message box as shown: its text, then its title.
+using Message = std::pair<std::string, std::string>;
 
 struct Recorder
 {
@@ -30,8 +26,6 @@ struct Recorder
         };
     }
 };
-
-void PrintTo(const Message& message, std::ostream* out) { *out << message.title << ": " << message.text; }
 
 // A receipt-like picture: white paper, a coloured band, fine noise where the text would be.
 cDIBSection receiptLike()
@@ -145,7 +139,7 @@ TEST(PictureFiles, FailuresReachTheErrorReportAndLeaveNoFileBehind)
         EXPECT_EQ(savePicture(session, row.picture, row.target, PictureFormat::Png, 85, recorder.show()), row.status);
         EXPECT_THAT(recorder.messages, ::testing::ElementsAre(row.message));
         EXPECT_FALSE(std::filesystem::exists(row.target));
-        EXPECT_EQ(pictureFailureText(row.status), row.message.text);
+        EXPECT_EQ(pictureFailureText(row.status), row.message.first);
     }
 }
 

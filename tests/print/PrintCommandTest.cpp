@@ -1,6 +1,5 @@
 #include "print/PrintCommand.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "app/ProgramPaths.h"
@@ -16,12 +15,6 @@ using F = FormElement;
 using Row = std::vector<std::string>;
 using test::inkIn;
 using test::pixelsOf;
-
-std::string bytesOf(const std::filesystem::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 std::uint32_t littleEndian(const std::string& bytes, std::size_t offset, int size)
 {
@@ -76,11 +69,11 @@ protected:
 
 TEST_F(PrintCommandTest, ReplacesTheLastBitmapWithTheFormAsA24BitWindowsBitmap)
 {
-    std::ofstream(paths.tempFolder() / "temp_.bmp", std::ios::binary) << std::string(100000, 'x');
+    test::writeBytes(paths.tempFolder() / "temp_.bmp", std::string(100000, 'x'));
     auto file = command.run({});
 
     ASSERT_EQ(file, paths.tempFolder() / "temp_.bmp");
-    const std::string bytes = bytesOf(file);
+    const std::string bytes = test::readBytes(file);
     ASSERT_GE(bytes.size(), 54u);
     EXPECT_EQ(bytes.substr(0, 2), "BM");
     EXPECT_EQ(littleEndian(bytes, 2, 4), bytes.size());

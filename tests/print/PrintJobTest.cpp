@@ -14,6 +14,7 @@
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/RunErrorNumber.h"
+#include "tests/export/PopplerPage.h"
 
 namespace zw {
 namespace {
@@ -28,17 +29,11 @@ struct Band
     double to;
 };
 
-// The page as poppler draws it, in grey.
-QImage renderPage(const QString& pdf, int page = 1)
+// The first page as poppler draws it.
+QImage renderPage(const QString& pdf)
 {
-    const QString base = pdf + ".page";
-    QProcess pdftoppm;
-    pdftoppm.start("pdftoppm", {"-r", QString::number(kRenderDotsPerInch), "-gray", "-f", QString::number(page),
-                                "-l", QString::number(page), "-singlefile", pdf, base});
-    pdftoppm.waitForFinished(30000);
-    EXPECT_EQ(pdftoppm.exitCode(), 0);
-    EXPECT_TRUE(pdftoppm.readAllStandardError().isEmpty());
-    return QImage(base + ".pgm");
+    const Bitmap page = test::renderFirstPage(pdf.toStdString(), kRenderDotsPerInch);
+    return QImage(page.pixels.data(), page.width, page.height, page.width * 3, QImage::Format_RGB888).copy();
 }
 
 std::vector<Band> inkBands(const QImage& page, Qt::Orientation along)
