@@ -4,13 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/app/TempFolder.h"
 #include "tests/core/RunErrorNumber.h"
 
-#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -146,31 +145,10 @@ TEST(BitmapFile, RefusesWhatIsNoSupportedBitmap)
     }
 }
 
-class BitmapFileOnDisk : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        m_folder =
-            std::filesystem::temp_directory_path() / ("BitmapFile-" + std::to_string(std::random_device{}()));
-        std::filesystem::create_directories(m_folder);
-    }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
-
-    std::filesystem::path m_folder;
-};
-
-TEST_F(BitmapFileOnDisk, ReadsAFileAndReportsAMissingOne)
-{
-    std::ofstream(m_folder / "picture.bmp", std::ios::binary)
-        << bitmapFile({.width = 2, .height = 2}, kBottomRow24 + kTopRow24);
-    EXPECT_EQ(readBitmapFile(m_folder / "picture.bmp"), (Bitmap{2, 2, kTwoByTwo}));
-    EXPECT_EQ(errorNumberOf([&] { readBitmapFile(m_folder / "missing.bmp"); }), 53);
-}
-
 // Python's imaging library writes the files of other programs; its own reading of them is the reference.
-TEST_F(BitmapFileOnDisk, ReadsWhatAnotherProgramWrites)
+TEST(BitmapFile, ReadsWhatAnotherProgramWrites)
 {
+    const test::TempFolder folder;
     if (std::system("/usr/bin/python3 -c 'import PIL' >/dev/null 2>&1") != 0)
         GTEST_SKIP() << "python3-pil is not installed";
     const std::string script = R"(
@@ -185,16 +163,15 @@ for mode, name in (("RGB", "rgb.bmp"), ("RGBA", "rgba.bmp")):
     with open(folder + "/" + name + ".rgb", "wb") as out:
         out.write(Image.open(folder + "/" + name).convert("RGB").tobytes())
 )";
-    std::ofstream(m_folder / "write.py") << script;
-    ASSERT_EQ(std::system(
-                  ("/usr/bin/python3 " + (m_folder / "write.py").string() + " " + m_folder.string()).c_str()),
-              0);
+    test::writeBytes(folder / "write.py", script);
+    const std::string command =
+        "/usr/bin/python3 " + (folder / "write.py").string() + " " + folder.path().string();
+    ASSERT_EQ(std::system(command.c_str()), 0);
     for (const char* name : {"rgb.bmp", "rgba.bmp"}) {
         SCOPED_TRACE(name);
-        std::ifstream reference(m_folder / (std::string(name) + ".rgb"), std::ios::binary);
-        const std::vector<std::uint8_t> expected{std::istreambuf_iterator<char>(reference),
-                                                 std::istreambuf_iterator<char>()};
-        EXPECT_EQ(readBitmapFile(m_folder / name), (Bitmap{7, 5, expected}));
+        const std::string reference = test::readBytes(folder / (std::string(name) + ".rgb"));
+        const std::vector<std::uint8_t> expected(reference.begin(), reference.end());
+        EXPECT_EQ(readBitmapFile(folder / name), (Bitmap{7, 5, expected}));
     }
 }
 

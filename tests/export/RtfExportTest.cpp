@@ -78,11 +78,7 @@ TEST(ReceiptRtf, HoldsThePhotographAtTheReceiptsSizeOnPaper)
     // The receipt area is 8550 x 6435 twips, the size the print composition gives picToPrint.
     EXPECT_EQ(picture->goalWidthTwips, 8550);
     EXPECT_EQ(picture->goalHeightTwips, 6435);
-    QImage decoded;
-    ASSERT_TRUE(decoded.loadFromData(reinterpret_cast<const uchar*>(picture->png.data()),
-                                     static_cast<int>(picture->png.size()), "PNG"));
-    EXPECT_EQ(decoded.pixelColor(0, 0), QColor(40 * 0, 40, 80)) << "a ruled line's colour at the corner";
-    EXPECT_EQ(decoded.pixelColor(5, 5), QColor(255, 235, 215));
+    // Its pixels are judged against the bitmap export by export_cli_check.py.
 }
 
 class ExportRtfFileTest : public ::testing::Test

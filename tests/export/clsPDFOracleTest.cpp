@@ -5,12 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/app/PeerProgram.h"
+#include "tests/export/PopplerPage.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <random>
 #include <sstream>
@@ -33,12 +31,6 @@ std::vector<std::string> linesOf(const std::string& text)
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
     return lines;
-}
-
-std::string readFile(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 clsPDF newWriter()
@@ -71,14 +63,6 @@ Bitmap testPicture(std::int32_t width, std::int32_t height, bool noisy)
 class clsPDFOracle : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        m_folder = std::filesystem::temp_directory_path() /
-                   ("clsPDFOracle-" + std::to_string(std::random_device{}()));
-        std::filesystem::create_directories(m_folder);
-    }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
-
     std::filesystem::path save(clsPDF& pdf, const std::string& name)
     {
         const auto path = m_folder / (name + ".pdf");
@@ -86,28 +70,7 @@ protected:
         return path;
     }
 
-    // Renders page 1 at four pixels per point; returns width, height and RGB bytes from the PPM. Poppler
-    // smooths pictures drawn at less than four times their size, so one pixel per point would blur them.
-    Bitmap render(const std::filesystem::path& pdf)
-    {
-        const auto prefix = m_folder / "render";
-        const CommandResult result = run("pdftoppm -r 288 -f 1 -l 1 -singlefile '" + pdf.string() + "' '" +
-                                         prefix.string() + "' 2>&1");
-        EXPECT_EQ(result.exitCode, 0);
-        EXPECT_EQ(result.output, "") << "pdftoppm complained";
-        const std::string ppm = readFile(prefix.string() + ".ppm");
-        std::istringstream header(ppm);
-        std::string magic;
-        int width = 0, height = 0, maximum = 0;
-        header >> magic >> width >> height >> maximum;
-        const auto dataStart = static_cast<std::size_t>(header.tellg()) + 1;
-        EXPECT_EQ(magic, "P6");
-        Bitmap bitmap{width, height, {}};
-        bitmap.pixels.assign(ppm.begin() + static_cast<std::ptrdiff_t>(dataStart), ppm.end());
-        return bitmap;
-    }
-
-    std::filesystem::path m_folder;
+    test::TempFolder m_folder;
 };
 
 // The documents a caller makes, each with a name for the messages.
@@ -231,7 +194,8 @@ TEST_F(clsPDFOracle, PicturePagesRenderBackToTheSourcePixels)
         const auto width = static_cast<std::int16_t>(row.mirrored ? -source.width : source.width);
         pdf.DrawPicture(0, 0, width, static_cast<std::int16_t>(source.height), source, row.gray);
         pdf.PrintLine("");
-        const Bitmap rendered = render(save(pdf, "picture"));
+        // Four pixels per point: poppler smooths pictures drawn at less than four times their size.
+        const Bitmap rendered = test::renderFirstPage(save(pdf, "picture"), 288);
         ASSERT_EQ(rendered.width, source.width * kScale);
         ASSERT_EQ(rendered.height, source.height * kScale);
 

@@ -7,15 +7,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/app/TempFolder.h"
 #include "tests/core/RunErrorNumber.h"
 
 #include <clocale>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <locale>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -50,12 +49,6 @@ std::string firstStream(clsPDF& pdf)
     return streams.empty() ? std::string("(no page)") : streams.front();
 }
 
-std::string readFile(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 using test::errorNumberOf;
 
 // The text head of a portrait A4 page with the defaults: font 10, left margin 80, top margin 60.
@@ -74,28 +67,15 @@ Bitmap uniformPicture(std::int32_t width, std::int32_t height, std::uint8_t valu
                    std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3), value));
 }
 
+// The rest of an empty document's bytes are those of the one-line document below.
 TEST(clsPDF, FreshObjectGivesACompleteFileWithoutPages)
 {
     clsPDF pdf = newWriter();
-    const std::string expected =
-        "%PDF-1.1\r"
-        "%\xE2\xE3\xCF\xD3\r"
-        "1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
-        "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
-        "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r"
-        "4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
-        "/Encoding /WinAnsiEncoding\r>>\rendobj\r"
-        "5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r>>\rendobj\r"
-        "3 0 obj\r<<\r/Type /Pages\r/Count 0\r/MediaBox [0 0 596 842]\r/Kids [ ]\r>>\rendobj\r"
-        "xref\r0 6\r"
-        "0000000000 65535 f\r"
-        "0000000015 00000 n\r"
-        "0000000117 00000 n\r"
-        "0000000338 00000 n\r"
-        "0000000166 00000 n\r"
-        "0000000271 00000 n\r"
-        "trailer\r<<\r/Size 6\r/Root 2 0 R\r/Info 1 0 R\r>>\rstartxref\r415\r%%EOF\r";
-    EXPECT_EQ(pdf.Value(), expected);
+    const std::string document = pdf.Value();
+    EXPECT_THAT(document,
+                HasSubstr("\r3 0 obj\r<<\r/Type /Pages\r/Count 0\r/MediaBox [0 0 596 842]\r/Kids [ ]\r"
+                          ">>\rendobj\rxref\r0 6\r"));
+    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
 }
 
 TEST(clsPDF, OnePrintedLineGivesThreePageObjectsAndThisWholeFile)
@@ -436,16 +416,14 @@ TEST(clsPDF, HugePicturesAreWritten)
 
 TEST(clsPDF, PictureFromABitmapFileAndBadPictures)
 {
-    const auto folder =
-        std::filesystem::temp_directory_path() / ("clsPDFPicture-" + std::to_string(std::random_device{}()));
-    std::filesystem::create_directories(folder);
+    const test::TempFolder folder;
     // A 1 x 1 24-bit bitmap, bottom-up, of the colour (1, 2, 3).
     std::string bmp("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0"
                     "\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0\0\0\0\0"
                     "\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
                     "\x03\x02\x01\0",
                     58);
-    std::ofstream(folder / "one.bmp", std::ios::binary) << bmp;
+    test::writeBytes(folder / "one.bmp", bmp);
 
     clsPDF pdf = newWriter();
     pdf.PrintLine("x");
@@ -453,13 +431,12 @@ TEST(clsPDF, PictureFromABitmapFileAndBadPictures)
     EXPECT_THAT(firstStream(pdf), HasSubstr("/CS /RGB\rID \x01\x02\x03>\r"));
 
     EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder / "missing.bmp", false); }), 53);
-    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder, false); }), 75);
+    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder.path(), false); }), 75);
     EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, picture(2, 2, {1, 2, 3}), false); }), 481);
     EXPECT_EQ(errorNumberOf([&] {
                   pdf.DrawPicture(0, 0, 1, 1, picture(-1, -3, {1, 2, 3, 4, 5, 6, 7, 8, 9}), false);
               }),
               481);
-    std::filesystem::remove_all(folder);
 }
 
 TEST(clsPDF, CoordinatesThatLeaveSixteenBitsRaiseOverflow)
@@ -485,6 +462,14 @@ TEST(clsPDF, CoordinatesThatLeaveSixteenBitsRaiseOverflow)
              pdf.setDrawWidth(std::nanf(""));
              pdf.DrawBox(0, 0, 1, 1, 0);
          }},
+        {"line number after 32767 lines on a page that never ends",
+         [](clsPDF& pdf) {
+             pdf.setLinesPerPage(-1);
+             for (int line = 0; line < 32767; ++line)
+                 pdf.PrintLine("");
+             EXPECT_EQ(pdf.LineNumber(), 32767);
+             pdf.PrintLine("");
+         }},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -494,57 +479,33 @@ TEST(clsPDF, CoordinatesThatLeaveSixteenBitsRaiseOverflow)
     }
 }
 
-TEST(clsPDF, LineNumberOverflowsAfter32767LinesOnAPageThatNeverEnds)
+TEST(clsPDFFiles, PrintFilePassesTheBytesThroughAndAMissingFilePrintsOneEmptyLine)
 {
+    const test::TempFolder folder;
+    test::writeBytes(folder / "text.txt", "a\r\nK\xE4se (1)\r\n\f\r\nb");
     clsPDF pdf = newWriter();
-    pdf.setLinesPerPage(-1);
-    for (int line = 0; line < 32767; ++line)
-        pdf.PrintLine("");
-    EXPECT_EQ(pdf.LineNumber(), 32767);
-    EXPECT_EQ(errorNumberOf([&] { pdf.PrintLine(""); }), 6);
-}
-
-class clsPDFFiles : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        m_folder = std::filesystem::temp_directory_path() /
-                   ("clsPDFFiles-" + std::to_string(std::random_device{}()));
-        std::filesystem::create_directories(m_folder);
-    }
-    void TearDown() override { std::filesystem::remove_all(m_folder); }
-
-    std::filesystem::path m_folder;
-};
-
-TEST_F(clsPDFFiles, PrintFilePassesTheBytesThroughAndAMissingFilePrintsOneEmptyLine)
-{
-    std::ofstream(m_folder / "text.txt", std::ios::binary) << "a\r\nK\xE4se (1)\r\n\f\r\nb";
-    clsPDF pdf = newWriter();
-    pdf.PrintFile(m_folder / "text.txt");
-    pdf.PrintFile(m_folder / "missing.txt");
-    pdf.PrintFile(m_folder);
+    pdf.PrintFile(folder / "text.txt");
+    pdf.PrintFile(folder / "missing.txt");
+    pdf.PrintFile(folder.path());
     EXPECT_EQ(contentStreams(pdf.Value()),
               (std::vector<std::string>{kFirstHead + "(a)'\r(K\xE4se \\(1\\))'\rET\r",
                                         std::string(kHead) + "(b)'\r()'\r()'\rET\r"}));
 }
 
-TEST_F(clsPDFFiles, SavePDFWritesExactlyValueOrReportsAFolderItCannotWriteAndKeepsTheOldFile)
+TEST(clsPDFFiles, SavePDFWritesExactlyValueOrReportsAFolderItCannotWriteAndKeepsTheOldFile)
 {
-    const auto file = m_folder / "out.pdf";
-    std::ofstream(file, std::ios::binary) << std::string(100000, 'x');
+    const test::TempFolder folder;
+    const auto file = folder / "out.pdf";
+    test::writeBytes(file, std::string(100000, 'x'));
     clsPDF pdf = newWriter();
     pdf.PrintLine("x");
     pdf.SavePDF(file);
-    EXPECT_EQ(readFile(file), pdf.Value());
-    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(m_folder / "missing" / "out.pdf"); }), 76);
-    std::filesystem::create_directories(m_folder / "folder");
-    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(m_folder / "folder"); }), 75);
-    EXPECT_TRUE(std::filesystem::is_directory(m_folder / "folder"));
-    EXPECT_EQ(
-        std::distance(std::filesystem::directory_iterator(m_folder), std::filesystem::directory_iterator()),
-        2);
+    EXPECT_EQ(test::readBytes(file), pdf.Value());
+    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(folder / "missing" / "out.pdf"); }), 76);
+    std::filesystem::create_directories(folder / "folder");
+    EXPECT_EQ(errorNumberOf([&] { pdf.SavePDF(folder / "folder"); }), 75);
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "folder"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
 TEST(clsPDFRunLength, FollowsTheEncoderRules)
@@ -571,20 +532,6 @@ TEST(clsPDFRunLength, FollowsTheEncoderRules)
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(clsPDFTestAccess::CompressRunLength(row.input), row.encoded);
-    }
-}
-
-TEST(clsPDFRunLength, RandomInputsDecodeToThemselves)
-{
-    std::mt19937 random(7);
-    for (int round = 0; round < 300; ++round) {
-        std::string input(std::uniform_int_distribution<std::size_t>(0, 2000)(random), '\0');
-        const unsigned alphabet = 1 + random() % 4;
-        for (char& c : input)
-            c = static_cast<char>(random() % alphabet);
-        const std::string encoded = clsPDFTestAccess::CompressRunLength(input);
-        ASSERT_EQ(fuzz::decodeRunLength(encoded), input) << "round " << round;
-        EXPECT_LE(encoded.size(), input.size() * 128 / 127 + 2);
     }
 }
 

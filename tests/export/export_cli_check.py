@@ -7,10 +7,11 @@ import tempfile
 from pathlib import Path
 
 cli, dist = sys.argv[1], sys.argv[2]
+# Von_Zeile_2 stays empty: an empty field still gets its three lines.
 FIELDS = [("Belegart", "Quittung"), ("Nummer", "00000042"), ("Waehrung", "EUR"), ("MwSt", "19"),
           ("Netto", "100,00"), ("MwSt_Anteil", "19,00"), ("Brutto", "119,00"),
           ("Betrag_in_Worte", "einhundertneunzehn"), ("Von_Zeile_1", "Erika Mustermann"),
-          ("Von_Zeile_2", "Heidestraße 17"), ("Fuer", "Miete März & <Nebenkosten>"), ("Ort", "Köln"),
+          ("Von_Zeile_2", ""), ("Fuer", "Miete März & <Nebenkosten>"), ("Ort", "Köln"),
           ("Datum", "23.11.2026"), ("Buchungsvermerk", "Kasse 1")]
 
 

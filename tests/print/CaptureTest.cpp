@@ -169,9 +169,7 @@ TEST_F(CaptureTest, FitsPicturesToTheirFieldsAndOnlyWhileVisible)
 TEST_F(CaptureTest, AnUnreadablePictureShowsNothing)
 {
     const auto broken = folder / "kaputt.jpg";
-    std::FILE* file = std::fopen(broken.c_str(), "wb");
-    std::fputs("kein Bild", file);
-    std::fclose(file);
+    test::writeBytes(broken, "kein Bild");
     form.setPicture(F::Image6, broken.string());
     form.setVisible(F::Image6, true);
     QImage photo = capture(form);

@@ -1,13 +1,9 @@
 #include "print/PrintCommand.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-
-#include "tests/core/RunErrorNumber.h"
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "core/RunError.h"
 #include "print/Capture.h"
 #include "tests/app/TempFolder.h"
 #include "tests/print/PictureProbe.h"
@@ -19,12 +15,6 @@ using F = FormElement;
 using Row = std::vector<std::string>;
 using test::inkIn;
 using test::pixelsOf;
-
-std::string bytesOf(const std::filesystem::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 std::uint32_t littleEndian(const std::string& bytes, std::size_t offset, int size)
 {
@@ -79,11 +69,11 @@ protected:
 
 TEST_F(PrintCommandTest, ReplacesTheLastBitmapWithTheFormAsA24BitWindowsBitmap)
 {
-    std::ofstream(paths.tempFolder() / "temp_.bmp", std::ios::binary) << std::string(100000, 'x');
+    test::writeBytes(paths.tempFolder() / "temp_.bmp", std::string(100000, 'x'));
     auto file = command.run({});
 
     ASSERT_EQ(file, paths.tempFolder() / "temp_.bmp");
-    const std::string bytes = bytesOf(file);
+    const std::string bytes = test::readBytes(file);
     ASSERT_GE(bytes.size(), 54u);
     EXPECT_EQ(bytes.substr(0, 2), "BM");
     EXPECT_EQ(littleEndian(bytes, 2, 4), bytes.size());
@@ -185,19 +175,6 @@ TEST_F(PrintCommandTest, ABlankPrintFilesTheRealValuesWithoutNetAndShare)
     EXPECT_EQ(row[6], "");
     EXPECT_EQ(row[7], "");
     EXPECT_EQ(row[9], "Erika Mustermann");
-}
-
-TEST_F(PrintCommandTest, AMissingTempFolderFailsWithoutFilingAndKeepsTheFormUsable)
-{
-    std::filesystem::remove_all(paths.tempFolder());
-    form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::TwoBlanks);
-    int calls = 0;
-    EXPECT_EQ(test::errorNumberOf([&] { command.run([&](const Row&) { ++calls; }); }), 76);
-    EXPECT_EQ(calls, 0);
-    EXPECT_TRUE(form.isVisible(F::Text12));
-    EXPECT_TRUE(form.isVisible(F::Text5));
-    EXPECT_FALSE(std::filesystem::exists(paths.tempFolder()));
 }
 
 } // namespace

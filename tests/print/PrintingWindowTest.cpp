@@ -1,12 +1,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QDialog>
-#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 #include "app/ProgramPaths.h"
@@ -92,6 +89,8 @@ TEST_F(PrintingWindowTest, AMissingTempFolderGivesAMessageFilesNothingAndKeepsTh
     EXPECT_TRUE(closer.messages[0].contains("76")) << closer.messages[0].toStdString();
     EXPECT_TRUE(filed.empty());
     EXPECT_TRUE(form.isVisible(F::Text12));
+    EXPECT_TRUE(form.isVisible(F::Text5));
+    EXPECT_FALSE(std::filesystem::exists(paths.tempFolder()));
     EXPECT_TRUE(window->findChild<QPushButton*>("xpButton3")->isEnabled());
 }
 

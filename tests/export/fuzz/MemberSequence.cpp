@@ -264,160 +264,118 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
         };
     };
 
+    const auto drawPicture = [&] {
+        const auto x = source.coordinate(), y = source.coordinate();
+        const auto w = source.coordinate(), h = source.coordinate();
+        const bool gray = source.byte() % 2 == 0;
+        pdf.DrawPicture(x, y, w, h, source.picture(hugeAllowed), gray);
+    };
+    const auto printLine = [&] { pdf.PrintLine(source.text()); };
+    const auto printText = [&] { pdf.PrintText(source.text()); };
+    const auto check = [&] { problem = checkDocumentStructure(pdf.Value()); };
+    // One entry per call; pictures, printing and checks come more than once to be chosen more often.
+    const std::function<void()> calls[] = {
+        [&] { pdf.setDrawColor(source.color()); },
+        [&] { pdf.setDrawWidth(source.real()); },
+        [&] { pdf.setDropBlankPages(source.byte() % 2 == 0); },
+        [&] { pdf.setFillColor(source.color()); },
+        [&] { pdf.setFillMode(source.mode()); },
+        [&] { pdf.setFontSize(source.coordinate()); },
+        [&] { pdf.setHeight(source.coordinate()); },
+        [&] { pdf.setLeftMargin(source.coordinate()); },
+        [&] {
+            pdf.setLinesPerPage(
+                static_cast<std::int16_t>(source.byte() % 8 == 0 ? source.coordinate() : source.byte() % 80));
+        },
+        [&] { pdf.setNewPageString(source.text()); },
+        [&] { pdf.setOrientation(source.byte() % 3); },
+        [&] { pdf.setPaperSize(static_cast<std::int32_t>(source.byte() % 12) - 1); },
+        [&] { pdf.setTopMargin(source.coordinate()); },
+        [&] { pdf.setWidth(source.coordinate()); },
+        [&] {
+            pdf.Clear(static_cast<std::int16_t>(source.byte() % 20),
+                      static_cast<std::int16_t>(source.byte() % 20));
+        },
+        [&] {
+            const auto x = source.coordinate(), y = source.coordinate();
+            const auto w = source.coordinate(), h = source.coordinate();
+            pdf.DrawBox(x, y, w, h, source.mode());
+        },
+        [&] {
+            const auto x = source.coordinate(), y = source.coordinate(), r = source.coordinate();
+            pdf.DrawCircle(x, y, r, source.mode());
+        },
+        [&] {
+            const auto x1 = source.coordinate(), y1 = source.coordinate(), x2 = source.coordinate();
+            const auto y2 = source.coordinate(), x3 = source.coordinate(), y3 = source.coordinate();
+            pdf.DrawCurveTo(x1, y1, x2, y2, x3, y3);
+        },
+        [&] {
+            const auto x1 = source.coordinate(), y1 = source.coordinate();
+            const auto x2 = source.coordinate(), y2 = source.coordinate();
+            pdf.DrawLine(x1, y1, x2, y2);
+        },
+        [&] {
+            const auto x = source.coordinate(), y = source.coordinate();
+            pdf.DrawLineTo(x, y);
+        },
+        drawPicture,
+        drawPicture,
+        [&] { pdf.DrawShape(source.mode()); },
+        [&] {
+            const auto x = source.coordinate(), y = source.coordinate();
+            const std::string text = source.text();
+            pdf.DrawText(x, y, text, source.byte() % 2 == 0 ? 0.0f : source.real());
+        },
+        [&] {
+            const auto x = source.coordinate(), y = source.coordinate();
+            pdf.MoveTo(x, y);
+        },
+        [&] {
+            pdf.NewPage(static_cast<std::int16_t>(source.byte() % 16),
+                        static_cast<std::int16_t>(source.byte() % 16));
+        },
+        printLine,
+        printLine,
+        printLine,
+        printText,
+        printText,
+        [&] {
+            std::ofstream(textFile, std::ios::binary | std::ios::trunc) << source.text();
+            pdf.PrintFile(source.byte() % 4 == 0 ? options.scratchFolder / "missing.txt" : textFile);
+        },
+        check,
+        check,
+        [&] {
+            pdf.SavePDF(source.byte() % 4 == 0 ? options.scratchFolder / "missing" / "x.pdf" : savedFile);
+        },
+        [&] { pdf.PageStarted = source.byte() % 2 == 0 ? handler(30) : nullptr; },
+        [&] { pdf.PageFinished = source.byte() % 2 == 0 ? handler(800) : nullptr; },
+        [&] {
+            std::string bytes;
+            for (int count = source.byte(); count > 0; --count)
+                bytes += static_cast<char>(source.byte() % 4 == 0 ? source.byte() : 'r');
+            problem = checkRunLength(bytes);
+        },
+        [&] {
+            std::string bytes = "BM";
+            for (int count = source.byte() * 2; count > 0; --count)
+                bytes += static_cast<char>(source.byte());
+            const Bitmap bitmap = parseBitmapFile(bytes);
+            if (bitmap.pixels.size() != static_cast<std::size_t>(bitmap.width) * bitmap.height * 3)
+                problem = "bitmap reader gave a picture of the wrong size";
+        },
+        [&] {
+            const Bitmap picture = source.picture(hugeAllowed);
+            problem = checkRunLength(std::string_view(reinterpret_cast<const char*>(picture.pixels.data()),
+                                                      picture.pixels.size()));
+        },
+    };
+    static_assert(sizeof calls / sizeof calls[0] == 40, "the byte chooses among 40 calls");
+
     for (std::size_t call = 0; call < kMaxCalls && !source.exhausted() && problem.empty(); ++call) {
         try {
-            switch (source.byte() % 40) {
-            case 0:
-                pdf.setDrawColor(source.color());
-                break;
-            case 1:
-                pdf.setDrawWidth(source.real());
-                break;
-            case 2:
-                pdf.setDropBlankPages(source.byte() % 2 == 0);
-                break;
-            case 3:
-                pdf.setFillColor(source.color());
-                break;
-            case 4:
-                pdf.setFillMode(source.mode());
-                break;
-            case 5:
-                pdf.setFontSize(source.coordinate());
-                break;
-            case 6:
-                pdf.setHeight(source.coordinate());
-                break;
-            case 7:
-                pdf.setLeftMargin(source.coordinate());
-                break;
-            case 8:
-                pdf.setLinesPerPage(static_cast<std::int16_t>(source.byte() % 8 == 0 ? source.coordinate()
-                                                                                     : source.byte() % 80));
-                break;
-            case 9:
-                pdf.setNewPageString(source.text());
-                break;
-            case 10:
-                pdf.setOrientation(source.byte() % 3);
-                break;
-            case 11:
-                pdf.setPaperSize(static_cast<std::int32_t>(source.byte() % 12) - 1);
-                break;
-            case 12:
-                pdf.setTopMargin(source.coordinate());
-                break;
-            case 13:
-                pdf.setWidth(source.coordinate());
-                break;
-            case 14:
-                pdf.Clear(static_cast<std::int16_t>(source.byte() % 20),
-                          static_cast<std::int16_t>(source.byte() % 20));
-                break;
-            case 15: {
-                const auto x = source.coordinate(), y = source.coordinate();
-                const auto w = source.coordinate(), h = source.coordinate();
-                pdf.DrawBox(x, y, w, h, source.mode());
-                break;
-            }
-            case 16: {
-                const auto x = source.coordinate(), y = source.coordinate(), r = source.coordinate();
-                pdf.DrawCircle(x, y, r, source.mode());
-                break;
-            }
-            case 17: {
-                const auto x1 = source.coordinate(), y1 = source.coordinate(), x2 = source.coordinate();
-                const auto y2 = source.coordinate(), x3 = source.coordinate(), y3 = source.coordinate();
-                pdf.DrawCurveTo(x1, y1, x2, y2, x3, y3);
-                break;
-            }
-            case 18: {
-                const auto x1 = source.coordinate(), y1 = source.coordinate();
-                const auto x2 = source.coordinate(), y2 = source.coordinate();
-                pdf.DrawLine(x1, y1, x2, y2);
-                break;
-            }
-            case 19: {
-                const auto x = source.coordinate(), y = source.coordinate();
-                pdf.DrawLineTo(x, y);
-                break;
-            }
-            case 20:
-            case 21: {
-                const auto x = source.coordinate(), y = source.coordinate();
-                const auto w = source.coordinate(), h = source.coordinate();
-                const bool gray = source.byte() % 2 == 0;
-                pdf.DrawPicture(x, y, w, h, source.picture(hugeAllowed), gray);
-                break;
-            }
-            case 22:
-                pdf.DrawShape(source.mode());
-                break;
-            case 23: {
-                const auto x = source.coordinate(), y = source.coordinate();
-                const std::string text = source.text();
-                pdf.DrawText(x, y, text, source.byte() % 2 == 0 ? 0.0f : source.real());
-                break;
-            }
-            case 24: {
-                const auto x = source.coordinate(), y = source.coordinate();
-                pdf.MoveTo(x, y);
-                break;
-            }
-            case 25:
-                pdf.NewPage(static_cast<std::int16_t>(source.byte() % 16),
-                            static_cast<std::int16_t>(source.byte() % 16));
-                break;
-            case 26:
-            case 27:
-            case 28:
-                pdf.PrintLine(source.text());
-                break;
-            case 29:
-            case 30:
-                pdf.PrintText(source.text());
-                break;
-            case 31: {
-                std::ofstream(textFile, std::ios::binary | std::ios::trunc) << source.text();
-                pdf.PrintFile(source.byte() % 4 == 0 ? options.scratchFolder / "missing.txt" : textFile);
-                break;
-            }
-            case 32:
-            case 33:
-                problem = checkDocumentStructure(pdf.Value());
-                break;
-            case 34:
-                pdf.SavePDF(source.byte() % 4 == 0 ? options.scratchFolder / "missing" / "x.pdf" : savedFile);
-                break;
-            case 35:
-                pdf.PageStarted = source.byte() % 2 == 0 ? handler(30) : nullptr;
-                break;
-            case 36:
-                pdf.PageFinished = source.byte() % 2 == 0 ? handler(800) : nullptr;
-                break;
-            case 37: {
-                std::string bytes;
-                for (int count = source.byte(); count > 0; --count)
-                    bytes += static_cast<char>(source.byte() % 4 == 0 ? source.byte() : 'r');
-                problem = checkRunLength(bytes);
-                break;
-            }
-            case 38: {
-                std::string bytes = "BM";
-                for (int count = source.byte() * 2; count > 0; --count)
-                    bytes += static_cast<char>(source.byte());
-                const Bitmap bitmap = parseBitmapFile(bytes);
-                if (bitmap.pixels.size() != static_cast<std::size_t>(bitmap.width) * bitmap.height * 3)
-                    problem = "bitmap reader gave a picture of the wrong size";
-                break;
-            }
-            default: {
-                const Bitmap picture = source.picture(hugeAllowed);
-                problem = checkRunLength(std::string_view(
-                    reinterpret_cast<const char*>(picture.pixels.data()), picture.pixels.size()));
-                break;
-            }
-            }
+            calls[source.byte() % 40]();
         } catch (const RunError&) {
             // The run-time fault of the old program: an accepted outcome.
         } catch (const std::exception& error) {
