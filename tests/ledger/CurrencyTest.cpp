@@ -5,7 +5,7 @@
 
 #include "core/ReceiptForm.h"
 #include "tests/core/FakeHost.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {

@@ -1,6 +1,5 @@
 #include "ledger/LedgerOperations.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/ReceiptForm.h"
@@ -143,35 +142,14 @@ TEST_F(LedgerOperationsTest, AnEditedCellIsSavedAsTyped)
     EXPECT_EQ(shortRow.rowText(0), "1.1.2020\t\t\t\t\t\t\t\t\t\t\t\tBonn");
 }
 
-TEST_F(LedgerOperationsTest, FilteredListsKeepEveryRowAndDropOnlyTheOtherAmount)
+// Titles, columns and which rows and amounts each list keeps are read back from a printed PDF in tests/print.
+TEST_F(LedgerOperationsTest, TheListTitleStandsOutInBold)
 {
-    auto texts = [](const PrintedLine& line) {
-        std::vector<std::pair<int, std::string>> pieces;
-        for (const auto& piece : line.pieces)
-            pieces.emplace_back(piece.tabColumn, piece.text);
-        return pieces;
-    };
-    using P = std::pair<int, std::string>;
     const auto all = ledgerList(ledger, LedgerList::drucken);
-    ASSERT_EQ(all.lines.size(), 2u + 1 + 4 + 2 + 2 * 2);
-    EXPECT_THAT(texts(all.lines[2]), ::testing::ElementsAre(P{8, "Belegliste"}));
+    ASSERT_GT(all.lines.size(), 2u);
+    EXPECT_EQ(all.lines[2].pieces.at(0).text, "Belegliste");
     EXPECT_TRUE(all.lines[2].bold);
     EXPECT_EQ(all.lines[2].pointSize, 18);
-    EXPECT_THAT(texts(all.lines[7]), ::testing::ElementsAre(P{15, "Datum:"}, P{45, "Beleg-Nr.:"},
-                                                            P{75, "Einnahme:"}, P{95, "Ausgabe:"}));
-    EXPECT_EQ(all.lines[8].pieces[0].text.size(), 134u);
-    EXPECT_THAT(texts(all.lines[11]),
-                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}, P{95, "--35,50"}));
-
-    const auto income = ledgerList(ledger, LedgerList::einnahmen_drucken);
-    EXPECT_EQ(income.lines[2].pieces[0].text, "Belegliste nur Einnahmen");
-    EXPECT_THAT(texts(income.lines[11]),
-                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}));
-    const auto expense = ledgerList(ledger, LedgerList::ausgaben_drucken);
-    EXPECT_EQ(expense.lines[2].pieces[0].text, "Belegliste nur Ausgaben");
-    EXPECT_THAT(texts(expense.lines[9]),
-                ::testing::ElementsAre(P{15, "12.03.2011"}, P{45, "1047"}, P{95, ""}));
-    EXPECT_EQ(expense.lines[7].pieces.size(), 4u);
 }
 
 } // namespace

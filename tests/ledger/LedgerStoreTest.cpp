@@ -17,7 +17,7 @@
 #include "ledger/ReceiptLedger.h"
 #include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {

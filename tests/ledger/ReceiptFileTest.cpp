@@ -8,7 +8,7 @@
 #include "core/RunError.h"
 #include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {
