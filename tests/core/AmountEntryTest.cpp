@@ -39,56 +39,62 @@ protected:
     ReceiptForm form;
 };
 
-struct GrossRow
-{
-    const char* name;
-    const char* gross;
-    const char* rate;
-    int betragCheck;
-    const char* net;
-    const char* share;
-    const char* grossAfter;
-    const char* words;
-    bool beeps;
-};
-
 // The amounts and words themselves are compared with the Python oracle over thousands of generated entries
 // (AmountOracle); these rows pin the design's examples through the form: fields, words, beeps and messages.
-TEST_F(AmountEntryTest, ReturnInGrossSplitsTheAmountAndWritesTheWords)
+TEST_F(AmountEntryTest, ReturnSplitsOrAddsTheAmountAndWritesTheWords)
 {
-    const GrossRow rows[] = {
-        {"nineteen percent", "119", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn", false},
-        {"share is gross minus rounded net", "100,00", "19", 0, "84,03", "15,97", "100,00", "einhundert",
+    struct Row
+    {
+        const char* name;
+        FormElement field; // Text12: the gross is typed, Text10: the net
+        const char* typed;
+        const char* rate;
+        int betragCheck;
+        const char* net;
+        const char* share;
+        const char* gross;
+        const char* words;
+        bool beeps;
+    };
+    const Row rows[] = {
+        {"nineteen percent", E::Text12, "119", "19", 0, "100,00", "19,00", "119,00", "einhundertneunzehn", false},
+        {"share is gross minus rounded net", E::Text12, "100,00", "19", 0, "84,03", "15,97", "100,00", "einhundert",
          false},
-        {"truncated cents", "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
-        {"rounded cents", "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
-        {"half to the even neighbour down", "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
-        {"rounded to nothing", "0,40", "19", 1, "0,34", "0,06", "0,40", "", false},
-        {"at the 32-bit limit", "2147483647", "19", 1, "1804608106,72", "342875540,28", "2147483647,00",
+        {"truncated cents", E::Text12, "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
+        {"rounded cents", E::Text12, "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
+        {"half to the even neighbour down", E::Text12, "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
+        {"rounded to nothing", E::Text12, "0,40", "19", 1, "0,34", "0,06", "0,40", "", false},
+        {"at the 32-bit limit", E::Text12, "2147483647", "19", 1, "1804608106,72", "342875540,28", "2147483647,00",
          kTooLargeForWords.data(), true},
-        {"thousands mark", "1.234", "19", 0, "1036,97", "197,03", "1234,00",
+        {"thousands mark", E::Text12, "1.234", "19", 0, "1036,97", "197,03", "1234,00",
          "eintausendzweihundertvierunddreißig", false},
         // The sign lands in the thousands group of the twelve characters, which then reads "tausend".
-        {"negative amount truncated", "-119", "19", 0, "-100,00", "-19,00", "-119,00",
+        {"negative amount truncated", E::Text12, "-119", "19", 0, "-100,00", "-19,00", "-119,00",
          "tausendeinhundertneunzehn", false},
+        // Entering the net always cuts the cents in the words.
+        {"net: cents cut despite betrag_check", E::Text10, "1,26", "19", 1, "1,26", "0,24", "1,50", "eins", false},
+        {"net: share rounded before adding", E::Text10, "0,03", "19", 0, "0,03", "0,01", "0,04", "null", false},
+        {"net: minus one hundred percent", E::Text10, "100", "-100", 0, "100,00", "-100,00", "0,00", "null", false},
     };
-    for (const GrossRow& row : rows) {
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         host = {};
         form.setBetragCheck(row.betragCheck);
         form.setText(E::Text3, row.rate);
         form.setText(E::Text4, "");
-        typeGross(row.gross);
-        EXPECT_EQ(keyPress(form, E::Text12, kKeyReturn), kKeyReturn);
+        if (row.field == E::Text12)
+            typeGross(row.typed);
+        else
+            form.setText(E::Text10, row.typed);
+        EXPECT_EQ(keyPress(form, row.field, kKeyReturn), kKeyReturn);
         EXPECT_EQ(form.text(E::Text10), row.net);
         EXPECT_EQ(form.text(E::Text11), row.share);
-        EXPECT_EQ(form.text(E::Text12), row.grossAfter);
+        EXPECT_EQ(form.text(E::Text12), row.gross);
         EXPECT_EQ(form.text(E::Text4), row.words);
         EXPECT_TRUE(host.messages.empty());
-        // Typing beeps for every too-large prefix as well; a second RETURN on the formatted amount beeps
-        // once.
+        // Typing beeps for every too-large prefix as well; a second RETURN on the formatted amount beeps once.
         host.beeps = 0;
-        returnInGross(form);
+        keyPress(form, row.field, kKeyReturn);
         EXPECT_EQ(host.beeps, row.beeps ? 1 : 0);
     }
 }
@@ -122,39 +128,6 @@ TEST_F(AmountEntryTest, ReturnInGrossFailuresEndInTheNoRateMessageAndTheSettings
         returnInGross(form);
         EXPECT_TRUE(showedNoRateMessage());
         EXPECT_EQ(form.text(E::Text10), row.netAfter);
-    }
-}
-
-TEST_F(AmountEntryTest, ReturnInNetAddsTheRoundedShareAndAlwaysTruncatesTheWords)
-{
-    struct Row
-    {
-        const char* name;
-        const char* net;
-        const char* rate;
-        int betragCheck;
-        const char* netAfter;
-        const char* share;
-        const char* gross;
-        const char* words;
-    };
-    const Row rows[] = {
-        {"cents cut despite betrag_check", "1,26", "19", 1, "1,26", "0,24", "1,50", "eins"},
-        {"share rounded before adding", "0,03", "19", 0, "0,03", "0,01", "0,04", "null"},
-        {"minus one hundred percent", "100", "-100", 0, "100,00", "-100,00", "0,00", "null"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        host = {};
-        form.setBetragCheck(row.betragCheck);
-        form.setText(E::Text3, row.rate);
-        form.setText(E::Text10, row.net);
-        EXPECT_EQ(keyPress(form, E::Text10, kKeyReturn), kKeyReturn);
-        EXPECT_EQ(form.text(E::Text10), row.netAfter);
-        EXPECT_EQ(form.text(E::Text11), row.share);
-        EXPECT_EQ(form.text(E::Text12), row.gross);
-        EXPECT_EQ(form.text(E::Text4), row.words);
-        EXPECT_TRUE(host.messages.empty());
     }
 }
 
