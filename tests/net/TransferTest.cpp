@@ -72,18 +72,17 @@ TEST_F(TransferTest, ASilentServerTimesOut)
     EXPECT_TRUE(stuck.result().timedOut) << stuck.result().description;
 }
 
-TEST_F(TransferTest, SmtpSendWithLoginKeepsCredentialsOutOfTheTranscript)
+// The program logs in only after STARTTLS; mail_cli_check.py sends that way and keeps the login out of the transcript.
+TEST_F(TransferTest, SmtpSendWithoutLoginGoesPlainWhereTheServerOffersNoTls)
 {
     const fs::path received = m_dir / "mail.eml";
-    Peer server({"smtp", received.string()});
+    Peer server({"smtp-open", received.string()});
     const std::string message = "From: kasse@example.org\r\nTo: chef@example.org\r\nCc: buero@example.org\r\n"
                                 "Subject: Quittung\r\n\r\nAnbei die Quittung.\r\n";
     Recorder rec;
     Transfer send(rec.poster, rec.events());
     SmtpSend mail;
     mail.url = server.url("smtp");
-    mail.user = "kasse";
-    mail.password = "Geheim-42";
     mail.from = "<kasse@example.org>";
     mail.recipients = {"<chef@example.org>", "<buero@example.org>"};
     mail.message = message;
@@ -91,9 +90,6 @@ TEST_F(TransferTest, SmtpSendWithLoginKeepsCredentialsOutOfTheTranscript)
     rec.waitFor(send);
     EXPECT_TRUE(send.result().ok()) << send.result().description << "\n" << rec.transcript;
     EXPECT_EQ(zw::test::readBytes(received), message);
-    EXPECT_NE(rec.transcript.find("AUTH"), std::string::npos);
-    for (const char* secret : {"Geheim-42", "R2VoZWltLTQy", "a2Fzc2U", "AGthc3NlAEdlaGVpbS00Mg"})
-        EXPECT_EQ(rec.transcript.find(secret), std::string::npos) << secret << "\n" << rec.transcript;
 }
 
 } // namespace
