@@ -61,7 +61,7 @@ TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
     EXPECT_EQ(form.income(), 1);
 }
 
-TEST_F(LedgerOperationsTest, ShowOnAnEmptyGridBlanksTheFieldsButTheGross)
+TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGrossAndDeleteIsARunError)
 {
     ReceiptLedger empty;
     LedgerOperations onEmpty(empty, form, host, [] {});
@@ -71,6 +71,8 @@ TEST_F(LedgerOperationsTest, ShowOnAnEmptyGridBlanksTheFieldsButTheGross)
     EXPECT_EQ(form.text(F::Text12), "50,00");
     EXPECT_EQ(form.text(F::Text7), "");
     EXPECT_EQ(form.text(F::Label1), "");
+    EXPECT_THROW(onEmpty.loeschen(), RunError);
+    EXPECT_TRUE(host.questions.empty());
 }
 
 TEST_F(LedgerOperationsTest, SelectionOfRowZeroKeepsTheBuffer)
@@ -99,14 +101,6 @@ TEST_F(LedgerOperationsTest, DeleteAsksWithTheNumberAndSavesOnYes)
     ASSERT_EQ(ledger.rowCount(), 1u);
     EXPECT_EQ(ledger.cell(0, C::belegnr), "1047");
     EXPECT_EQ(saves, 1);
-}
-
-TEST_F(LedgerOperationsTest, DeleteOnAnEmptyGridIsARunError)
-{
-    ReceiptLedger empty;
-    LedgerOperations onEmpty(empty, form, host, [] {});
-    EXPECT_THROW(onEmpty.loeschen(), RunError);
-    EXPECT_TRUE(host.questions.empty());
 }
 
 TEST_F(LedgerOperationsTest, DeleteAllEmptiesAndSavesOnceEvenWhenEmpty)
