@@ -20,16 +20,11 @@ public:
     std::string windowBackground;
 };
 
-class AppearanceTest : public ::testing::Test
+class AppearanceTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    AppearanceTest() { form.attach(&settings, &host); }
-
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
     BackgroundParts parts;
     ReceiptLook look;
     QuittungLogic quittung{form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }};

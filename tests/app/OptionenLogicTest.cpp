@@ -22,16 +22,11 @@ public:
     std::optional<bool> rulers;
 };
 
-class OptionenLogicTest : public ::testing::Test
+class OptionenLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    OptionenLogicTest() { form.attach(&settings, &host); }
-
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
     RulerParts parts;
     OptionenLogic optionen{form, settings, paths, host, parts};
 };

@@ -35,16 +35,11 @@ public:
     std::string lastFile;
 };
 
-class QuittungLogicTest : public ::testing::Test
+class QuittungLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    QuittungLogicTest() { form.attach(&settings, &host); }
-
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
     RecordingParts parts;
     QuittungLogic logic{form, settings, paths, host, parts, [] { return std::string("23.11.2026"); }};
 };

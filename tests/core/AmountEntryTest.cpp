@@ -14,11 +14,9 @@ namespace {
 
 using E = FormElement;
 
-class AmountEntryTest : public ::testing::Test
+class AmountEntryTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    AmountEntryTest() { form.attach(&settings, &host); }
-
     // Types text into Text12 as the form does: every change runs the automatic calculation.
     void typeGross(std::string_view text)
     {
@@ -33,10 +31,6 @@ protected:
                host.messages[0].text == kNoRateText && host.messages[0].style == MessageStyle::Error &&
                host.openedWindows == std::vector<std::string>{"optionen"};
     }
-
-    test::FakeHost host;
-    test::MemorySettings settings;
-    ReceiptForm form;
 };
 
 // The amounts and words themselves are compared with the Python oracle over thousands of generated entries

@@ -12,13 +12,9 @@ namespace {
 
 using F = FormElement;
 
-class CurrencyTest : public ::testing::Test
+class CurrencyTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    void SetUp() override { form.attach(&settings, &host); }
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     CurrencyChoice choice{form, settings, host};
 };
 

@@ -12,13 +12,12 @@ namespace {
 using F = FormElement;
 using C = LedgerColumn;
 
-class LedgerOperationsTest : public ::testing::Test
+class LedgerOperationsTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
     void SetUp() override
     {
         settings.set("Options", "Berechnung", "0");
-        form.attach(&settings, &host);
         ledger.appendRow(
             "12.03.2011\t1047\t119,00\t\tEUR\t19\t100,00\t19,00\teinhundertneunzehn\tMax Muster\t\t"
             "Beratung\tBonn\t\tQuittung");
@@ -33,9 +32,6 @@ protected:
         operations.anzeigen();
     }
 
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     ReceiptLedger ledger;
     int saves = 0;
     LedgerOperations operations{ledger, form, host, [this] { ++saves; }};

@@ -22,10 +22,9 @@ struct RecordingParts : WindowParts
     std::vector<std::string> captions;
 };
 
-class ReceiptFileTest : public ::testing::Test
+class ReceiptFileTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    void SetUp() override { form.attach(&settings, &host); }
     void automaticCalculation(bool on) { settings.set("Options", "Berechnung", on ? "1" : "0"); }
     void fill()
     {
@@ -45,9 +44,6 @@ protected:
         form.setText(F::Text14, "Kasse");
     }
 
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     RecordingParts parts;
     test::ProgramFolder home;
 };
