@@ -93,55 +93,43 @@ TEST_F(AmountEntryTest, ReturnSplitsOrAddsTheAmountAndWritesTheWords)
     }
 }
 
-TEST_F(AmountEntryTest, ReturnInGrossFailuresEndInTheNoRateMessageAndTheSettingsWindow)
+// Fields already written stay written: the other amount starts as "7,77".
+TEST_F(AmountEntryTest, ReturnFailuresEndInTheNoRateMessageAndTheSettingsWindow)
 {
     struct Row
     {
         const char* name;
-        const char* gross;
+        FormElement field;
+        const char* typed;
         const char* rate;
         int betragCheck;
-        const char* netAfter;
+        const char* net;
+        const char* gross;
     };
     const Row rows[] = {
-        {"empty rate", "119", "", 0, "7,77"},
-        {"rate of minus one hundred", "119", "-100", 0, "7,77"},
-        {"two commas", "12,3,4", "19", 0, "7,77"},
+        {"empty rate", E::Text12, "119", "", 0, "7,77", "119"},
+        {"rate of minus one hundred", E::Text12, "119", "-100", 0, "7,77", "119"},
+        {"two commas", E::Text12, "12,3,4", "19", 0, "7,77", "12,3,4"},
         // Fifteen digits fill the amounts but are too long for the truncated words.
-        {"fifteen digits", "999999999999999", "19", 0, "840336134453781,00"},
-        {"below the 32-bit range rounded", "-3000000000", "19", 1, "-2521008403,36"},
+        {"fifteen digits", E::Text12, "999999999999999", "19", 0, "840336134453781,00", "999999999999999,00"},
+        {"below the 32-bit range rounded", E::Text12, "-3000000000", "19", 1, "-2521008403,36", "-3000000000,00"},
+        {"net: empty rate", E::Text10, "100", "", 0, "100", "7,77"},
+        {"net: too long for the words", E::Text10, "999999999999999", "0", 0, "999999999999999,00",
+         "999999999999999,00"},
     };
     settings.set("Options", "Berechnung", "0");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         host = {};
         form.setBetragCheck(row.betragCheck);
-        form.setText(E::Text10, "7,77");
+        form.setText(row.field == E::Text12 ? E::Text10 : E::Text12, "7,77");
         form.setText(E::Text3, row.rate);
-        form.setText(E::Text12, row.gross);
-        returnInGross(form);
+        form.setText(row.field, row.typed);
+        keyPress(form, row.field, kKeyReturn);
         EXPECT_TRUE(showedNoRateMessage());
-        EXPECT_EQ(form.text(E::Text10), row.netAfter);
+        EXPECT_EQ(form.text(E::Text10), row.net);
+        EXPECT_EQ(form.text(E::Text12), row.gross);
     }
-}
-
-TEST_F(AmountEntryTest, ReturnInNetFailuresKeepWhatWasWritten)
-{
-    form.setText(E::Text12, "5,00");
-    form.setText(E::Text3, "");
-    form.setText(E::Text10, "100");
-    returnInNet(form);
-    EXPECT_TRUE(showedNoRateMessage());
-    EXPECT_EQ(form.text(E::Text10), "100");
-    EXPECT_EQ(form.text(E::Text12), "5,00");
-
-    // Too long for the words: the amounts are written, then the message comes.
-    host = {};
-    form.setText(E::Text3, "0");
-    form.setText(E::Text10, "999999999999999");
-    returnInNet(form);
-    EXPECT_TRUE(showedNoRateMessage());
-    EXPECT_EQ(form.text(E::Text12), "999999999999999,00");
 }
 
 TEST_F(AmountEntryTest, RechnenAlwaysGivesTheRoundedWordsAndPassesFaultsOn)
