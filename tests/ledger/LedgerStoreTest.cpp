@@ -159,10 +159,9 @@ TEST(LedgerStore, ALedgerThatCouldNotBeReadIsNeverWrittenOver)
 TEST(LedgerStore, FilingPutsTheReceiptOnTopOfTheFile)
 {
     test::ProgramFolder home;
-    test::MemorySettings settings;
-    settings.set("Options", "Berechnung", "0");
-    ReceiptForm form;
-    form.attach(&settings, nullptr);
+    test::FakeFormParts parts;
+    parts.settings.set("Options", "Berechnung", "0");
+    ReceiptForm& form = parts.form;
     home.writeBytes("belege.dat", kIncomeLine + "\r\n");
     ReceiptLedger ledger;
     loadLedger(ledger, home.paths);

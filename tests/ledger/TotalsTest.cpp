@@ -66,17 +66,5 @@ TEST(Totals, AHandTypedWordStopsTheSumWithATypeMismatch)
     }
 }
 
-TEST(Totals, TheResetButtonsStoreZeroAndLeaveTheLedger)
-{
-    auto ledger = ledgerOf({{"10,00", ""}});
-    test::MemorySettings settings;
-    settings.set("Buchhaltung", "Einnahme", "500");
-    resetCarriedIncome(settings);
-    resetCarriedExpense(settings);
-    EXPECT_EQ(settings.option("Buchhaltung", "Einnahme"), "0");
-    EXPECT_EQ(settings.option("Buchhaltung", "Ausgabe"), "0");
-    EXPECT_EQ(incomeWindowText(ledger, "EUR"), "10,00 EUR");
-}
-
 } // namespace
 } // namespace zw
