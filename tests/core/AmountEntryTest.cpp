@@ -34,7 +34,7 @@ protected:
 };
 
 // The amounts and words themselves are compared with the Python oracle over thousands of generated entries
-// (AmountOracle); these rows pin the design's examples through the form: fields, words, beeps and messages.
+// (AmountOracle); these rows pin worked examples by hand through the form: fields, words, beeps and messages.
 TEST_F(AmountEntryTest, ReturnSplitsOrAddsTheAmountAndWritesTheWords)
 {
     struct Row

@@ -20,7 +20,7 @@ ReceiptLedger ledgerOf(std::initializer_list<std::pair<const char*, const char*>
 }
 
 // The sums of a mixed ledger through the panel and the cash window are checked by ledger_cli_check.py.
-TEST(Totals, TheSumWindowsAndThePanelCurrency)
+TEST(Totals, SumWindowsAddUpAMixedLedgerAndThePanelShowsTheStoredCurrency)
 {
     // Income 119 + 1.000,50 (a USD row) = 1119,50; expense 35,50 + 12,25 typed without minus + 0,05 = 47,80.
     auto ledger = ledgerOf({{"119,00", ""}, {"", "-35,50"}, {"1.000,50", ""}, {"", "12,25"}, {"", "-0,05"}});
