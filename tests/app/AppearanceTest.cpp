@@ -5,7 +5,7 @@
 #include "app/ProgramPaths.h"
 #include "app/QuittungLogic.h"
 #include "core/ReceiptForm.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -20,26 +20,15 @@ public:
     std::string windowBackground;
 };
 
-class AppearanceTest : public ::testing::Test
+class AppearanceTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    AppearanceTest()
-        : paths(folder.path()), quittung(form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }),
-          appearance(form, settings, paths, parts, look)
-    {
-        std::filesystem::create_directory(paths.dataFolder());
-        form.attach(&settings, &host);
-    }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
+    test::ProgramFolder home;
+    const ProgramPaths& paths = home.paths;
     BackgroundParts parts;
     ReceiptLook look;
-    QuittungLogic quittung;
-    AppearanceLogic appearance;
+    QuittungLogic quittung{form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }};
+    AppearanceLogic appearance{form, settings, paths, parts, look};
 };
 
 // Colour numbers keep red in the low byte; a swapped byte order would paint the fields blue for red.

@@ -7,7 +7,7 @@
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "tests/core/RunErrorNumber.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -22,25 +22,13 @@ public:
     std::optional<bool> rulers;
 };
 
-class OptionenLogicTest : public ::testing::Test
+class OptionenLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    OptionenLogicTest() : paths(folder.path()), optionen(form, settings, paths, host, parts)
-    {
-        std::filesystem::create_directory(paths.dataFolder());
-        form.attach(&settings, &host);
-    }
-
-    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
-    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
+    test::ProgramFolder home;
+    const ProgramPaths& paths = home.paths;
     RulerParts parts;
-    OptionenLogic optionen;
+    OptionenLogic optionen{form, settings, paths, host, parts};
 };
 
 TEST_F(OptionenLogicTest, FirstOpeningWritesTheStandardRateAndEmptyFiles)
@@ -48,10 +36,10 @@ TEST_F(OptionenLogicTest, FirstOpeningWritesTheStandardRateAndEmptyFiles)
     form.setText(F::Label1, "Spendenquittung");
     optionen.load();
     const auto& fields = optionen.fields();
-    EXPECT_EQ(readData("mwst.dat"), "19\r\n") << "unlike the main window, which writes an empty line";
+    EXPECT_EQ(home.readBytes("mwst.dat"), "19\r\n") << "unlike the main window, which writes an empty line";
     EXPECT_EQ(fields.rateChoice, 1);
-    EXPECT_EQ(readData("druck.dat"), "\r\n\r\n\r\n");
-    EXPECT_EQ(readData("nummer.dat"), "\r\n");
+    EXPECT_EQ(home.readBytes("druck.dat"), "\r\n\r\n\r\n");
+    EXPECT_EQ(home.readBytes("nummer.dat"), "\r\n");
     EXPECT_EQ(fields.belegart_opt, "Spendenquittung");
     EXPECT_EQ(fields.ruler_check1, 1);
     EXPECT_EQ(fields.chkLoadTipsAtStartup, 1);
@@ -76,7 +64,7 @@ TEST_F(OptionenLogicTest, RateFileDecidesTheChoice)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        writeData("mwst.dat", row.file);
+        home.writeBytes("mwst.dat", row.file);
         OptionenLogic fresh(form, settings, paths, host, parts);
         fresh.load();
         EXPECT_EQ(fresh.fields().mwstwert1, row.field);
@@ -87,11 +75,11 @@ TEST_F(OptionenLogicTest, RateFileDecidesTheChoice)
 
 TEST_F(OptionenLogicTest, ChoosingTheStandardRateShowsNineteenButStoresNothingWithoutSave)
 {
-    writeData("mwst.dat", "7\r\n");
+    home.writeBytes("mwst.dat", "7\r\n");
     optionen.load();
     optionen.chooseOption1();
     EXPECT_EQ(optionen.fields().mwstwert1, "19");
-    EXPECT_EQ(readData("mwst.dat"), "7\r\n");
+    EXPECT_EQ(home.readBytes("mwst.dat"), "7\r\n");
     optionen.chooseOption2();
     EXPECT_FALSE(optionen.fields().rateLocked);
     EXPECT_EQ(optionen.fields().mwstwert1, "19") << "opening the field keeps its text";
@@ -99,8 +87,8 @@ TEST_F(OptionenLogicTest, ChoosingTheStandardRateShowsNineteenButStoresNothingWi
 
 TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheNotice)
 {
-    writeData("druck.dat", "10\r\n2\r\n15\r\n");
-    writeData("nummer.dat", "00000041\r\n");
+    home.writeBytes("druck.dat", "10\r\n2\r\n15\r\n");
+    home.writeBytes("nummer.dat", "00000041\r\n");
     settings.set("Options", "Berechnung", "1");
     optionen.load();
     auto& fields = optionen.fields();
@@ -113,9 +101,9 @@ TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheN
     fields.Text1 = "100";
     fields.checkGB_Berechnung = 0;
     optionen.save();
-    EXPECT_EQ(readData("mwst.dat"), "\r\n") << "an empty rate is an empty line";
-    EXPECT_EQ(readData("druck.dat"), "-5\r\n2\r\n15\r\n");
-    EXPECT_EQ(readData("nummer.dat"), "100\r\n");
+    EXPECT_EQ(home.readBytes("mwst.dat"), "\r\n") << "an empty rate is an empty line";
+    EXPECT_EQ(home.readBytes("druck.dat"), "-5\r\n2\r\n15\r\n");
+    EXPECT_EQ(home.readBytes("nummer.dat"), "100\r\n");
     EXPECT_EQ(settings.option("Options", "Berechnung"), "0");
     EXPECT_EQ(host.notices, std::vector<Notice>{Notice::optionen1});
     EXPECT_EQ(form.abstand(), "") << "the main window's own print fields are not touched";
@@ -123,8 +111,8 @@ TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheN
 
 TEST_F(OptionenLogicTest, ShortPrintFileEndsTheLoadAndLeavesTheRestAtDesignValues)
 {
-    writeData("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
-    writeData("nummer.dat", "42\r\n");
+    home.writeBytes("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
+    home.writeBytes("nummer.dat", "42\r\n");
     EXPECT_EQ(test::errorNumberOf([&] { optionen.load(); }), 62) << "a fourth line without the two after it";
     EXPECT_EQ(optionen.fields().abstand, "105");
     EXPECT_EQ(optionen.fields().Text1, "") << "the number step never ran";

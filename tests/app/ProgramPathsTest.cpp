@@ -38,10 +38,7 @@ TEST(ProgramPaths, FirstStartCopiesTheWholeDistributionAndLaterStartsLeaveItAlon
     // The user's own data is never overwritten by a later start.
     std::ofstream(home / "daten" / "waehrung.dat") << "CHF\r\n";
     ASSERT_TRUE(ProgramPaths::install(dist, home));
-    std::ifstream in(home / "daten" / "waehrung.dat");
-    std::string line;
-    std::getline(in, line);
-    EXPECT_EQ(line, "CHF\r");
+    EXPECT_EQ(test::readBytes(home / "daten" / "waehrung.dat"), "CHF\r\n");
     // No staging folder is left behind.
     for (const auto& entry : std::filesystem::directory_iterator(home))
         EXPECT_NE(entry.path().filename().string().rfind(".install-", 0), 0u) << entry.path();

@@ -6,7 +6,7 @@
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -32,26 +32,13 @@ public:
     std::string lastFile;
 };
 
-class QuittungLogicTest : public ::testing::Test
+class QuittungLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    QuittungLogicTest()
-        : paths(folder.path()), logic(form, settings, paths, host, parts, [] { return std::string("23.11.2026"); })
-    {
-        std::filesystem::create_directory(paths.dataFolder());
-        form.attach(&settings, &host);
-    }
-
-    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
-    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
-
-    test::TempFolder folder;
-    ProgramPaths paths;
-    ReceiptForm form;
-    test::MemorySettings settings;
-    test::FakeHost host;
+    test::ProgramFolder home;
+    const ProgramPaths& paths = home.paths;
     RecordingParts parts;
-    QuittungLogic logic;
+    QuittungLogic logic{form, settings, paths, host, parts, [] { return std::string("23.11.2026"); }};
 };
 
 // A first start must come up usable, ask once for the tax number and write the small files it will read later.
@@ -77,9 +64,9 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(host.questions[0].text,
               "Sie haben noch keine Steuernummer hinterlegt.\rBitte tragen Sie diese im Menüpunkt Aussteller ein.");
 
-    EXPECT_EQ(readData("mwst.dat"), "\r\n");
-    EXPECT_EQ(readData("nummer.dat"), "00000001\r\n");
-    EXPECT_EQ(readData("druck.dat"), "\r\n\r\n\r\n");
+    EXPECT_EQ(home.readBytes("mwst.dat"), "\r\n");
+    EXPECT_EQ(home.readBytes("nummer.dat"), "00000001\r\n");
+    EXPECT_EQ(home.readBytes("druck.dat"), "\r\n\r\n\r\n");
     EXPECT_EQ(settings.option("Options", "Menue"), "XP");
 }
 
@@ -102,11 +89,11 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     settings.set("Waehrung", "waehr.Text", "USD");
     settings.set("Ausstellungsort", "Text8.Text", "Münster");
     settings.save(kTipApplicationName, "Options", "Show Tips at Startup", "0");
-    writeData("mwst.dat", "7\r\n");
-    writeData("nummer.dat", "00000041\r\n");
-    writeData("druck.dat", "10\r\n2\r\n15\r\n");
-    writeData("siglogoaa.dat", "1\r\n");
-    writeData("aussteller.dat", "Zahnarztpraxis Dr. Wei\xDF\r\nHauptstra\xDF" "e 1");
+    home.writeBytes("mwst.dat", "7\r\n");
+    home.writeBytes("nummer.dat", "00000041\r\n");
+    home.writeBytes("druck.dat", "10\r\n2\r\n15\r\n");
+    home.writeBytes("siglogoaa.dat", "1\r\n");
+    home.writeBytes("aussteller.dat", "Zahnarztpraxis Dr. Wei\xDF\r\nHauptstra\xDF" "e 1");
 
     logic.load();
 
@@ -142,10 +129,10 @@ TEST_F(QuittungLogicTest, BadSettingsAndFilesNeverStopTheStart)
     settings.set("Options", "Menue", "Windows95");
     settings.set("Options", "Buttons", "Rund");
     settings.set("Drucken", "ZW_NR", "0");
-    writeData("mwst.dat", "neunzehn\r\n");
-    writeData("druck.dat", "10\r\n");
-    writeData("nummer.dat", "A-17\r\n");
-    writeData("sigunteraa.dat", "an\r\n");
+    home.writeBytes("mwst.dat", "neunzehn\r\n");
+    home.writeBytes("druck.dat", "10\r\n");
+    home.writeBytes("nummer.dat", "A-17\r\n");
+    home.writeBytes("sigunteraa.dat", "an\r\n");
     std::filesystem::create_directory(paths.dataFile("aussteller.dat")); // unreadable
 
     logic.load();
@@ -173,8 +160,8 @@ TEST_F(QuittungLogicTest, StartWithoutDataFolderStillReachesTheEnd)
 TEST_F(QuittungLogicTest, NewReceiptAdvancesTheNumberAndClearsTheForm)
 {
     form.setQuittnr(1);
-    writeData("nummer.dat", "00000041\r\n");
-    writeData("aussteller.dat", "Schule am See");
+    home.writeBytes("nummer.dat", "00000041\r\n");
+    home.writeBytes("aussteller.dat", "Schule am See");
     settings.set("Ausstellungsort", "Text8.Text", "Kiel");
     for (F filled : {F::Text4, F::Text5, F::Text6, F::Text7, F::Text9, F::Text14, F::Text12})
         form.setText(filled, "x");
@@ -183,7 +170,7 @@ TEST_F(QuittungLogicTest, NewReceiptAdvancesTheNumberAndClearsTheForm)
     logic.neue();
 
     EXPECT_EQ(form.text(F::Text1), "42");
-    EXPECT_EQ(readData("nummer.dat"), "42\r\n");
+    EXPECT_EQ(home.readBytes("nummer.dat"), "42\r\n");
     EXPECT_EQ(host.notices, std::vector<Notice>{Notice::neue_quittung});
     EXPECT_EQ(form.text(F::Text2), "EUR");
     for (F cleared : {F::Text4, F::Text5, F::Text6, F::Text7, F::Text9, F::Text10, F::Text11, F::Text12, F::Text14})
@@ -213,12 +200,12 @@ TEST_F(QuittungLogicTest, NewReceiptNumberFollowsTheSwitchAndTheFile)
         SCOPED_TRACE(row.name);
         std::filesystem::remove(paths.dataFile("nummer.dat"));
         if (row.file)
-            writeData("nummer.dat", row.file);
+            home.writeBytes("nummer.dat", row.file);
         form.setQuittnr(row.automatic);
         form.setText(F::Text1, row.file ? "99" : "00000001");
         logic.neue();
         EXPECT_EQ(form.text(F::Text1), row.shown);
-        EXPECT_EQ(readData("nummer.dat"), row.written);
+        EXPECT_EQ(home.readBytes("nummer.dat"), row.written);
     }
 }
 

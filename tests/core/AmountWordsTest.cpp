@@ -65,12 +65,5 @@ TEST(BetragInWorten, MoreThanTwelveCharactersIsARunTimeFault)
     }
 }
 
-TEST(SuchenUndErsetzen, ReplacesOnlyTheFirstOccurrence)
-{
-    EXPECT_EQ(SuchenUndErsetzen("eins und eins", "eins", "zwei"), "zwei und eins");
-    EXPECT_EQ(SuchenUndErsetzen("Größe", "ö", "oe"), "Groeße");
-    EXPECT_EQ(SuchenUndErsetzen("abc", "", "-"), "-abc");
-}
-
 } // namespace
 } // namespace zw

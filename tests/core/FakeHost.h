@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/FormHost.h"
+#include "core/ReceiptForm.h"
 #include "core/Settings.h"
 
 namespace zw::test {
@@ -93,6 +94,16 @@ public:
     }
 
     std::map<std::tuple<std::string, std::string, std::string>, std::string> values;
+};
+
+// A receipt form that shows its messages to a FakeHost and keeps its settings in memory.
+struct FakeFormParts
+{
+    MemorySettings settings;
+    FakeHost host;
+    ReceiptForm form;
+
+    FakeFormParts() { form.attach(&settings, &host); }
 };
 
 } // namespace zw::test

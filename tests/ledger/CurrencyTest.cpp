@@ -5,20 +5,16 @@
 
 #include "core/ReceiptForm.h"
 #include "tests/core/FakeHost.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {
 
 using F = FormElement;
 
-class CurrencyTest : public ::testing::Test
+class CurrencyTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    void SetUp() override { form.attach(&settings, &host); }
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     CurrencyChoice choice{form, settings, host};
 };
 

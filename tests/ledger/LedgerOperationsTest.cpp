@@ -1,6 +1,5 @@
 #include "ledger/LedgerOperations.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/ReceiptForm.h"
@@ -13,13 +12,12 @@ namespace {
 using F = FormElement;
 using C = LedgerColumn;
 
-class LedgerOperationsTest : public ::testing::Test
+class LedgerOperationsTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
     void SetUp() override
     {
         settings.set("Options", "Berechnung", "0");
-        form.attach(&settings, &host);
         ledger.appendRow(
             "12.03.2011\t1047\t119,00\t\tEUR\t19\t100,00\t19,00\teinhundertneunzehn\tMax Muster\t\t"
             "Beratung\tBonn\t\tQuittung");
@@ -34,9 +32,6 @@ protected:
         operations.anzeigen();
     }
 
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     ReceiptLedger ledger;
     int saves = 0;
     LedgerOperations operations{ledger, form, host, [this] { ++saves; }};
@@ -62,7 +57,7 @@ TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
     EXPECT_EQ(form.income(), 1);
 }
 
-TEST_F(LedgerOperationsTest, ShowOnAnEmptyGridBlanksTheFieldsButTheGross)
+TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGrossAndDeleteIsARunError)
 {
     ReceiptLedger empty;
     LedgerOperations onEmpty(empty, form, host, [] {});
@@ -72,6 +67,8 @@ TEST_F(LedgerOperationsTest, ShowOnAnEmptyGridBlanksTheFieldsButTheGross)
     EXPECT_EQ(form.text(F::Text12), "50,00");
     EXPECT_EQ(form.text(F::Text7), "");
     EXPECT_EQ(form.text(F::Label1), "");
+    EXPECT_THROW(onEmpty.loeschen(), RunError);
+    EXPECT_TRUE(host.questions.empty());
 }
 
 TEST_F(LedgerOperationsTest, SelectionOfRowZeroKeepsTheBuffer)
@@ -100,14 +97,6 @@ TEST_F(LedgerOperationsTest, DeleteAsksWithTheNumberAndSavesOnYes)
     ASSERT_EQ(ledger.rowCount(), 1u);
     EXPECT_EQ(ledger.cell(0, C::belegnr), "1047");
     EXPECT_EQ(saves, 1);
-}
-
-TEST_F(LedgerOperationsTest, DeleteOnAnEmptyGridIsARunError)
-{
-    ReceiptLedger empty;
-    LedgerOperations onEmpty(empty, form, host, [] {});
-    EXPECT_THROW(onEmpty.loeschen(), RunError);
-    EXPECT_TRUE(host.questions.empty());
 }
 
 TEST_F(LedgerOperationsTest, DeleteAllEmptiesAndSavesOnceEvenWhenEmpty)
@@ -143,35 +132,14 @@ TEST_F(LedgerOperationsTest, AnEditedCellIsSavedAsTyped)
     EXPECT_EQ(shortRow.rowText(0), "1.1.2020\t\t\t\t\t\t\t\t\t\t\t\tBonn");
 }
 
-TEST_F(LedgerOperationsTest, FilteredListsKeepEveryRowAndDropOnlyTheOtherAmount)
+// Titles, columns and which rows and amounts each list keeps are read back from a printed PDF in tests/print.
+TEST_F(LedgerOperationsTest, TheListTitleStandsOutInBold)
 {
-    auto texts = [](const PrintedLine& line) {
-        std::vector<std::pair<int, std::string>> pieces;
-        for (const auto& piece : line.pieces)
-            pieces.emplace_back(piece.tabColumn, piece.text);
-        return pieces;
-    };
-    using P = std::pair<int, std::string>;
     const auto all = ledgerList(ledger, LedgerList::drucken);
-    ASSERT_EQ(all.lines.size(), 2u + 1 + 4 + 2 + 2 * 2);
-    EXPECT_THAT(texts(all.lines[2]), ::testing::ElementsAre(P{8, "Belegliste"}));
+    ASSERT_GT(all.lines.size(), 2u);
+    EXPECT_EQ(all.lines[2].pieces.at(0).text, "Belegliste");
     EXPECT_TRUE(all.lines[2].bold);
     EXPECT_EQ(all.lines[2].pointSize, 18);
-    EXPECT_THAT(texts(all.lines[7]), ::testing::ElementsAre(P{15, "Datum:"}, P{45, "Beleg-Nr.:"},
-                                                            P{75, "Einnahme:"}, P{95, "Ausgabe:"}));
-    EXPECT_EQ(all.lines[8].pieces[0].text.size(), 134u);
-    EXPECT_THAT(texts(all.lines[11]),
-                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}, P{95, "--35,50"}));
-
-    const auto income = ledgerList(ledger, LedgerList::einnahmen_drucken);
-    EXPECT_EQ(income.lines[2].pieces[0].text, "Belegliste nur Einnahmen");
-    EXPECT_THAT(texts(income.lines[11]),
-                ::testing::ElementsAre(P{15, "13.03.2011"}, P{45, "1048"}, P{75, ""}));
-    const auto expense = ledgerList(ledger, LedgerList::ausgaben_drucken);
-    EXPECT_EQ(expense.lines[2].pieces[0].text, "Belegliste nur Ausgaben");
-    EXPECT_THAT(texts(expense.lines[9]),
-                ::testing::ElementsAre(P{15, "12.03.2011"}, P{45, "1047"}, P{95, ""}));
-    EXPECT_EQ(expense.lines[7].pieces.size(), 4u);
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ledger/ReceiptLedger.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {

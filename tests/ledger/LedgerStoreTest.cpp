@@ -17,7 +17,7 @@
 #include "ledger/ReceiptLedger.h"
 #include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {
@@ -159,10 +159,9 @@ TEST(LedgerStore, ALedgerThatCouldNotBeReadIsNeverWrittenOver)
 TEST(LedgerStore, FilingPutsTheReceiptOnTopOfTheFile)
 {
     test::ProgramFolder home;
-    test::MemorySettings settings;
-    settings.set("Options", "Berechnung", "0");
-    ReceiptForm form;
-    form.attach(&settings, nullptr);
+    test::FakeFormParts parts;
+    parts.settings.set("Options", "Berechnung", "0");
+    ReceiptForm& form = parts.form;
     home.writeBytes("belege.dat", kIncomeLine + "\r\n");
     ReceiptLedger ledger;
     loadLedger(ledger, home.paths);

@@ -8,7 +8,7 @@
 #include "core/RunError.h"
 #include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
-#include "tests/ledger/LedgerFixture.h"
+#include "tests/app/ProgramFolder.h"
 
 namespace zw {
 namespace {
@@ -22,10 +22,9 @@ struct RecordingParts : WindowParts
     std::vector<std::string> captions;
 };
 
-class ReceiptFileTest : public ::testing::Test
+class ReceiptFileTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
-    void SetUp() override { form.attach(&settings, &host); }
     void automaticCalculation(bool on) { settings.set("Options", "Berechnung", on ? "1" : "0"); }
     void fill()
     {
@@ -45,9 +44,6 @@ protected:
         form.setText(F::Text14, "Kasse");
     }
 
-    test::MemorySettings settings;
-    test::FakeHost host;
-    ReceiptForm form;
     RecordingParts parts;
     test::ProgramFolder home;
 };

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
-#include "app/TextFile.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "lists/ListReport.h"
@@ -15,11 +12,7 @@ namespace zw {
 namespace {
 
 using F = FormElement;
-
-void writeBytes(const std::filesystem::path& file, const std::string& bytes)
-{
-    std::ofstream(file, std::ios::binary) << bytes;
-}
+using test::writeBytes;
 
 TEST(ListTableTest, LoadsLinesIntoCellsAndSavesWithoutLosingAField)
 {
@@ -49,7 +42,7 @@ TEST(ListTableTest, LoadsLinesIntoCellsAndSavesWithoutLosingAField)
         table.load(folder / "list.txt");
         EXPECT_EQ(table.rows(), row.cells);
         table.save(folder / "list.txt");
-        EXPECT_EQ(readFileBytes(folder / "list.txt"), row.saved);
+        EXPECT_EQ(test::readBytes(folder / "list.txt"), row.saved);
     }
 }
 

@@ -1,5 +1,5 @@
 """Local peers for the transfer tests: prints its port, serves until terminated.
-peer.py http DIR | silent | smtp OUTFILE | smtp-open OUTFILE"""
+peer.py http DIR | silent | smtp-open OUTFILE"""
 import functools, http.server, socket, struct, sys, time, warnings
 warnings.simplefilter("ignore")
 
@@ -48,9 +48,8 @@ elif mode == "silent":
     held = []
     while True:
         held.append(listener.accept()[0])
-elif mode in ("smtp", "smtp-open"):  # smtp requires the login kasse / Geheim-42
+elif mode == "smtp-open":  # no login, no TLS
     from aiosmtpd.controller import Controller
-    from aiosmtpd.smtp import AuthResult
     class Handler:
         async def handle_RCPT(self, server, session, envelope, address, options):
             if address.startswith("niemand@"):
@@ -61,13 +60,10 @@ elif mode in ("smtp", "smtp-open"):  # smtp requires the login kasse / Geheim-42
             with open(sys.argv[2], "wb") as out:
                 out.write(envelope.original_content)
             return "250 OK"
-    def authenticator(server, session, envelope, mechanism, auth_data):
-        return AuthResult(success=auth_data.login == b"kasse" and auth_data.password == b"Geheim-42")
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         port = probe.getsockname()[1]
-    login = dict(authenticator=authenticator, auth_required=True, auth_require_tls=False) if mode == "smtp" else {}
-    controller = Controller(Handler(), hostname="127.0.0.1", port=port, **login)
+    controller = Controller(Handler(), hostname="127.0.0.1", port=port)
     controller.start()
     print(port, flush=True)
     while True:

@@ -94,19 +94,9 @@ TEST(RtfWriter, WritesAsciiThatReadsBackToTheSameDocument)
     Document back = readRtf(source);
     // A character beyond the 16-bit range becomes '?', which is the one change the round trip may make.
     document.paragraphs[1].runs[0].text = "Zeile\teins\nzwei ☃ ?";
-    EXPECT_EQ(back.plainText(), document.plainText());
     EXPECT_EQ(back.fonts, document.fonts);
     EXPECT_EQ(back.colours, document.colours);
-    ASSERT_EQ(back.paragraphs.size(), document.paragraphs.size());
-    for (std::size_t i = 0; i < back.paragraphs.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(back.paragraphs[i].alignment, document.paragraphs[i].alignment);
-        ASSERT_EQ(back.paragraphs[i].runs.size(), document.paragraphs[i].runs.size());
-        for (std::size_t r = 0; r < back.paragraphs[i].runs.size(); ++r) {
-            EXPECT_EQ(back.paragraphs[i].runs[r].text, document.paragraphs[i].runs[r].text);
-            EXPECT_EQ(back.paragraphs[i].runs[r].format, document.paragraphs[i].runs[r].format);
-        }
-    }
+    EXPECT_EQ(back.paragraphs, document.paragraphs);
 }
 
 TEST(RtfWriter, EmptyDocumentIsStillValid)

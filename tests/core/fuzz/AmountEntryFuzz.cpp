@@ -7,32 +7,10 @@
 
 #include "core/AmountEntry.h"
 #include "core/AmountWords.h"
-#include "core/FormHost.h"
 #include "core/GermanNumbers.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
-
-namespace {
-
-class SilentHost : public zw::FormHost
-{
-public:
-    void showMessage(std::string_view, zw::MessageStyle, std::string_view) override {}
-    int confirmQuestion(std::string_view, zw::MessageStyle, std::string_view) override
-    {
-        return zw::kAnswerNo;
-    }
-    std::optional<std::string> askText(std::string_view, zw::MessageStyle, std::string_view,
-                                       std::string_view) override
-    {
-        return std::nullopt;
-    }
-    void showNotice(zw::Notice) override {}
-    void beep() override {}
-    void openWindow(std::string_view) override {}
-};
-
-} // namespace
+#include "tests/core/FakeHost.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -45,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tab == std::string_view::npos ? std::string_view("19") : input.substr(0, tab);
     const std::string_view amount = tab == std::string_view::npos ? input : input.substr(tab + 1);
 
-    SilentHost host;
+    zw::test::FakeHost host;
     zw::ReceiptForm form;
     form.attach(nullptr, &host);
     form.setBetragCheck(data[0] & 1);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "app/ProgramPaths.h"
@@ -19,13 +18,9 @@ struct ProgramFolder
 
     void writeBytes(const std::string& name, const std::string& bytes) const
     {
-        std::ofstream(paths.dataFile(name), std::ios::binary) << bytes;
+        test::writeBytes(paths.dataFile(name), bytes);
     }
-    std::string readBytes(const std::string& name) const
-    {
-        std::ifstream in(paths.dataFile(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
+    std::string readBytes(const std::string& name) const { return test::readBytes(paths.dataFile(name)); }
 };
 
 } // namespace zw::test
