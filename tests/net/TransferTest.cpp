@@ -61,14 +61,24 @@ TEST_F(TransferTest, DownloadArrivesByteExactIntoFileWithProgress)
     EXPECT_TRUE(rec.eventsOnPumpThread);
 }
 
-// Stopping a slow download is checked through clsDownload (tests/service); a server that never answers is not.
-TEST_F(TransferTest, ASilentServerTimesOut)
+TEST_F(TransferTest, AbortEndsASlowDownloadAndASilentServerTimesOut)
 {
-    Peer silent({"silent"});
+    Peer server({"http", m_dir.path().string()});
     Recorder rec;
-    Transfer stuck(rec.poster, rec.events());
+    Transfer slow(rec.poster, rec.events());
+    slow.start(HttpGet{server.url("http", "/slow"), m_dir / "slow.bin", {}});
+    while (rec.progress.empty() || rec.progress.back().first == 0)
+        rec.poster.pump(std::chrono::milliseconds(100));
+    slow.abort();
+    rec.waitFor(slow);
+    EXPECT_TRUE(slow.result().aborted);
+    EXPECT_FALSE(fs::exists(m_dir / "slow.bin"));
+
+    Peer silent({"silent"});
+    Recorder silentRec;
+    Transfer stuck(silentRec.poster, silentRec.events());
     stuck.start(HttpGet{silent.url("http", "/version.txt"), {}, {std::chrono::milliseconds(2000), std::chrono::seconds(1)}});
-    rec.waitFor(stuck);
+    silentRec.waitFor(stuck);
     EXPECT_TRUE(stuck.result().timedOut) << stuck.result().description;
 }
 
