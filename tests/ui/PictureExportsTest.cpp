@@ -114,6 +114,7 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveItsLabelFollowsTheBarAndThe
         answer.path = file.string();
         dialog.HScroll1()->setValue(quality);
         QTest::mouseClick(dialog.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
+        EXPECT_EQ(QImage(QString::fromStdString(file.string())).size(), QSize(570, 429)) << "the whole picture";
         sizes[quality] = std::filesystem::exists(file) ? std::filesystem::file_size(file) : 0;
     }
     EXPECT_GT(sizes[100], 3 * sizes[0]);
