@@ -2,7 +2,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
-#include <QTextBrowser>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -21,7 +20,6 @@ protected:
     AutocompletionWindowTest()
     {
         join(installAutocompletion);
-        join(installHelpWindow);
         start();
     }
 };
@@ -61,12 +59,6 @@ TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTaki
     window->action("autver")->trigger();
     ASSERT_EQ(closer.seen, std::vector<QString>{"autocom_bear"});
     EXPECT_TRUE(test::readBytes(paths.dataFile("autocom.dat")).ends_with("Hamburg\r\nM\xFCller GmbH\r\n"));
-
-    window->action("hel11")->trigger();
-    auto* help = window->findChild<QDialog*>("helpp3");
-    ASSERT_NE(help, nullptr);
-    EXPECT_TRUE(help->isVisible());
-    EXPECT_TRUE(help->findChild<QTextBrowser*>("brWebBrowser")->toPlainText().contains("Zettelwerk – Handbuch"));
 }
 
 } // namespace

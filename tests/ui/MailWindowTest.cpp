@@ -2,10 +2,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -22,23 +20,24 @@
 namespace zw {
 namespace {
 
+using test::inModal;
+
 // The vendor's mail host is a local aiosmtpd; every message box is noted as "title: text" and answered "No".
 class MailWindowTest : public test::MainWindowFixture
 {
 protected:
-    explicit MailWindowTest(int port = 0, const char* support = "support@zettelwerk.example")
-        : server({"smtp-open", received.string()})
+    MailWindowTest() : server({"smtp-open", received.string()})
     {
-        std::ofstream(paths.home() / "vendor.ini")
-            << "mailHost=127.0.0.1:" << (port > 0 ? port : server.port()) << "\nsupportAddress=" << support
-            << "\nnewsletterAddress=news@zettelwerk.example\n";
+        useVendor(server.port(), "support@zettelwerk.example");
         join(installMail);
         start();
     }
 
-    void inModal(const std::function<void()>& open, const std::function<void(QDialog&)>& act)
+    // The mail host and support address every send reads anew.
+    void useVendor(int port, const char* support)
     {
-        test::inModal(open, act);
+        std::ofstream(paths.home() / "vendor.ini") << "mailHost=127.0.0.1:" << port << "\nsupportAddress=" << support
+                                                   << "\nnewsletterAddress=news@zettelwerk.example\n";
     }
 
     // Subject, From, To, Cc, the leaf content types and whether the text parts hold `needle`.
@@ -97,46 +96,43 @@ TEST_F(MailWindowTest, TheSupportMessageAndTheNewsletterSignUpReachTheVendor)
                                     "None\n['text/plain']\nTrue\n");
 }
 
-// Nobody listens on the mail host's port.
-class RefusedMailTest : public MailWindowTest
+// Nobody listens on the mail host's port, or the server refuses the support address: the error box, and after a
+// failed send the closing words all the same.
+TEST_F(MailWindowTest, ARefusedConnectionOrRecipientShowsItsBox)
 {
-protected:
-    RefusedMailTest() : MailWindowTest(closedPort()) {}
-    static int closedPort()
-    {
+    const int closedPort = [] {
         test::Peer gone({"silent"});
         return gone.port(); // closed again when `gone` ends
+    }();
+    struct Row
+    {
+        const char* name;
+        int port;
+        const char* support;
+        std::vector<QString> boxes;
+        bool connectFails; // a refused connection leaves the report button disabled
+    };
+    const Row rows[] = {
+        {"refused connection", closedPort, "support@zettelwerk.example",
+         {"Zettelwerk: Fehler beim Verbinden mit dem Mailserver"}, true},
+        {"refused recipient", server.port(), "niemand@zettelwerk.example",
+         {"Zettelwerk: Fehler beim Versenden der Nachricht", "Support: Übermittlung erfolgreich abgeschlossen."}, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        useVendor(row.port, row.support);
+        boxes.clear();
+        inModal([&] { window->faultReporter().report(RunError::typeMismatch(), "optionen"); },
+                [&](QDialog& report) {
+                    report.findChild<QPushButton*>("Command3")->click();
+                    report.findChild<QPushButton*>("Command4")->click();
+                    if (row.connectFails) {
+                        EXPECT_FALSE(report.findChild<QPushButton*>("Command3")->isEnabled());
+                    }
+                    QApplication::restoreOverrideCursor();
+                });
+        EXPECT_EQ(boxes, row.boxes);
     }
-};
-
-TEST_F(RefusedMailTest, ARefusedConnectionShowsOnlyTheConnectBoxAndKeepsTheButtonDisabled)
-{
-    inModal([&] { window->faultReporter().report(RunError::typeMismatch(), "optionen"); },
-            [](QDialog& report) {
-                report.findChild<QPushButton*>("Command3")->click();
-                report.findChild<QPushButton*>("Command4")->click();
-                EXPECT_FALSE(report.findChild<QPushButton*>("Command3")->isEnabled());
-                QApplication::restoreOverrideCursor();
-            });
-    EXPECT_EQ(boxes, std::vector<QString>{"Zettelwerk: Fehler beim Verbinden mit dem Mailserver"});
-}
-
-// The server refuses the support address: the send's error box, then the closing words all the same.
-class RefusedRecipientTest : public MailWindowTest
-{
-protected:
-    RefusedRecipientTest() : MailWindowTest(0, "niemand@zettelwerk.example") {}
-};
-
-TEST_F(RefusedRecipientTest, AFailedSendShowsItsBoxAndThenTheClosingWords)
-{
-    inModal([&] { window->faultReporter().report(RunError::typeMismatch(), "optionen"); },
-            [](QDialog& report) {
-                report.findChild<QPushButton*>("Command3")->click();
-                report.findChild<QPushButton*>("Command4")->click();
-            });
-    EXPECT_EQ(boxes, (std::vector<QString>{"Zettelwerk: Fehler beim Versenden der Nachricht",
-                                           "Support: Übermittlung erfolgreich abgeschlossen."}));
 }
 
 } // namespace

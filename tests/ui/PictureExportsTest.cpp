@@ -1,27 +1,16 @@
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
-#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/ProgramPaths.h"
-#include "app/SettingsStore.h"
-#include "core/ReceiptForm.h"
 #include "export/DibFile.h"
-#include "print/Capture.h"
-#include "tests/app/TempFolder.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
-#include "ui/export/ExportCommands.h"
-#include "ui/frame/FrameCommands.h"
-#include "ui/frame/Quittung.h"
 #include "ui/export/jpg_export.h"
 #include "ui/export/png_export.h"
 
@@ -88,7 +77,7 @@ protected:
     }
 };
 
-TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveAndItsLabelFollowsTheBarAlsoWhileDragging)
+TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveItsLabelFollowsTheBarAndTheBarSetsTheQuality)
 {
     jpg_export dialog(handOver(), window.get());
     EXPECT_EQ(dialog.windowTitle(), "Quittung als JPG-Datei exportieren...");
@@ -113,12 +102,9 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveAndItsLabelFollowsTheBarAls
     ASSERT_FALSE(preview.isNull());
     EXPECT_EQ(preview.size(), QSize(380, 286)) << "two thirds of the receipt area";
     EXPECT_TRUE(dialog.ready());
-}
 
-TEST_F(PictureExportsTest, JpgWindowSavesQualityZeroAndHundredAsValidFilesOfClearlyDifferentSize)
-{
+    // The bar's quality reaches the file.
     ModalCloser closer;
-    jpg_export dialog(handOver(), window.get());
     DialogAnswer answer;
     dialog.dialog().setPresenter(answer.presenter());
     std::map<int, std::uintmax_t> sizes;
@@ -128,11 +114,7 @@ TEST_F(PictureExportsTest, JpgWindowSavesQualityZeroAndHundredAsValidFilesOfClea
         answer.path = file.string();
         dialog.HScroll1()->setValue(quality);
         QTest::mouseClick(dialog.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
-        int status = -1;
-        const std::string described =
-            test::runPeer("/usr/bin/identify -regard-warnings -format '%m %w %h' '" + file.string() + "' 2>&1", &status);
-        EXPECT_EQ(status, 0);
-        EXPECT_EQ(described, "JPEG 570 429");
+        EXPECT_EQ(QImage(QString::fromStdString(file.string())).size(), QSize(570, 429)) << "the whole picture";
         sizes[quality] = std::filesystem::exists(file) ? std::filesystem::file_size(file) : 0;
     }
     EXPECT_GT(sizes[100], 3 * sizes[0]);

@@ -7,15 +7,10 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
-#include "app/ProgramPaths.h"
-#include "app/SettingsStore.h"
-#include "core/ReceiptForm.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/frame/FrameCommands.h"
 #include "ui/frame/FrmSplash1.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/print/PrintCommands.h"
-#include "ui/frame/Quittung.h"
 #include "ui/receipt/ReceiptFormView.h"
 
 namespace zw {
@@ -84,21 +79,6 @@ TEST_F(QuittungWindowTest, FirstStartShowsTheFormWithItsDefaultsAfterTheTaxNumbe
     EXPECT_FALSE(window->formView()->widgetOf(FormElement::Label29)->isVisible());
 }
 
-TEST_F(QuittungWindowTest, NewReceiptFromTheMenuAdvancesTheNumberShownOnTheForm)
-{
-    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
-    settings.save("Zettelwerk", "Drucken", "ZW_NR", "1");
-    settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
-    std::ofstream(paths.dataFile("nummer.dat"), std::ios::binary) << "00000041\r\n";
-    start();
-
-    window->action("neue")->trigger(); // the notice closes itself after its time
-    EXPECT_EQ(fieldText(FormElement::Text1), "42");
-    std::ifstream in(paths.dataFile("nummer.dat"), std::ios::binary);
-    std::string stored((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(stored, "42\r\n");
-}
-
 TEST_F(QuittungWindowTest, TypedTextReachesTheModelAndTaxOffHidesTheAmounts)
 {
     settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
@@ -130,7 +110,6 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
 {
     settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
     settings.save("Zettelwerk", "Options", "Auto_Save", "1");
-    settings.save("zettelwerk", "Options", "Show Tips at Startup", "0");
     std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
     // Composed as the program composes it.
     auto* ledger = &join(installLedgerPart);

@@ -1,12 +1,9 @@
 // The backup window and the update window as a user drives them, the update against a local HTTP server.
-#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <fstream>
