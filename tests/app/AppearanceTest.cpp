@@ -6,6 +6,7 @@
 #include "app/QuittungLogic.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/ProgramFolder.h"
+#include "tests/app/RecordingParts.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -13,19 +14,12 @@ namespace {
 
 using F = FormElement;
 
-class BackgroundParts : public WindowParts
-{
-public:
-    void setWindowBackground(const std::string& path) override { windowBackground = path; }
-    std::string windowBackground;
-};
-
 class AppearanceTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    BackgroundParts parts;
+    test::RecordingParts parts;
     ReceiptLook look;
     QuittungLogic quittung{form, settings, paths, host, parts, [] { return std::string("01.02.2026"); }};
     AppearanceLogic appearance{form, settings, paths, parts, look};
@@ -82,7 +76,7 @@ TEST_F(AppearanceTest, WindowBackgroundIsStoredAndComesBackWhileTheColourDoesNot
     // A restart: a fresh form and window over the same store.
     ReceiptForm restarted;
     restarted.attach(&settings, &host);
-    BackgroundParts restartedParts;
+    test::RecordingParts restartedParts;
     QuittungLogic(restarted, settings, paths, host, restartedParts, [] { return std::string(); }).load();
     EXPECT_EQ(restartedParts.windowBackground, "\\hintergrund\\hg3.jpg");
     EXPECT_EQ(restarted.formBackground(), "\\hintergrund\\quittung_leer.jpg");

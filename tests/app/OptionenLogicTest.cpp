@@ -8,6 +8,7 @@
 #include "core/RunError.h"
 #include "tests/core/RunErrorNumber.h"
 #include "tests/app/ProgramFolder.h"
+#include "tests/app/RecordingParts.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -15,19 +16,12 @@ namespace {
 
 using F = FormElement;
 
-class RulerParts : public WindowParts
-{
-public:
-    void showRulers(bool visible) override { rulers = visible; }
-    std::optional<bool> rulers;
-};
-
 class OptionenLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    RulerParts parts;
+    test::RecordingParts parts;
     OptionenLogic optionen{form, settings, paths, host, parts};
 };
 

@@ -2,11 +2,11 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
-#include <map>
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/ProgramFolder.h"
+#include "tests/app/RecordingParts.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -14,30 +14,12 @@ namespace {
 
 using F = FormElement;
 
-class RecordingParts : public WindowParts
-{
-public:
-    void applyMenuDesign(int style) override { menuDesign = style; }
-    void applyButtonStyle(int style) override { buttonStyle = style; }
-    void showRulers(bool visible) override { rulers = visible; }
-    void setWindowBackground(const std::string& path) override { windowBackground = path; }
-    void runStartStep(StartStep step) override { ++started[step]; }
-    void setLastFileCaption(const std::string& caption) override { lastFile = caption; }
-
-    int menuDesign = -1;
-    int buttonStyle = -1;
-    bool rulers = false;
-    std::map<StartStep, int> started;
-    std::string windowBackground;
-    std::string lastFile;
-};
-
 class QuittungLogicTest : public ::testing::Test, protected test::FakeFormParts
 {
 protected:
     test::ProgramFolder home;
     const ProgramPaths& paths = home.paths;
-    RecordingParts parts;
+    test::RecordingParts parts;
     QuittungLogic logic{form, settings, paths, host, parts, [] { return std::string("23.11.2026"); }};
 };
 
@@ -56,7 +38,7 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(form.text(F::Text2), "EUR");
     EXPECT_EQ(form.text(F::Datum2), "23.11.2026");
     EXPECT_EQ(form.incomeCaption(), "Einnahme aktiv");
-    EXPECT_EQ(parts.lastFile, "Kein Pfad vorhanden...");
+    EXPECT_EQ(parts.captions, std::vector<std::string>{"Kein Pfad vorhanden..."});
     EXPECT_EQ(parts.started[StartStep::ShowTipWindow], 1);
 
     ASSERT_EQ(host.questions.size(), 1u);
@@ -102,8 +84,8 @@ TEST_F(QuittungLogicTest, StoredValuesComeBackAtStart)
     EXPECT_EQ(form.saveCheck(), 1);
     EXPECT_EQ(form.text(F::Label1), "Rechnung");
     EXPECT_EQ(form.text(F::Text9), "23.11.2026");
-    EXPECT_EQ(parts.lastFile, "/home/anna/a.ZW5");
-    EXPECT_FALSE(parts.rulers);
+    EXPECT_EQ(parts.captions, std::vector<std::string>{"/home/anna/a.ZW5"});
+    EXPECT_EQ(parts.rulers, false);
     EXPECT_EQ(form.printLayout(), PrintLayout::TwoBlanks);
     EXPECT_EQ(form.quittnr(), 1);
     EXPECT_FALSE(form.isVisible(F::Text10));

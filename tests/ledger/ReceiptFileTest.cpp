@@ -6,6 +6,7 @@
 #include "app/QuittungLogic.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "tests/app/RecordingParts.h"
 #include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
 #include "tests/app/ProgramFolder.h"
@@ -15,12 +16,6 @@ namespace {
 
 using F = FormElement;
 using ::testing::HasSubstr;
-
-struct RecordingParts : WindowParts
-{
-    void setLastFileCaption(const std::string& caption) override { captions.push_back(caption); }
-    std::vector<std::string> captions;
-};
 
 class ReceiptFileTest : public ::testing::Test, protected test::FakeFormParts
 {
@@ -44,7 +39,7 @@ protected:
         form.setText(F::Text14, "Kasse");
     }
 
-    RecordingParts parts;
+    test::RecordingParts parts;
     test::ProgramFolder home;
 };
 
