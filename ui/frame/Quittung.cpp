@@ -22,7 +22,6 @@
 #include <QTabWidget>
 #include <QToolBox>
 #include <QToolButton>
-#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <tuple>
