@@ -1,15 +1,9 @@
 #include "export/BitmapFile.h"
 
-#include "core/RunError.h"
-
 #include <gtest/gtest.h>
 
-#include "tests/app/TempFolder.h"
 #include "tests/core/RunErrorNumber.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -142,36 +136,6 @@ TEST(BitmapFile, RefusesWhatIsNoSupportedBitmap)
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(errorNumberOf([&] { parseBitmapFile(row.bytes); }), 481);
-    }
-}
-
-// Python's imaging library writes the files of other programs; its own reading of them is the reference.
-TEST(BitmapFile, ReadsWhatAnotherProgramWrites)
-{
-    const test::TempFolder folder;
-    if (std::system("/usr/bin/python3 -c 'import PIL' >/dev/null 2>&1") != 0)
-        GTEST_SKIP() << "python3-pil is not installed";
-    const std::string script = R"(
-import sys
-from PIL import Image
-folder = sys.argv[1]
-for mode, name in (("RGB", "rgb.bmp"), ("RGBA", "rgba.bmp")):
-    image = Image.new(mode, (7, 5))
-    image.putdata([((x * 37) % 256, (y * 51) % 256, (x * y * 13) % 256) + ((x * 9,) if mode == "RGBA" else ())
-                   for y in range(5) for x in range(7)])
-    image.save(folder + "/" + name)
-    with open(folder + "/" + name + ".rgb", "wb") as out:
-        out.write(Image.open(folder + "/" + name).convert("RGB").tobytes())
-)";
-    test::writeBytes(folder / "write.py", script);
-    const std::string command =
-        "/usr/bin/python3 " + (folder / "write.py").string() + " " + folder.path().string();
-    ASSERT_EQ(std::system(command.c_str()), 0);
-    for (const char* name : {"rgb.bmp", "rgba.bmp"}) {
-        SCOPED_TRACE(name);
-        const std::string reference = test::readBytes(folder / (std::string(name) + ".rgb"));
-        const std::vector<std::uint8_t> expected(reference.begin(), reference.end());
-        EXPECT_EQ(readBitmapFile(folder / name), (Bitmap{7, 5, expected}));
     }
 }
 

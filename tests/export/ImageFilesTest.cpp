@@ -47,30 +47,6 @@ cDIBSection receiptLike()
 
 std::string shellQuote(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
-TEST(PictureStatus, ReportTextsFollowTheStatusTable)
-{
-    const struct
-    {
-        int status;
-        const char* report;
-    } rows[] = {
-        // 1, 2, 10, 12 and 13 are met by the failures below; the full disk may not be at hand.
-        {7, "Win32 Error. GDI+ Error:7"},
-        {17, "Unsupported Gdiplus Version. GDI+ Error:17"}, {18, "Gdiplus Not Initialized. GDI+ Error:18"},
-        {20, "Property Not Supported. GDI+ Error:20"},      {21, "Unknown GDI+ Error. GDI+ Error:21"},
-        {42, "Unknown GDI+ Error. GDI+ Error:42"},          {-5, "Unknown GDI+ Error. GDI+ Error:-5"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.status);
-        Recorder recorder;
-        EXPECT_EQ(reportStatus(row.status, recorder.show()), row.status);
-        EXPECT_THAT(recorder.messages, ::testing::ElementsAre(Message{row.report, "GDI Error"}));
-    }
-    Recorder recorder;
-    EXPECT_EQ(reportStatus(0, recorder.show()), 0);
-    EXPECT_TRUE(recorder.messages.empty()) << "success passes silently";
-}
-
 // The encoder is the first of the table whose MIME type matches in any case: "jpeg", not "bmp".
 TEST(PictureFiles, JpegQualityZeroAndHundredAreValidFilesOfClearlyDifferentSize)
 {
@@ -139,7 +115,6 @@ TEST(PictureFiles, FailuresReachTheErrorReportAndLeaveNoFileBehind)
         EXPECT_EQ(savePicture(session, row.picture, row.target, PictureFormat::Png, 85, recorder.show()), row.status);
         EXPECT_THAT(recorder.messages, ::testing::ElementsAre(row.message));
         EXPECT_FALSE(std::filesystem::exists(row.target));
-        EXPECT_EQ(pictureFailureText(row.status), row.message.first);
     }
 }
 
@@ -218,7 +193,6 @@ TEST(LoadPicturePlus, DamagedFilesGiveAStatusAndNeverACrash)
         originals.push_back(bytes);
     }
     std::mt19937 random(17);
-    int read = 0;
     for (const std::string& original : originals) {
         for (int round = 0; round < 150; ++round) {
             std::string bytes = original;
@@ -229,13 +203,9 @@ TEST(LoadPicturePlus, DamagedFilesGiveAStatusAndNeverACrash)
             int status = -1;
             const cDIBSection result = readPictureBytes(bytes, status);
             EXPECT_EQ(result.hDib() != 0, status == 0);
-            if (status == 0) {
-                ++read;
-                EXPECT_EQ(result.Width(), 80);
-            }
+            EXPECT_TRUE(status != 0 || result.Width() == 80) << "a file read whole keeps its width";
         }
     }
-    SUCCEED() << read << " damaged files still read";
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "export/clsPDF.h"
 
-#include "core/RunError.h"
 #include "tests/export/clsPDFTestAccess.h"
 #include "tests/export/fuzz/MemberSequence.h"
 
@@ -23,11 +22,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-clsPDF newWriter()
-{
-    return clsPDF([] { return LocalDateTime{2024, 3, 5, 14, 7, 9}; });
-}
 
 // The content streams of a document, in file order.
 std::vector<std::string> contentStreams(std::string_view document)
@@ -56,18 +50,11 @@ constexpr std::string_view kHead = "BT\r/F1 10 Tf\r80 782 Td\r10 TL\r";
 // A fresh object's first page starts with the "S" that FillMode 0 left pending at creation.
 const std::string kFirstHead = "S\r" + std::string(kHead);
 
-Bitmap picture(std::int32_t width, std::int32_t height, std::vector<std::uint8_t> pixels)
-{
-    return Bitmap{width, height, std::move(pixels)};
-}
-
 Bitmap uniformPicture(std::int32_t width, std::int32_t height, std::uint8_t value)
 {
-    return picture(width, height,
-                   std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3), value));
+    return Bitmap{width, height, std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3), value)};
 }
 
-// The rest of an empty document's bytes are those of the one-line document below.
 TEST(clsPDF, FreshObjectGivesACompleteFileWithoutPages)
 {
     clsPDF pdf = newWriter();
@@ -78,39 +65,25 @@ TEST(clsPDF, FreshObjectGivesACompleteFileWithoutPages)
     EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
 }
 
-TEST(clsPDF, OnePrintedLineGivesThreePageObjectsAndThisWholeFile)
+// The offsets of the cross-reference table are checked by checkDocumentStructure here and by qpdf in the
+// oracle test; these are the objects a reader needs to find the font and the text.
+TEST(clsPDF, OnePrintedLineGivesThreePageObjects)
 {
     clsPDF pdf = newWriter();
     pdf.PrintLine("(a\\b)");
-    const std::string expected =
-        "%PDF-1.1\r"
-        "%\xE2\xE3\xCF\xD3\r"
-        "1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
-        "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
-        "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r"
-        "4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
-        "/Encoding /WinAnsiEncoding\r>>\rendobj\r"
-        "5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r>>\rendobj\r"
-        "6 0 obj\r<<\r/Type /Page\r/Parent 3 0 R\r/Resources 5 0 R\r/Contents 7 0 R\r"
-        ">>\rendobj\r"
-        "7 0 obj\r<<\r/Length 8 0 R\r>>\rstream\r"
-        "S\rBT\r/F1 10 Tf\r80 782 Td\r10 TL\r(\\(a\\\\b\\))'\rET\r"
-        "endstream\rendobj\r"
-        "8 0 obj\r46\rendobj\r"
-        "3 0 obj\r<<\r/Type /Pages\r/Count 1\r/MediaBox [0 0 596 842]\r/Kids [ 6 0 R ]\r"
-        ">>\rendobj\r"
-        "xref\r0 9\r"
-        "0000000000 65535 f\r"
-        "0000000015 00000 n\r"
-        "0000000117 00000 n\r"
-        "0000000534 00000 n\r"
-        "0000000166 00000 n\r"
-        "0000000271 00000 n\r"
-        "0000000338 00000 n\r"
-        "0000000418 00000 n\r"
-        "0000000516 00000 n\r"
-        "trailer\r<<\r/Size 9\r/Root 2 0 R\r/Info 1 0 R\r>>\rstartxref\r617\r%%EOF\r";
-    EXPECT_EQ(pdf.Value(), expected);
+    const std::string document = pdf.Value();
+    for (const char* object : {"1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
+                               "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
+                               "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r",
+                               "\r4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
+                               "/Encoding /WinAnsiEncoding\r",
+                               "\r5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r",
+                               "\r6 0 obj\r<<\r/Type /Page\r/Parent 3 0 R\r/Resources 5 0 R\r/Contents 7 0 R\r",
+                               "\r7 0 obj\r<<\r/Length 8 0 R\r>>\rstream\rS\rBT\r/F1 10 Tf\r80 782 Td\r10 TL\r"
+                               "(\\(a\\\\b\\))'\rET\rendstream\r",
+                               "\r8 0 obj\r46\rendobj\r", "/Count 1\r/MediaBox [0 0 596 842]\r/Kids [ 6 0 R ]\r"})
+        EXPECT_THAT(document, HasSubstr(object));
+    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
 }
 
 TEST(clsPDF, ClearStartsAnEmptyDocumentWithItsArguments)
@@ -281,7 +254,7 @@ TEST(clsPDF, DrawingWritesTheseOperators)
         {"a picture that does not shrink goes out raw",
          [](clsPDF& pdf) {
              pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
-             pdf.DrawPicture(0, 0, 10, 20, picture(1, 2, {10, 20, 30, 40, 50, 60}), /*gray=*/false);
+             pdf.DrawPicture(0, 0, 10, 20, Bitmap{1, 2, {10, 20, 30, 40, 50, 60}}, /*gray=*/false);
          },
          "0 841 1 1 re\rS\rq\r10 0 0 20 0 822 cm\rBI\r/W 1\r/H 2\r/BPC 8\r/CS /RGB\r"
          "ID \x0A\x14\x1E\x28\x32\x3C>\rEI\rQ\r"},
@@ -322,22 +295,12 @@ TEST(clsPDF, ColoursAndWidthsAreWrittenWithAPointInAGermanLocale)
 
 TEST(clsPDF, EventsLetAHandlerDrawAheadOfAndBehindThePageText)
 {
+    // Each box drawn once, in its place around the text, shows each event raised once at its time.
     clsPDF pdf = newWriter();
-    int started = 0;
-    int finished = 0;
-    pdf.PageStarted = [&] {
-        ++started;
-        pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke);
-    };
-    pdf.PageFinished = [&] {
-        ++finished;
-        pdf.DrawBox(0, 10, 1, 1, clsPDF::ModeFill);
-    };
+    pdf.PageStarted = [&] { pdf.DrawBox(0, 0, 1, 1, clsPDF::ModeStroke); };
+    pdf.PageFinished = [&] { pdf.DrawBox(0, 10, 1, 1, clsPDF::ModeFill); };
     pdf.PrintLine("x");
-    EXPECT_EQ(started, 1);
-    EXPECT_EQ(finished, 0);
     EXPECT_EQ(firstStream(pdf), "S\r0 841 1 1 re\rS\r" + std::string(kHead) + "(x)'\rET\r0 831 1 1 re\rf\r");
-    EXPECT_EQ(finished, 1);
 }
 
 TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
@@ -351,7 +314,6 @@ TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
     EXPECT_EQ(first, second);
     EXPECT_EQ(finished, 1);
     EXPECT_EQ(pdf.LineNumber(), 1);
-    EXPECT_EQ(fuzz::checkDocumentStructure(first), "");
 
     // Printing goes on over the trailer of the snapshot, on the same page.
     pdf.PrintLine("b");
@@ -432,9 +394,9 @@ TEST(clsPDF, PictureFromABitmapFileAndBadPictures)
 
     EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder / "missing.bmp", false); }), 53);
     EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, folder.path(), false); }), 75);
-    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, picture(2, 2, {1, 2, 3}), false); }), 481);
+    EXPECT_EQ(errorNumberOf([&] { pdf.DrawPicture(0, 0, 1, 1, Bitmap{2, 2, {1, 2, 3}}, false); }), 481);
     EXPECT_EQ(errorNumberOf([&] {
-                  pdf.DrawPicture(0, 0, 1, 1, picture(-1, -3, {1, 2, 3, 4, 5, 6, 7, 8, 9}), false);
+                  pdf.DrawPicture(0, 0, 1, 1, Bitmap{-1, -3, {1, 2, 3, 4, 5, 6, 7, 8, 9}}, false);
               }),
               481);
 }

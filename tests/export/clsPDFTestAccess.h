@@ -13,4 +13,7 @@ struct clsPDFTestAccess
     static std::string CompressRunLength(std::string_view bytes) { return clsPDF::CompressRunLength(bytes); }
 };
 
+// A writer whose clock always gives the same creation date.
+inline clsPDF newWriter() { return clsPDF([] { return LocalDateTime{2024, 3, 5, 14, 7, 9}; }); }
+
 } // namespace zw

@@ -352,12 +352,6 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
         [&] { pdf.PageStarted = source.byte() % 2 == 0 ? handler(30) : nullptr; },
         [&] { pdf.PageFinished = source.byte() % 2 == 0 ? handler(800) : nullptr; },
         [&] {
-            std::string bytes;
-            for (int count = source.byte(); count > 0; --count)
-                bytes += static_cast<char>(source.byte() % 4 == 0 ? source.byte() : 'r');
-            problem = checkRunLength(bytes);
-        },
-        [&] {
             std::string bytes = "BM";
             for (int count = source.byte() * 2; count > 0; --count)
                 bytes += static_cast<char>(source.byte());
@@ -371,11 +365,10 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
                                                       picture.pixels.size()));
         },
     };
-    static_assert(sizeof calls / sizeof calls[0] == 40, "the byte chooses among 40 calls");
 
     for (std::size_t call = 0; call < kMaxCalls && !source.exhausted() && problem.empty(); ++call) {
         try {
-            calls[source.byte() % 40]();
+            calls[source.byte() % std::size(calls)]();
         } catch (const RunError&) {
             // The run-time fault of the old program: an accepted outcome.
         } catch (const std::exception& error) {
