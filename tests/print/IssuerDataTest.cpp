@@ -6,7 +6,6 @@
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "core/RunError.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
 

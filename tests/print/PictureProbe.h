@@ -9,28 +9,24 @@ namespace zw::test {
 // Pixels of text or lines: clearly darker than paper and the grey of the form area.
 inline bool isInk(QRgb pixel) { return qGray(pixel) < 140; }
 
-inline int inkIn(const QImage& image, const QRect& area)
+// How many pixels of the area pass the test; the part outside the image counts none.
+template <typename Test> int countIn(const QImage& image, const QRect& area, Test test)
 {
     int count = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x) {
-            if (image.rect().contains(x, y) && isInk(image.pixel(x, y)))
+            if (image.rect().contains(x, y) && test(image.pixel(x, y)))
                 ++count;
         }
     }
     return count;
 }
 
+inline int inkIn(const QImage& image, const QRect& area) { return countIn(image, area, isInk); }
+
 inline int pixelsOf(const QImage& image, const QRect& area, QRgb colour)
 {
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (image.rect().contains(x, y) && (image.pixel(x, y) & 0xFFFFFF) == (colour & 0xFFFFFF))
-                ++count;
-        }
-    }
-    return count;
+    return countIn(image, area, [colour](QRgb pixel) { return (pixel & 0xFFFFFF) == (colour & 0xFFFFFF); });
 }
 
 // A picture of one colour, saved where the form can load it.
