@@ -304,6 +304,9 @@ TEST_F(FrameCommandsTest, SettingsWindowLoadsChoosesAndStoresAsTheUserClicks)
         modal->findChild<QRadioButton*>("Option1")->click();
         EXPECT_EQ(rate->text(), "19");
         EXPECT_FALSE(rate->isEnabled());
+        modal->findChild<QRadioButton*>("Option2")->click();
+        EXPECT_TRUE(rate->isEnabled());
+        EXPECT_EQ(rate->text(), "19") << "opening the field keeps its text";
         modal->findChild<QCheckBox*>("chkLoadTipsAtStartup")->setChecked(true);
         auto* ruler = modal->findChild<QCheckBox*>("ruler_check1");
         ruler->setChecked(false);

@@ -77,8 +77,6 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveItsLabelFollowsTheBarAndThe
     auto* label = dialog.findChild<QLabel*>("Label3");
     EXPECT_EQ(label->text(), "JPG Kompression: 85");
     QScrollBar* bar = dialog.HScroll1();
-    EXPECT_EQ(bar->minimum(), 0);
-    EXPECT_EQ(bar->maximum(), 100);
     bar->setValue(30);
     EXPECT_EQ(label->text(), "JPG Kompression: 30");
     // Without tracking only the drag itself can move the label.
