@@ -67,18 +67,6 @@ TEST_F(OptionenLogicTest, RateFileDecidesTheChoice)
     }
 }
 
-TEST_F(OptionenLogicTest, ChoosingTheStandardRateShowsNineteenButStoresNothingWithoutSave)
-{
-    home.writeBytes("mwst.dat", "7\r\n");
-    optionen.load();
-    optionen.chooseOption1();
-    EXPECT_EQ(optionen.fields().mwstwert1, "19");
-    EXPECT_EQ(home.readBytes("mwst.dat"), "7\r\n");
-    optionen.chooseOption2();
-    EXPECT_FALSE(optionen.fields().rateLocked);
-    EXPECT_EQ(optionen.fields().mwstwert1, "19") << "opening the field keeps its text";
-}
-
 TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheNotice)
 {
     home.writeBytes("druck.dat", "10\r\n2\r\n15\r\n");

@@ -72,16 +72,9 @@ public:
     }
     bool removeSection(std::string_view application, std::string_view section) override
     {
-        bool any = false;
-        for (auto it = values.begin(); it != values.end();) {
-            if (std::get<0>(it->first) == application && std::get<1>(it->first) == section) {
-                it = values.erase(it);
-                any = true;
-            } else {
-                ++it;
-            }
-        }
-        return any;
+        return std::erase_if(values, [&](const auto& entry) {
+                   return std::get<0>(entry.first) == application && std::get<1>(entry.first) == section;
+               }) > 0;
     }
     // Shorthand for the program's own application name.
     std::string option(std::string_view section, std::string_view key) const

@@ -144,7 +144,6 @@ TEST(FormatPatternText, FormatsNumericTextAndLeavesOtherTextAlone)
 
 TEST(CheckedArithmetic, RaisesTheRunTimeFaults)
 {
-    EXPECT_EQ(checkedQuotient(119.0, 1.19), 119.0 / 1.19);
     EXPECT_EQ(errorNumberOf([] { checkedQuotient(5.0, 0.0); }), 11);
     EXPECT_EQ(errorNumberOf([] { checkedQuotient(0.0, 0.0); }), 6);
     EXPECT_EQ(errorNumberOf([] { checkedProduct(1e300, 1e300); }), 6);

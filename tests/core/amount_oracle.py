@@ -275,29 +275,20 @@ class Form:
         return "\t".join(self.f[k] for k in ("Text10", "Text11", "Text12", "Text4"))
 
 
-def gross_entry(text12, rate, check_value):
+def entry(field, text, rate, check_value):
+    """RETURN in the gross (Text12) or the net (Text10); the net always takes the truncated words."""
     form = Form(check_value)
     form.set("Text3", rate)
-    form.set("Text12", text12)
-    if text12 == "":
+    form.set(field, text)
+    if text == "":
         return form.answer()
     try:
-        form.gross_steps(reformat=True)
-        form.words_by_check()
-    except Fault:
-        return "MSG"
-    return form.answer()
-
-
-def net_entry(text10, rate):
-    form = Form(0)
-    form.set("Text3", rate)
-    form.set("Text10", text10)
-    if text10 == "":
-        return form.answer()
-    try:
-        form.net_steps()
-        form.words_truncation()
+        if field == "Text12":
+            form.gross_steps(reformat=True)
+            form.words_by_check()
+        else:
+            form.net_steps()
+            form.words_truncation()
     except Fault:
         return "MSG"
     return form.answer()
@@ -306,10 +297,7 @@ def net_entry(text10, rate):
 def words(text12, rounding):
     form = Form(1 if rounding else 0)
     form.set("Text12", text12)
-    if rounding:
-        form.words_rounding()
-    else:
-        form.words_truncation()
+    form.words_by_check()
     return form.f["Text4"]
 
 
@@ -351,10 +339,10 @@ def random_rate(rng):
 def cases(rng):
     for _ in range(5000):
         amount, rate, check_value = random_amount(rng), random_rate(rng), rng.randint(0, 1)
-        yield ["gross", amount, rate, str(check_value)], lambda a=amount, r=rate, c=check_value: gross_entry(a, r, c)
+        yield ["gross", amount, rate, str(check_value)], lambda a=amount, r=rate, c=check_value: entry("Text12", a, r, c)
     for _ in range(2500):
         amount, rate = random_amount(rng), random_rate(rng)
-        yield ["net", amount, rate], lambda a=amount, r=rate: net_entry(a, r)
+        yield ["net", amount, rate], lambda a=amount, r=rate: entry("Text10", a, r, 0)
     for _ in range(2000):
         amount = random_amount(rng)
         yield ["words-r", amount], lambda a=amount: words(a, True)

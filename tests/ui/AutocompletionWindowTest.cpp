@@ -14,15 +14,7 @@ namespace {
 
 using F = FormElement;
 
-class AutocompletionWindowTest : public test::MainWindowFixture
-{
-protected:
-    AutocompletionWindowTest()
-    {
-        join(installAutocompletion);
-        start();
-    }
-};
+using AutocompletionWindowTest = test::StartedWindow<installAutocompletion>;
 
 TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTakingKeys)
 {

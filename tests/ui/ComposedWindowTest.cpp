@@ -15,17 +15,9 @@ namespace {
 
 using F = FormElement;
 
-class ComposedWindowTest : public test::MainWindowFixture
+class ComposedWindowTest : public test::StartedWindow<installLedger, installPrinting, installExports>
 {
 protected:
-    ComposedWindowTest()
-    {
-        join(installLedger);
-        join(installPrinting);
-        join(installExports);
-        start();
-    }
-
     QString shown(FormElement element) const
     {
         QWidget* widget = window->formView()->widgetOf(element);

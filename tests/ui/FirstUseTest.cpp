@@ -34,15 +34,9 @@ using test::ModalCloser;
 
 using test::UrlRecorder;
 
-class FirstUseTest : public test::MainWindowFixture
+class FirstUseTest : public test::StartedWindow<installPrinting>
 {
 protected:
-    FirstUseTest()
-    {
-        join(installPrinting);
-        start();
-    }
-
     QRgb centre(QWidget* widget) { return widget->grab().toImage().pixel(widget->width() / 2, widget->height() / 2); }
 };
 
@@ -105,16 +99,13 @@ TEST_F(FirstUseTest, F10AndTheSwitchedOnButtonOpenTheCalendarThatWritesTheDate)
     EXPECT_EQ(settings.get("Zettelwerk", "Options", "Kalender", ""), "0");
 }
 
-TEST_F(FirstUseTest, TheColoursStampAreaIsOnScreenAndInThePhotographAndStandardBringsBackTheButtonFace)
+TEST_F(FirstUseTest, TheColoursStampAreaIsOnScreenAndStandardBringsBackTheButtonFace)
 {
     window->action("hg_red")->trigger();
     const QImage stamp(QString::fromStdString((paths.backgroundFolder() / "stempel_rot.bmp").string()));
     const QRgb red = stamp.pixel(stamp.width() / 2, stamp.height() / 2);
     QWidget* stampArea = window->formView()->widgetOf(F::Image3);
     EXPECT_EQ(QColor(centre(stampArea)).name().toStdString(), QColor(red).name().toStdString());
-    const QImage photo = capture(form);
-    const QRect area = stampArea->geometry();
-    EXPECT_EQ(QColor(photo.pixel(area.center())).name().toStdString(), QColor(red).name().toStdString());
 
     window->action("hg_standard")->trigger();
     QWidget* field = window->formView()->widgetOf(F::Text7);

