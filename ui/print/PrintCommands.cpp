@@ -25,10 +25,9 @@ namespace {
 class PrintingPart : public QObject
 {
 public:
-    PrintingPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths,
-                 FileReceipt fileReceipt)
+    PrintingPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
         : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-          m_fileReceipt(std::move(fileReceipt)), m_print(form, paths, window.capture()),
+          m_print(form, paths, window.capture()),
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
@@ -76,7 +75,8 @@ private:
     void xpButton3()
     {
         try {
-            m_print.run(m_fileReceipt);
+            // Whoever offers the window a receipt filer files the printed row; without one nothing is filed.
+            m_print.run([this](const std::vector<std::string>& row) { m_window.fileReceiptRow(row); });
         } catch (const RunError& error) {
             showUntrapped(error);
             return;
@@ -114,7 +114,6 @@ private:
     ReceiptForm& m_form;
     Settings& m_settings;
     const ProgramPaths& m_paths;
-    FileReceipt m_fileReceipt;
     PrintCommand m_print;
     IssuerData m_issuers;
     PictureCommands m_pictures;
@@ -125,9 +124,7 @@ private:
 
 void installPrinting(const PartContext& context)
 {
-    // Whoever offers the window a receipt filer files the printed row; without one nothing is filed.
-    new PrintingPart(context.window, context.form, context.settings, context.paths,
-                     [&window = context.window](const std::vector<std::string>& row) { window.fileReceiptRow(row); });
+    new PrintingPart(context.window, context.form, context.settings, context.paths);
 }
 
 } // namespace zw
