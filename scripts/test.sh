@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing (test peers included), builds everything with warnings as errors and runs all tests;
-# then runs the window-free tests (core, app, ledger, export, lists, mail) once more under ASan and UBSan.
+# then runs the window-free tests (core, app, net, ledger, export, lists, mail, service) once more under ASan and UBSan.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh --tests
@@ -18,4 +18,4 @@ cmake -S . -B "$sanitized" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZETTELWE
   -DZETTELWERK_SANITIZE=ON >/dev/null
 cmake --build "$sanitized" -j "$(nproc)" --target zw_toolkit_free_tests
 export LSAN_OPTIONS="suppressions=$PWD/cmake/lsan.supp" UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-ctest --test-dir "$sanitized" -L '^(core|app|ledger|export|lists|mail|service)$' --output-on-failure -j "$(nproc)" --timeout 600
+ctest --test-dir "$sanitized" -L '^(core|app|net|ledger|export|lists|mail|service)$' --output-on-failure -j "$(nproc)" --timeout 600
