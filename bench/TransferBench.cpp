@@ -1,43 +1,43 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <filesystem>
-#include <string>
-#include <unistd.h>
 
 #include "net/Transfer.h"
+#include "tests/app/TempFolder.h"
 #include "tests/net/Peer.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-// A local HTTP server whose /slow answer trickles for minutes; stopped at the end.
-const zw::test::Peer& httpPeer()
+// A local HTTP server over an empty folder of its own; its /slow answer trickles for minutes. Stopped at the
+// end.
+struct SlowServer
 {
-    static zw::test::Peer peer({"http", fs::temp_directory_path().string()});
-    return peer;
+    zw::test::TempFolder folder;
+    zw::test::Peer peer{{"http", folder.path().string()}};
+};
+
+void pumpUntilFinished(zw::net::Transfer& transfer, zw::net::QueuePoster& queue)
+{
+    transfer.wait([&queue] { queue.pump(std::chrono::milliseconds(5)); });
 }
 
 // From abort() on a running download to the finished event on the caller's thread: the window's "Abbrechen".
 void AbortRunningDownload(benchmark::State& state)
 {
-    const fs::path target = fs::temp_directory_path() / ("zw-bench-slow-" + std::to_string(::getpid()));
+    static SlowServer server;
     for (auto _ : state) {
         state.PauseTiming();
         zw::net::QueuePoster queue;
         bool receiving = false;
         zw::net::Transfer transfer(queue,
                                    {[&](std::int64_t now, std::int64_t) { receiving = now > 0; }, {}, {}});
-        transfer.start(zw::net::HttpGet{httpPeer().url("http", "/slow"), target, {}});
+        transfer.start(zw::net::HttpGet{server.peer.url("http", "/slow"), server.folder / "slow.bin", {}});
         while (!receiving)
             queue.pump(std::chrono::milliseconds(5));
         state.ResumeTiming();
         transfer.abort();
-        while (!transfer.isFinished())
-            queue.pump(std::chrono::milliseconds(5));
-        if (!transfer.result().aborted || fs::exists(target))
+        pumpUntilFinished(transfer, queue);
+        if (!transfer.result().aborted || std::filesystem::exists(server.folder / "slow.bin"))
             state.SkipWithError("the aborted download did not end as aborted, or left a file");
     }
 }
@@ -53,8 +53,7 @@ void SilentServerTimesOut(benchmark::State& state)
         transfer.start(zw::net::HttpGet{silent.url("http", "/version.txt"),
                                         {},
                                         {std::chrono::milliseconds(2000), std::chrono::seconds(1)}});
-        while (!transfer.isFinished())
-            queue.pump(std::chrono::milliseconds(5));
+        pumpUntilFinished(transfer, queue);
         if (!transfer.result().timedOut)
             state.SkipWithError(transfer.result().description.c_str());
     }
