@@ -58,7 +58,69 @@ RunError errorFor(int code)
     }
 }
 
+constexpr std::string_view kTemporaryMark = ".zwtmp-";
+constexpr std::size_t kRandomPart = 6; // mkstemp's XXXXXX
+
+const std::filesystem::file_time_type kProgramStart = std::filesystem::file_time_type::clock::now();
+
+// An open-file-description lock: it belongs to this descriptor and goes when the descriptor is closed.
+bool lockWhole(int fd, short type)
+{
+    struct flock whole
+    {
+    };
+    whole.l_type = type;
+    whole.l_whence = SEEK_SET;
+    return ::fcntl(fd, F_OFD_SETLK, &whole) == 0;
+}
+
 } // namespace
+
+bool isOwnTemporaryFile(std::string_view fileName)
+{
+    if (fileName.size() < 1 + kTemporaryMark.size() + kRandomPart + 1 || fileName.front() != '.')
+        return false;
+    const auto mark = fileName.size() - kRandomPart - kTemporaryMark.size();
+    return fileName.substr(mark, kTemporaryMark.size()) == kTemporaryMark;
+}
+
+int createOwnTemporaryFile(const std::filesystem::path& target, std::string& name, mode_t mode)
+{
+    name = (target.parent_path() / ("." + target.filename().string() + std::string(kTemporaryMark) + "XXXXXX"))
+               .string();
+    int fd = ::mkostemp(name.data(), O_CLOEXEC);
+    if (fd < 0)
+        throw errorFor(errno);
+    if (!lockWhole(fd, F_WRLCK) || ::fchmod(fd, mode) != 0) {
+        int code = errno;
+        ::close(fd);
+        ::unlink(name.c_str());
+        throw errorFor(code);
+    }
+    return fd;
+}
+
+int removeStaleTemporaryFiles(const std::filesystem::path& folder, std::filesystem::file_time_type olderThan)
+{
+    int removed = 0;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        std::error_code entryError;
+        if (!isOwnTemporaryFile(entry.path().filename().string()) || !entry.is_regular_file(entryError) ||
+            entry.is_symlink(entryError) || entry.last_write_time(entryError) >= olderThan || entryError)
+            continue;
+        int fd = ::open(entry.path().c_str(), O_RDWR | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
+        if (fd < 0)
+            continue;
+        // A writer holds its temporary file locked; one that is locked is still being written.
+        if (lockWhole(fd, F_WRLCK) && ::unlink(entry.path().c_str()) == 0)
+            ++removed;
+        ::close(fd);
+    }
+    return removed;
+}
+
+std::filesystem::file_time_type programStartTime() { return kProgramStart; }
 
 void markUnreadable(const std::filesystem::path& path)
 {
@@ -89,9 +151,13 @@ RunError unreadableError(const std::filesystem::path& path)
             " konnte nicht gelesen werden. Sie wird nicht überschrieben, damit ihr Inhalt erhalten bleibt."};
 }
 
-void writeFileAtomically(const std::filesystem::path& requested, std::string_view bytes, mode_t mode)
+void writeFileAtomically(const std::filesystem::path& requested, std::string_view bytes, mode_t mode,
+                         ExistingMode existing)
 {
-    if (isUnreadable(requested))
+    std::error_code statusError;
+    // A mark protects what is there; once the name is gone there is nothing left to lose.
+    if (isUnreadable(requested) &&
+        std::filesystem::status(requested, statusError).type() != std::filesystem::file_type::not_found)
         throw unreadableError(requested);
     // A link the user set up stays a link: its target is what gets replaced.
     std::filesystem::path path = requested;
@@ -105,19 +171,20 @@ void writeFileAtomically(const std::filesystem::path& requested, std::string_vie
     struct stat old
     {
     };
-    if (::stat(path.c_str(), &old) == 0 && S_ISREG(old.st_mode))
-        mode = old.st_mode & 07777;
-    std::string temporary = path.string() + ".XXXXXX";
-    int fd = ::mkstemp(temporary.data());
-    if (fd < 0)
-        throw errorFor(errno);
+    if (::stat(path.c_str(), &old) == 0) {
+        // A FIFO, a device or a folder in the file's place is the user's, not a file to replace.
+        if (!S_ISREG(old.st_mode))
+            throw unreadableError(requested);
+        if (existing == ExistingMode::Keep)
+            mode = old.st_mode & 07777;
+    }
+    std::string temporary;
+    int fd = createOwnTemporaryFile(path, temporary, mode);
     auto fail = [&](int code) {
         ::close(fd);
         ::unlink(temporary.c_str());
         throw errorFor(code);
     };
-    if (::fchmod(fd, mode) != 0)
-        fail(errno);
     const char* data = bytes.data();
     std::size_t left = bytes.size();
     while (left > 0) {
@@ -132,15 +199,10 @@ void writeFileAtomically(const std::filesystem::path& requested, std::string_vie
     }
     if (::fsync(fd) != 0)
         fail(errno);
-    if (::close(fd) != 0) {
-        ::unlink(temporary.c_str());
-        throw errorFor(errno);
-    }
-    if (::rename(temporary.c_str(), path.c_str()) != 0) {
-        int code = errno;
-        ::unlink(temporary.c_str());
-        throw errorFor(code);
-    }
+    // Renamed while still open and locked, so that no starting program takes it for a leftover meanwhile.
+    if (::rename(temporary.c_str(), path.c_str()) != 0)
+        fail(errno);
+    ::close(fd);
     syncFolder(path.parent_path());
 }
 

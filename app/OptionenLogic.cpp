@@ -23,12 +23,6 @@ constexpr std::string_view kStandardRate = "19";
 // unshown.
 constexpr std::array<std::string_view, 5> kShownButtonStyles = {"Vista", "Standard", "Cool", "Extra", "XP-Style"};
 
-bool isFile(const std::filesystem::path& file)
-{
-    std::error_code error;
-    return std::filesystem::is_regular_file(file, error);
-}
-
 } // namespace
 
 OptionenLogic::OptionenLogic(ReceiptForm& form, Settings& settings, const ProgramPaths& paths, FormHost& host,
@@ -58,7 +52,7 @@ void OptionenLogic::load()
 
     m_fields.mwstwert1 = kStandardRate;
     auto rateFile = m_paths.dataFile("mwst.dat");
-    if (isFile(rateFile)) {
+    if (!smallfiles::isMissing(rateFile)) {
         // Unlike the main window, each line replaces the field: the last line wins.
         for (const auto& line : readTextLines(rateFile))
             m_fields.mwstwert1 = line;
@@ -71,7 +65,7 @@ void OptionenLogic::load()
         chooseOption2();
 
     auto printFile = m_paths.dataFile("druck.dat");
-    if (isFile(printFile)) {
+    if (!smallfiles::isMissing(printFile)) {
         auto lines = readTextLines(printFile);
         std::size_t next = 0;
         while (next < lines.size()) {
@@ -86,7 +80,7 @@ void OptionenLogic::load()
     }
 
     auto numberFile = m_paths.dataFile("nummer.dat");
-    if (isFile(numberFile)) {
+    if (!smallfiles::isMissing(numberFile)) {
         m_fields.Text1.clear();
         for (const auto& line : readTextLines(numberFile))
             m_fields.Text1 += line;

@@ -4,6 +4,8 @@
 #include <string>
 #include <unistd.h>
 
+#include "app/AtomicFile.h"
+
 #ifndef ZETTELWERK_BUILD_DIST_DIR
 #define ZETTELWERK_BUILD_DIST_DIR ""
 #endif
@@ -38,6 +40,15 @@ fs::path ProgramPaths::distributionFolder(const fs::path& executableFolder)
 }
 
 ProgramPaths ProgramPaths::locate(const fs::path& executableFolder)
+{
+    ProgramPaths paths = locateHome(executableFolder);
+    // What an interrupted write of an earlier run left behind would otherwise stay forever and fill backups.
+    for (const fs::path& folder : {paths.home(), paths.dataFolder()})
+        removeStaleTemporaryFiles(folder, programStartTime());
+    return paths;
+}
+
+ProgramPaths ProgramPaths::locateHome(const fs::path& executableFolder)
 {
     if (fs::path home = environment("ZETTELWERK_HOME"); !home.empty()) {
         // A fresh portable folder works at once; a folder already in other use is never filled.

@@ -12,7 +12,8 @@ public:
     explicit ProgramPaths(std::filesystem::path home);
 
     // $ZETTELWERK_HOME if set (filled from the distribution when missing or empty); else the executable's folder if it holds daten/ (a portable install);
-    // else $XDG_DATA_HOME/zettelwerk, filled from the distribution data on first start.
+    // else $XDG_DATA_HOME/zettelwerk, filled from the distribution data on first start. Leftovers of interrupted
+    // writes of earlier runs in the folder and in daten/ are removed.
     static ProgramPaths locate(const std::filesystem::path& executableFolder);
 
     // Where the distribution data lies: $ZETTELWERK_DIST, the installed share folder beside the executable,
@@ -35,6 +36,8 @@ public:
     std::filesystem::path resolve(std::string_view programPath) const;
 
 private:
+    static ProgramPaths locateHome(const std::filesystem::path& executableFolder);
+
     std::filesystem::path m_home;
 };
 

@@ -13,12 +13,6 @@
 namespace zw::smallfiles {
 namespace {
 
-bool isFile(const std::filesystem::path& file)
-{
-    std::error_code error;
-    return std::filesystem::is_regular_file(file, error);
-}
-
 std::string joined(const std::vector<std::string>& lines)
 {
     std::string out;
@@ -29,23 +23,29 @@ std::string joined(const std::vector<std::string>& lines)
 
 } // namespace
 
+bool isMissing(const std::filesystem::path& file)
+{
+    std::error_code error;
+    return std::filesystem::status(file, error).type() == std::filesystem::file_type::not_found;
+}
+
 void loadRate(ReceiptForm& form, const ProgramPaths& paths)
 {
     auto file = paths.dataFile("mwst.dat");
-    if (isFile(file)) {
-        auto rate = joined(readTextLines(file));
-        ReceiptForm::Batch batch(form);
-        form.setText(FormElement::Text3, "");
-        form.setText(FormElement::Text3, rate);
-    } else {
+    if (isMissing(file)) {
         writeTextLines(file, {""});
+        return;
     }
+    auto rate = joined(readTextLines(file));
+    ReceiptForm::Batch batch(form);
+    form.setText(FormElement::Text3, "");
+    form.setText(FormElement::Text3, rate);
 }
 
 void loadPrintSetup(ReceiptForm& form, const ProgramPaths& paths)
 {
     auto file = paths.dataFile("druck.dat");
-    if (!isFile(file)) {
+    if (isMissing(file)) {
         savePrintSetup(form, paths);
         return;
     }
@@ -80,7 +80,7 @@ void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths)
 void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
 {
     auto file = paths.dataFile("nummer.dat");
-    if (!isFile(file)) {
+    if (isMissing(file)) {
         saveNumber(file, form.text(FormElement::Text1));
         return;
     }
@@ -95,7 +95,7 @@ void saveNumber(const std::filesystem::path& file, const std::string& number) { 
 
 bool readMark(const std::filesystem::path& file)
 {
-    if (!isFile(file))
+    if (isMissing(file))
         return false;
     auto lines = readTextLines(file);
     if (lines.empty())

@@ -11,6 +11,10 @@ class ProgramPaths;
 // Readers follow the old line-input rules on purpose (joined and appended lines); failures throw RunError.
 namespace smallfiles {
 
+// Only a path that does not exist is missing (a first start); a FIFO, a device, a folder or a file that cannot be
+// read in its place is read and so fails with RunError 75, and stays as it is.
+bool isMissing(const std::filesystem::path& file);
+
 // mwst.dat as the main window reads it: all lines joined into Text3; a missing file is created from the
 // joined text, that is, with one empty line, and Text3 keeps what it had.
 void loadRate(ReceiptForm& form, const ProgramPaths& paths);

@@ -20,12 +20,12 @@ void readFileInBlocks(const std::filesystem::path& path, const std::function<voi
         if (errno == ENOENT || errno == ENOTDIR)
             throw RunError::fileNotFound(); // a missing file is a first start, not a failed read
         markUnreadable(path);
-        throw RunError::pathFileAccess();
+        throw unreadableError(path);
     }
     auto fail = [&] {
         ::close(fd);
         markUnreadable(path);
-        throw RunError::pathFileAccess();
+        throw unreadableError(path);
     };
     struct stat status
     {

@@ -23,7 +23,8 @@ void writeTextLines(const std::filesystem::path& path, const std::vector<std::st
 // Rewrites the file whole with the text converted to Windows-1252, no line ends added.
 void writeTextFile(const std::filesystem::path& path, const std::string& text);
 
-// The raw bytes of a file; throws RunError 53 if it cannot be opened.
+// The raw bytes of a file; throws RunError 53 if it does not exist and RunError 75 (unreadableError) for anything
+// else that cannot be read as a regular file, which is then marked unreadable.
 std::string readFileBytes(const std::filesystem::path& path);
 
 // Hands the file to `consume` in blocks as it is read, with the same checks and marks as readFileBytes.

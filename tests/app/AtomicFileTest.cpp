@@ -1,10 +1,12 @@
 #include "app/AtomicFile.h"
 
+#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include "app/SettingsStore.h"
+#include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
@@ -46,14 +48,72 @@ TEST(AtomicFile, AFileThatCouldNotBeReadIsNeverReplaced)
     EXPECT_THROW(readTextLines(missing), RunError);
     writeTextLines(missing, {"19"});
     EXPECT_EQ(test::readBytes(missing), "19\r\n");
+}
 
-    // The settings store: its INI in place as a folder is not replaced by a file of one key.
-    const auto settingsFolder = folder.path() / "settings";
-    std::filesystem::create_directories(settingsFolder / "zettelwerk.ini");
-    SettingsStore store(settingsFolder);
-    store.save("Zettelwerk", "Options", "Kalender", "1");
-    EXPECT_FALSE(store.lastWriteError().empty());
-    EXPECT_TRUE(std::filesystem::is_directory(settingsFolder / "zettelwerk.ini"));
+TEST(AtomicFile, KnowsItsOwnTemporaryFilesByName)
+{
+    const std::pair<const char*, bool> rows[] = {
+        {".belege.dat.zwtmp-a1B2c3", true},  {".zettelwerk.ini.zwtmp-XyZ012", true},
+        {"belege.dat.zwtmp-a1B2c3", false},  {".belege.dat.a1B2c3", false},
+        {"belege.dat.a1B2c3", false},        {".zwtmp-a1B2c3", false},
+        {".belege.dat.zwtmp-a1B2c", false},  {".belege.dat.zwtmp-a1B2c3.bak", false},
+        {"belege.dat", false},               {"", false},
+    };
+    for (const auto& [name, own] : rows)
+        EXPECT_EQ(isOwnTemporaryFile(name), own) << name;
+    test::TempFolder folder;
+    std::string name;
+    int fd = createOwnTemporaryFile(folder / "belege.dat", name, 0600);
+    ::close(fd);
+    EXPECT_TRUE(isOwnTemporaryFile(std::filesystem::path(name).filename().string())) << name;
+}
+
+// Leftovers of an earlier run go; one being written by a running program, a newer one, a link and the
+// user's own files stay.
+TEST(AtomicFile, StaleTemporaryFilesAreRemovedAndOthersStay)
+{
+    test::TempFolder folder;
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    auto make = [&](const std::string& name) {
+        test::writeBytes(folder / name, "x");
+        std::filesystem::last_write_time(folder / name, old);
+    };
+    make(".belege.dat.zwtmp-AAAAAA");
+    make("belege.dat.XXXXXX.zwtmp-BBBBBB");
+    make(".notiz.txt");
+    test::writeBytes(folder / ".nummer.dat.zwtmp-CCCCCC", "newer");
+    std::filesystem::create_symlink(folder / ".notiz.txt", folder / ".link.zwtmp-DDDDDD");
+    std::string writing;
+    int fd = createOwnTemporaryFile(folder / "autocom.dat", writing, 0644);
+    std::filesystem::last_write_time(writing, old);
+
+    EXPECT_EQ(removeStaleTemporaryFiles(folder.path(), old + std::chrono::minutes(1)), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / ".belege.dat.zwtmp-AAAAAA"));
+    for (const char* stays : {"belege.dat.XXXXXX.zwtmp-BBBBBB", ".notiz.txt", ".nummer.dat.zwtmp-CCCCCC"})
+        EXPECT_TRUE(std::filesystem::exists(folder / stays)) << stays;
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / ".link.zwtmp-DDDDDD"));
+    EXPECT_TRUE(std::filesystem::exists(writing));
+    ::close(fd);
+    EXPECT_EQ(removeStaleTemporaryFiles(folder.path(), old + std::chrono::minutes(1)), 1);
+    EXPECT_EQ(removeStaleTemporaryFiles(folder / "nowhere", old), 0);
+}
+
+// A save that fails half-way leaves no temporary file, and a program folder keeps none from an earlier run.
+TEST(AtomicFile, AFailedSaveAndTheNextStartLeaveNoTemporaryFile)
+{
+    test::TempFolder folder;
+    std::filesystem::create_directories(folder / "daten" / "belege.dat");
+    EXPECT_THROW(writeTextLines(folder / "daten" / "belege.dat", {"x"}), RunError);
+    test::writeBytes(folder / "daten" / ".belege.dat.zwtmp-q1w2e3", "halb");
+    std::filesystem::last_write_time(folder / "daten" / ".belege.dat.zwtmp-q1w2e3",
+                                     programStartTime() - std::chrono::seconds(10));
+    ::setenv("ZETTELWERK_HOME", folder.path().c_str(), 1);
+    ProgramPaths::locate(folder.path());
+    ::unsetenv("ZETTELWERK_HOME");
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "daten"))
+        left.push_back(entry.path().filename().string());
+    EXPECT_EQ(left, std::vector<std::string>{"belege.dat"});
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "app/SmallFiles.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
@@ -96,6 +98,36 @@ TEST_F(SmallFilesTest, MarkFileCountsOnlyWhenItHoldsOne)
         EXPECT_EQ(on, row.on);
     }
     EXPECT_FALSE(smallfiles::readMark(paths.dataFile("sigunteraa.dat")));
+}
+
+// Only a name that does not exist is a first start; whatever else stands there fails with 75 and stays, and a
+// FIFO never blocks the read.
+TEST_F(SmallFilesTest, AFifoADeviceOrAFolderInPlaceOfAFileFailsAndStays)
+{
+    const std::pair<const char*, std::function<void()>> loads[] = {
+        {"mwst.dat", [&] { smallfiles::loadRate(form, paths); }},
+        {"druck.dat", [&] { smallfiles::loadPrintSetup(form, paths); }},
+        {"nummer.dat", [&] { smallfiles::loadNumber(form, paths); }},
+        {"siglogoaa.dat", [&] { smallfiles::readMark(paths.dataFile("siglogoaa.dat")); }},
+    };
+    const std::pair<const char*, std::function<void(const std::filesystem::path&)>> things[] = {
+        {"fifo", [](const std::filesystem::path& file) { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); }},
+        {"folder", [](const std::filesystem::path& file) { std::filesystem::create_directory(file); }},
+        {"device", [](const std::filesystem::path& file) { std::filesystem::create_symlink("/dev/null", file); }},
+    };
+    for (const auto& [name, load] : loads) {
+        for (const auto& [kind, make] : things) {
+            SCOPED_TRACE(std::string(name) + " as " + kind);
+            const auto file = paths.dataFile(name);
+            make(file);
+            const auto type = std::filesystem::status(file).type();
+            EXPECT_EQ(test::errorNumberOf(load), 75);
+            EXPECT_EQ(std::filesystem::status(file).type(), type);
+            std::filesystem::remove(file);
+        }
+    }
+    smallfiles::loadNumber(form, paths);
+    EXPECT_EQ(home.readBytes("nummer.dat"), "00000001\r\n") << "a missing file is still written";
 }
 
 TEST_F(SmallFilesTest, MissingDataFolderFailsWithPathNotFound)
