@@ -131,9 +131,11 @@ void QuittungLogic::load()
         } else if (check == "0") {
             m_form.setVisible(F::Label29, false);
         } else if (check.empty()) {
-            m_host.confirmQuestion("Sie haben noch keine Steuernummer hinterlegt.\rBitte tragen Sie diese im "
-                                   "Menüpunkt Aussteller ein.",
-                                   MessageStyle::Warning, "Steuernummer");
+            // Settings that could not be read are not a first start: the user was told of the file instead.
+            if (m_settings.readable(kApplicationName))
+                m_host.confirmQuestion("Sie haben noch keine Steuernummer hinterlegt.\rBitte tragen Sie diese im "
+                                       "Menüpunkt Aussteller ein.",
+                                       MessageStyle::Warning, "Steuernummer");
             m_form.setVisible(F::Label29, false);
         }
     });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <sys/stat.h>
+#include <utility>
 
 #include "app/AtomicFile.h"
 #include "app/TextFile.h"
@@ -39,16 +40,18 @@ std::string escape(std::string_view text, bool isName)
     return out;
 }
 
+// Undoes escape; a backslash before anything else was written by hand and stays.
 std::string unescape(std::string_view text)
 {
     std::string out;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\' && i + 1 < text.size()) {
-            char next = text[++i];
-            out += next == 'n' ? '\n' : next == 'r' ? '\r' : next;
-        } else {
+        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        if (text[i] != '\\' || std::string_view("\\nr=[]").find(next) == std::string_view::npos || next == '\0') {
             out += text[i];
+            continue;
         }
+        out += next == 'n' ? '\n' : next == 'r' ? '\r' : next;
+        ++i;
     }
     return out;
 }
@@ -71,6 +74,66 @@ std::string environment(const char* name)
     return value ? value : "";
 }
 
+using Line = SettingsStore::Line;
+using Lines = SettingsStore::Lines;
+
+Lines parse(const std::string& text)
+{
+    Lines lines;
+    for (auto& raw : splitLines(text)) {
+        Line line;
+        if (raw.size() >= 2 && raw.front() == '[' && raw.back() == ']') {
+            line.kind = Line::Kind::Section;
+            line.name = unescape(std::string_view(raw).substr(1, raw.size() - 2));
+        } else if (auto separator = findSeparator(raw); separator != std::string::npos) {
+            line.kind = Line::Kind::Key;
+            line.name = unescape(std::string_view(raw).substr(0, separator));
+            line.value = unescape(std::string_view(raw).substr(separator + 1));
+        }
+        line.text = std::move(raw);
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+Line keyLine(std::string_view key, std::string_view value)
+{
+    return {Line::Kind::Key, escape(key, true) + "=" + escape(value, false), std::string(key), std::string(value)};
+}
+
+// The lines of one section: from its head to the next head. Keys before the first section belong to no section
+// the program asks for; they are only kept.
+struct SectionRange
+{
+    std::size_t head;
+    std::size_t end;
+};
+
+std::vector<SectionRange> sectionsNamed(const Lines& lines, std::string_view section)
+{
+    std::vector<SectionRange> found;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].kind != Line::Kind::Section || !sameName(lines[i].name, section))
+            continue;
+        std::size_t end = i + 1;
+        while (end < lines.size() && lines[end].kind != Line::Kind::Section)
+            ++end;
+        found.push_back({i, end});
+    }
+    return found;
+}
+
+Line* findKey(Lines& lines, std::string_view section, std::string_view key)
+{
+    for (const auto& range : sectionsNamed(lines, section)) {
+        for (std::size_t i = range.head + 1; i < range.end; ++i) {
+            if (lines[i].kind == Line::Kind::Key && sameName(lines[i].name, key))
+                return &lines[i];
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 SettingsStore::SettingsStore(std::filesystem::path folder) : m_folder(std::move(folder)) {}
@@ -91,117 +154,138 @@ std::filesystem::path SettingsStore::fileOf(std::string_view application) const
     return m_folder / (lower(application) + ".ini");
 }
 
-SettingsStore::Tree& SettingsStore::tree(std::string_view application) const
+void SettingsStore::setNoticeRoutine(NoticeRoutine routine)
+{
+    m_notice = std::move(routine);
+    if (!m_notice)
+        return;
+    for (const auto& message : std::exchange(m_waitingNotices, {}))
+        m_notice(message);
+}
+
+void SettingsStore::tell(const std::string& message) const
+{
+    if (m_notice)
+        m_notice(message);
+    else
+        m_waitingNotices.push_back(message);
+}
+
+SettingsStore::Lines& SettingsStore::lines(std::string_view application) const
 {
     auto name = lower(application);
-    auto found = m_trees.find(name);
-    if (found != m_trees.end())
+    auto found = m_files.find(name);
+    if (found != m_files.end())
         return found->second;
-    Tree& loaded = m_trees[name];
-    std::string text;
+    Lines& loaded = m_files[name];
+    const auto file = fileOf(application);
     try {
-        text = readFileBytes(fileOf(application));
-    } catch (const RunError&) {
-        return loaded; // no file yet: an empty tree
-    }
-    Section* current = nullptr;
-    for (const auto& line : splitLines(text)) {
-        if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
-            loaded.push_back({unescape(std::string_view(line).substr(1, line.size() - 2)), {}});
-            current = &loaded.back();
-            continue;
+        loaded = parse(readFileBytes(file));
+    } catch (const RunError& error) {
+        if (error.number() != RunError::fileNotFound().number()) {
+            m_unreadable.insert(name);
+            tell("Die Einstellungsdatei " + file.string() +
+                 " konnte nicht gelesen werden. Das Programm arbeitet bis zum Ende mit den Standardwerten und "
+                 "überschreibt die Datei nicht.");
         }
-        auto separator = findSeparator(line);
-        if (current == nullptr || separator == std::string::npos)
-            continue; // a line of no known form is skipped, not fatal
-        current->keys.emplace_back(unescape(std::string_view(line).substr(0, separator)),
-                                   unescape(std::string_view(line).substr(separator + 1)));
     }
     return loaded;
+}
+
+bool SettingsStore::readable(std::string_view application) const
+{
+    lines(application);
+    return !m_unreadable.contains(lower(application));
 }
 
 std::string SettingsStore::serialize(std::string_view application) const
 {
     std::string out;
-    for (const auto& section : tree(application)) {
-        out += "[" + escape(section.name, true) + "]\n";
-        for (const auto& [key, value] : section.keys)
-            out += escape(key, true) + "=" + escape(value, false) + "\n";
-    }
+    for (const auto& line : lines(application))
+        out += line.text + "\n";
     return out;
 }
 
-void SettingsStore::write(std::string_view application)
+bool SettingsStore::change(std::string_view application, const std::function<bool(Lines&)>& edit)
 {
+    if (!edit(lines(application)))
+        return false;
+    if (m_unreadable.contains(lower(application)))
+        return true; // the values hold for this run; what could not be read is never replaced
+    const auto file = fileOf(application);
     try {
         std::error_code ignored;
         if (!std::filesystem::exists(m_folder, ignored)) {
             std::filesystem::create_directories(m_folder, ignored);
             ::chmod(m_folder.c_str(), 0700);
         }
-        writeFileAtomically(fileOf(application), serialize(application), 0600);
+        writeFileAtomically(file, serialize(application), 0600, ExistingMode::Replace);
         m_lastWriteError.clear();
+        m_writeFailureTold = false;
     } catch (const RunError& error) {
         m_lastWriteError = error.description();
+        if (!std::exchange(m_writeFailureTold, true))
+            tell("Die Einstellungen konnten nicht in " + file.string() + " gespeichert werden (" +
+                 error.description() + "). Änderungen gelten nur bis zum Ende des Programms.");
     }
+    return true;
 }
 
 std::string SettingsStore::get(std::string_view application, std::string_view section, std::string_view key,
                                std::string_view defaultValue) const
 {
-    for (const auto& s : tree(application)) {
-        if (!sameName(s.name, section))
-            continue;
-        for (const auto& [name, value] : s.keys) {
-            if (sameName(name, key))
-                return value;
-        }
-    }
+    if (const Line* line = findKey(lines(application), section, key))
+        return line->value;
     return std::string(defaultValue);
 }
 
 void SettingsStore::save(std::string_view application, std::string_view section, std::string_view key,
                          std::string_view value)
 {
-    Tree& sections = tree(application);
-    auto s = std::find_if(sections.begin(), sections.end(), [&](const Section& e) { return sameName(e.name, section); });
-    if (s == sections.end()) {
-        sections.push_back({std::string(section), {}});
-        s = std::prev(sections.end());
-    }
-    auto k = std::find_if(s->keys.begin(), s->keys.end(), [&](const auto& e) { return sameName(e.first, key); });
-    if (k == s->keys.end())
-        s->keys.emplace_back(std::string(key), std::string(value));
-    else
-        k->second = value;
-    write(application);
+    change(application, [&](Lines& lines) {
+        if (Line* line = findKey(lines, section, key)) {
+            if (line->value != value)
+                *line = keyLine(line->name, value);
+            return true;
+        }
+        auto sections = sectionsNamed(lines, section);
+        if (sections.empty()) {
+            lines.push_back({Line::Kind::Section, "[" + escape(section, true) + "]", std::string(section), {}});
+            lines.push_back(keyLine(key, value));
+            return true;
+        }
+        // A new key goes behind the section's last key, before the blank lines and comments that end it.
+        std::size_t at = sections.front().head + 1;
+        for (std::size_t i = at; i < sections.front().end; ++i) {
+            if (lines[i].kind == Line::Kind::Key)
+                at = i + 1;
+        }
+        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), keyLine(key, value));
+        return true;
+    });
 }
 
 bool SettingsStore::remove(std::string_view application, std::string_view section, std::string_view key)
 {
-    Tree& sections = tree(application);
-    for (auto& s : sections) {
-        if (!sameName(s.name, section))
-            continue;
-        auto k = std::find_if(s.keys.begin(), s.keys.end(), [&](const auto& e) { return sameName(e.first, key); });
-        if (k == s.keys.end())
+    return change(application, [&](Lines& lines) {
+        Line* line = findKey(lines, section, key);
+        if (line == nullptr)
             return false;
-        s.keys.erase(k);
-        write(application);
+        lines.erase(lines.begin() + (line - lines.data()));
         return true;
-    }
-    return false;
+    });
 }
 
 bool SettingsStore::removeSection(std::string_view application, std::string_view section)
 {
-    Tree& sections = tree(application);
-    auto s = std::find_if(sections.begin(), sections.end(), [&](const Section& e) { return sameName(e.name, section); });
-    if (s == sections.end())
-        return false;
-    sections.erase(s);
-    write(application);
-    return true;
+    return change(application, [&](Lines& lines) {
+        auto sections = sectionsNamed(lines, section);
+        if (sections.empty())
+            return false;
+        lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(sections.front().head),
+                    lines.begin() + static_cast<std::ptrdiff_t>(sections.front().end));
+        return true;
+    });
 }
 
 } // namespace zw

@@ -24,6 +24,9 @@ public:
     // Deleting what is not there is a failure (false); the program's callers ignore it.
     virtual bool remove(std::string_view application, std::string_view section, std::string_view key) = 0;
     virtual bool removeSection(std::string_view application, std::string_view section) = 0;
+    // False while the application's stored tree exists but could not be read: then every key reads as its default,
+    // which is no sign of a first start.
+    virtual bool readable(std::string_view /*application*/) const { return true; }
 };
 
 } // namespace zw

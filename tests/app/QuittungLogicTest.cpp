@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/ProgramFolder.h"
 #include "tests/app/RecordingParts.h"
@@ -50,6 +51,23 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(home.readBytes("nummer.dat"), "00000001\r\n");
     EXPECT_EQ(home.readBytes("druck.dat"), "\r\n\r\n\r\n");
     EXPECT_EQ(settings.option("Options", "Menue"), "XP");
+}
+
+// Settings that could not be read are no first start: the user is told of the file, not asked for a tax number,
+// and the start's own writes leave the file alone.
+TEST(QuittungLogicStart, UnreadableSettingsAskNoTaxNumberAndStayAsTheyAre)
+{
+    test::ProgramFolder home;
+    std::filesystem::create_directories(home.folder / "config" / "zettelwerk.ini");
+    SettingsStore settings(home.folder / "config");
+    test::FakeHost host;
+    ReceiptForm form;
+    form.attach(&settings, &host);
+    test::RecordingParts parts;
+    QuittungLogic(form, settings, home.paths, host, parts, [] { return std::string("23.11.2026"); }).load();
+    EXPECT_TRUE(host.questions.empty());
+    EXPECT_FALSE(form.isVisible(F::Label29));
+    EXPECT_TRUE(std::filesystem::is_directory(home.folder / "config" / "zettelwerk.ini"));
 }
 
 // Everything the user chose last time must be back after a restart.

@@ -1,6 +1,7 @@
 #include "app/SettingsStore.h"
 
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -81,6 +82,89 @@ TEST(SettingsStore, DamagedFileLinesAreSkipped)
     SettingsStore store(folder.path());
     EXPECT_EQ(store.get("Zettelwerk", "Options", "Menue", ""), "2003");
     EXPECT_EQ(store.get("Zettelwerk", "Options", "no separator", "x"), "x");
+}
+
+// A file edited by hand keeps every line the program did not change: comments, keys before the first section,
+// lines without "=", blank lines and backslashes.
+TEST(SettingsStore, KeepsWhatItDidNotWrite)
+{
+    test::TempFolder folder;
+    const std::string handWritten = "; von Hand\r\nvorab=1\r\n\r\n[Options]\r\n# Pfad der Belege\r\n"
+                                    "Ablage=D:\\Belege\\2026\\\r\nMenue=XP\r\nohne Gleichheitszeichen\r\n\r\n"
+                                    "[Steuer]\r\nSteuer_Check=1\r\n";
+    test::writeBytes(folder / "zettelwerk.ini", handWritten);
+    SettingsStore store(folder.path());
+    EXPECT_EQ(store.get("Zettelwerk", "Options", "Ablage", ""), "D:\\Belege\\2026\\");
+    store.save("Zettelwerk", "Options", "Menue", "2007");
+    store.save("Zettelwerk", "Options", "Kalender", "1");
+    store.save("Zettelwerk", "Waehrung", "waehr.Text", "CHF");
+    EXPECT_TRUE(store.remove("Zettelwerk", "Steuer", "Steuer_Check"));
+    EXPECT_EQ(test::readBytes(folder / "zettelwerk.ini"),
+              "; von Hand\nvorab=1\n\n[Options]\n# Pfad der Belege\nAblage=D:\\Belege\\2026\\\nMenue=2007\n"
+              "Kalender=1\nohne Gleichheitszeichen\n\n[Steuer]\n[Waehrung]\nwaehr.Text=CHF\n");
+    SettingsStore next(folder.path());
+    EXPECT_EQ(next.get("Zettelwerk", "Options", "Ablage", ""), "D:\\Belege\\2026\\");
+    EXPECT_EQ(next.get("Zettelwerk", "Options", "Menue", ""), "2007");
+}
+
+TEST(SettingsStore, AnExistingFileBecomesPrivateAtTheNextSave)
+{
+    test::TempFolder folder;
+    test::writeBytes(folder / "zettelwerk.ini", "[EMail]\nPasswort=geheim\n");
+    ::chmod((folder / "zettelwerk.ini").c_str(), 0644);
+    SettingsStore store(folder.path());
+    store.save("Zettelwerk", "EMail", "Name", "Anna");
+    struct stat info{};
+    ASSERT_EQ(::stat((folder / "zettelwerk.ini").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777, 0600u);
+}
+
+// Told once in German, naming the file; a later success and a new failure tell again.
+TEST(SettingsStore, AFailedWriteIsToldOnce)
+{
+    test::TempFolder folder;
+    std::ofstream(folder / "blocker") << "x";
+    SettingsStore store(folder / "blocker" / "Zettelwerk");
+    store.save("Zettelwerk", "Options", "Menue", "2007");
+    std::vector<std::string> told;
+    store.setNoticeRoutine([&told](const std::string& message) { told.push_back(message); });
+    store.save("Zettelwerk", "Options", "Buttons", "Flat");
+    ASSERT_EQ(told.size(), 1u) << "a notice raised before the routine was set waits for it";
+    EXPECT_NE(told[0].find("Die Einstellungen konnten nicht in " + (folder / "blocker").string()), std::string::npos)
+        << told[0];
+    EXPECT_EQ(store.get("Zettelwerk", "Options", "Buttons", ""), "Flat");
+}
+
+// Whatever stands in the file's place, the program runs on defaults, is told once which file, and never
+// replaces it.
+TEST(SettingsStore, AnUnreadableFileIsToldOnceAndNeverWrittenOver)
+{
+    const std::pair<const char*, std::function<void(const std::filesystem::path&)>> things[] = {
+        {"fifo", [](const std::filesystem::path& file) { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); }},
+        {"folder", [](const std::filesystem::path& file) { std::filesystem::create_directories(file / "x"); }},
+    };
+    for (const auto& [kind, make] : things) {
+        SCOPED_TRACE(kind);
+        test::TempFolder folder;
+        const auto file = folder / "zettelwerk.ini";
+        make(file);
+        const auto type = std::filesystem::status(file).type();
+        SettingsStore store(folder.path());
+        std::vector<std::string> told;
+        store.setNoticeRoutine([&told](const std::string& message) { told.push_back(message); });
+        EXPECT_EQ(store.get("Zettelwerk", "Steuer", "Steuer_Check", "leer"), "leer");
+        EXPECT_FALSE(store.readable("Zettelwerk"));
+        store.save("Zettelwerk", "Options", "Menue", "2007");
+        store.removeSection("Zettelwerk", "Options");
+        store.save("Zettelwerk", "Options", "Menue", "2003");
+        EXPECT_EQ(store.get("Zettelwerk", "Options", "Menue", ""), "2003");
+        EXPECT_EQ(std::filesystem::status(file).type(), type);
+        ASSERT_EQ(told.size(), 1u);
+        EXPECT_EQ(told[0], "Die Einstellungsdatei " + file.string() +
+                               " konnte nicht gelesen werden. Das Programm arbeitet bis zum Ende mit den "
+                               "Standardwerten und überschreibt die Datei nicht.");
+        EXPECT_TRUE(store.readable("zettelwerk.tips")) << "another application's file is its own matter";
+    }
 }
 
 } // namespace
