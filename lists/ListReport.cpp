@@ -54,8 +54,13 @@ void ListReportTexts::addRow(int row, std::int32_t& sum) const
 {
     if (!m_table.kind().hasAmounts)
         return;
+    // A row without an amount, or with text in its place from elsewhere, adds nothing, so that the report of the
+    // other rows still stands.
+    const std::string& betrag = m_table.cell(row, "betrag");
+    if (!isNumeric(betrag))
+        return;
     // The currency conversion keeps four decimals; the integer store then rounds the whole sum.
-    const double amount = std::round(parseAmount(m_table.cell(row, "betrag")) * 10000.0) / 10000.0;
+    const double amount = std::round(parseAmount(betrag) * 10000.0) / 10000.0;
     sum = roundHalfEven(static_cast<double>(sum) + amount);
 }
 

@@ -48,7 +48,7 @@ public:
     }
     std::string pageHeader(int page, int pages) const;
     std::string pageFooter(int page, int pages, std::int32_t sum) const;
-    // Adds the row's betrag read as a currency value; throws RunError 13 for a betrag that is no number.
+    // Adds the row's betrag read as a currency value; an empty betrag or one that is no number adds nothing.
     void addRow(int row, std::int32_t& sum) const;
 
 private:

@@ -173,6 +173,9 @@ std::string ListTable::fileBytes() const
 {
     std::string text;
     for (const auto& row : m_rows) {
+        // A row added but not typed into yet is no row of the file: it is saved once something was entered.
+        if (std::all_of(row.begin(), row.end(), [](const std::string& cell) { return cell.empty(); }))
+            continue;
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (i > 0)
                 text += ';';
@@ -199,6 +202,13 @@ void takeOverRow(const ListTable& table, int row, bool gross, ReceiptForm& form)
     }
     form.setText(FormElement::Text7, table.cell(row, "fuer"));
     form.setText(FormElement::Text3, table.cell(row, "mwst"));
+    if (table.cell(row, "betrag").empty()) {
+        // A row without an amount has nothing to compute, as RETURN in an empty amount field; the amounts of
+        // the receipt before are not left standing beside the new purpose.
+        for (FormElement amount : {FormElement::Text10, FormElement::Text11, FormElement::Text12, FormElement::Text4})
+            form.setText(amount, "");
+        return;
+    }
     if (gross) {
         form.setText(FormElement::Text12, table.cell(row, "betrag"));
         rechnen1(form);

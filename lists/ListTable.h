@@ -80,7 +80,8 @@ public:
     // reformatted with "#####.##". Throws RunError 53 for a missing file and the unreadable-file error when
     // it cannot be read (which also keeps it from ever being written over).
     void load(const std::filesystem::path& file);
-    // The file's bytes: each row's cells joined by ";", CR LF after each, Windows-1252.
+    // The file's bytes: each row's cells joined by ";", CR LF after each, Windows-1252. A row whose cells are all
+    // empty is left out until something is typed into it.
     std::string fileBytes() const;
     // Replaces the file whole through the atomic replacement; throws RunError on failure.
     void save(const std::filesystem::path& file) const;
@@ -94,8 +95,8 @@ private:
 std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);
 
 // hinzu_bar: the current row into the receipt. The article list's betrag goes to Text12 with gross chosen
-// (then rechnen1 runs), else to Text10 (then rechnen2 runs), so the other amounts and the words follow.
-// Throws what the amount computation throws.
+// (then rechnen1 runs), else to Text10 (then rechnen2 runs), so the other amounts and the words follow; a row
+// without an amount empties the amounts and words instead. Throws what the amount computation throws.
 void takeOverRow(const ListTable& table, int row, bool gross, ReceiptForm& form);
 
 } // namespace zw

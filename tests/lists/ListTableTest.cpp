@@ -128,5 +128,36 @@ TEST(ListReportTest, FootersCountTheRowsAndSumTheAmountsPageByPage)
     EXPECT_EQ(progressPercent(2, 0, 3), 67);
 }
 
+// A new row reaches the file once something was typed into it; a row without an amount from elsewhere takes
+// over its purpose and rate and leaves the receipt's amounts empty, and the report of the others still stands.
+TEST(ListTableTest, ARowWithoutAmountIsNeitherSavedEmptyNorBreaksReportAndTakeOver)
+{
+    test::TempFolder folder;
+    const auto file = folder / "artikel_fuer.txt";
+    writeBytes(file, "Buch;12,5;7\r\nOhne Betrag;;19\r\nAnfrage;auf Anfrage;7\r\n");
+    ListTable articles(articleList());
+    articles.load(file);
+    articles.insertRow(articles.rowCount());
+    articles.save(file);
+    EXPECT_EQ(test::readBytes(file), "Buch;12,5;7\r\nOhne Betrag;;19\r\nAnfrage;auf Anfrage;7\r\n");
+    articles.setCell(3, 0, "Neu");
+    articles.save(file);
+    EXPECT_TRUE(test::readBytes(file).ends_with("\r\nNeu;;\r\n"));
+
+    std::int32_t sum = 0;
+    const std::string report = shownText(listReportHtml(articles, {}, nullptr, "24.11.2026", sum));
+    EXPECT_TRUE(report.ends_with("Anzahl Datensätze: 4\n>Endsumme: 12,00 €\n")) << report;
+
+    ReceiptForm form;
+    takeOverRow(articles, 0, true, form);
+    takeOverRow(articles, 1, true, form);
+    EXPECT_EQ(form.text(F::Text7), "Ohne Betrag");
+    EXPECT_EQ(form.text(F::Text3), "19");
+    for (F amount : {F::Text10, F::Text11, F::Text12, F::Text4})
+        EXPECT_EQ(form.text(amount), "") << static_cast<int>(amount);
+    takeOverRow(articles, 0, false, form);
+    EXPECT_EQ(form.text(F::Text12), "13,38");
+}
+
 } // namespace
 } // namespace zw

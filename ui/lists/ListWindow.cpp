@@ -255,7 +255,6 @@ void ListWindow::newRow()
 {
     const int row = m_table.rowCount();
     m_model->reset([this, row] { m_table.insertRow(row); });
-    save(GridOperation::Add);
     const QModelIndex first = m_model->index(row, 0);
     m_grid->setCurrentIndex(first);
     m_grid->edit(first);
