@@ -36,9 +36,13 @@ struct Timeouts {
 
 struct HttpGet {
     std::string url;
-    std::filesystem::path targetFile; // empty: keep the body in memory (Transfer::body())
+    // Empty: keep the body in memory (Transfer::body()). Else the body goes block by block into a temporary file
+    // beside it, which is synced and renamed onto it once the whole answer arrived; only a 200 answer that
+    // announces its length is written, anything else is refused before its first byte is counted.
+    std::filesystem::path targetFile;
     Timeouts timeouts;
     long receiveBlock = 0; // largest piece read at once; 0 leaves curl's own
+    std::size_t bodyLimit = 0; // in memory: reading stops after this many bytes and the transfer ends as complete
 };
 
 struct SmtpSend {

@@ -18,7 +18,7 @@ std::string backupArchivePath(const std::string& folder)
     return folder + "/" + kBackupArchiveName;
 }
 
-int packData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status)
+int packData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status, const ZipNotice&)
 {
     ZipArchive zip;
     zip.SetLanguage(1);
@@ -26,11 +26,12 @@ int packData(const ProgramPaths& paths, const std::string& folder, const ZipStat
     return zip.ZipFolder(backupArchivePath(folder), paths.dataFolder() / "", "", 1, status);
 }
 
-int restoreData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status)
+int restoreData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status,
+                const ZipNotice& notice)
 {
     ZipArchive zip;
     zip.SetLanguage(1);
-    return zip.UnZip(backupArchivePath(folder), paths.home(), "", 2, status);
+    return zip.UnZip(backupArchivePath(folder), paths.home(), "", 2, status, notice);
 }
 
 std::string packedText(int count) { return std::to_string(count) + " Datei(en) gesichert."; }

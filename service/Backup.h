@@ -20,9 +20,13 @@ inline constexpr const char* kBackupArchiveName = "backup_zw6.zip";
 std::string backupArchivePath(const std::string& folder);
 
 // Packs ProgramPath/daten/ into the fixed archive in `folder` at level 6; returns the number of files stored.
-int packData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status);
+int packData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status,
+             const ZipNotice& notice = {});
 // Restores the fixed archive in `folder` over the program folder without asking; returns the files restored.
-int restoreData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status);
+// What it leaves out on purpose (a link out of the program folder, an archive that would write too much) is told
+// through `notice`.
+int restoreData(const ProgramPaths& paths, const std::string& folder, const ZipStatus& status,
+                const ZipNotice& notice = {});
 
 std::string packedText(int count);   // "<n> Datei(en) gesichert."
 std::string restoredText(int count); // "<n> Datei(en) rückgesichert."

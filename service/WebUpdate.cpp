@@ -139,6 +139,8 @@ void clsDownload::Download(const std::string& url, const std::string& folder)
     m_started = std::chrono::steady_clock::now();
     net::TransferEvents events;
     events.progress = [this](std::int64_t now, std::int64_t total) {
+        if (now <= 0)
+            return; // no block has arrived yet, and an error page never becomes one
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
                                  std::chrono::steady_clock::now() - m_started)
                                  .count();
@@ -161,18 +163,11 @@ void clsDownload::Download(const std::string& url, const std::string& folder)
         else if (result.contentLength <= 0)
             fail(3, nullptr);
         else if (!result.ok())
-            fail(1, result.description.c_str()); // broken after the answer began
-        else {
-            try {
-                writeFileAtomically(m_target, m_transfer->body());
-            } catch (const RunError& error) {
-                fail(error.number(), error.description().c_str());
-            }
-        }
+            fail(1, result.description.c_str()); // broken after the answer began, or the file not writable
         end();
     };
     m_transfer = std::make_unique<net::Transfer>(m_poster, std::move(events));
-    m_transfer->start(net::HttpGet{url, {}, timeouts, kBlockSize});
+    m_transfer->start(net::HttpGet{url, m_target, timeouts, kBlockSize});
 }
 
 void clsDownload::StopDownload()
@@ -193,6 +188,13 @@ std::string updateDescriptionUrl(const VendorAddresses& vendor)
     while (!base.empty() && base.back() == '/')
         base.pop_back();
     return base + "/update/quittung/webup.inf";
+}
+
+net::HttpGet updateDescriptionRequest(const VendorAddresses& vendor)
+{
+    net::HttpGet request{updateDescriptionUrl(vendor), {}, {}, 0};
+    request.bodyLimit = kDescriptionLimit;
+    return request;
 }
 
 UpdateOutcome UpdateCheck::take(const std::string& response, const std::filesystem::path& localCopy,
@@ -263,6 +265,13 @@ DownloadDisplay downloadDisplay(const clsDownload& download, const NumberSeparat
     shown.status = "Status: Download läuft " + formatted(ratio * 100.0, separators, 1, false) + "% empfangen";
     shown.percent = static_cast<int>(std::lround(ratio * 100.0));
     return shown;
+}
+
+std::string downloadEndStatus(const clsDownload& download)
+{
+    if (download.ErrorNumber != 0)
+        return downloadDisplay(download, {}).status;
+    return "Status: Update ist runtergeladen!";
 }
 
 std::string updateStartQuestion()

@@ -51,7 +51,8 @@ public:
     std::function<void()> Finished; // Download has come to its end, whatever the outcome
 
     // Starts fetching `url` into `folder` + the URL's last segment; the folder is joined without a separator.
-    // The file is written whole when the transfer ends, so an aborted or broken transfer leaves no short file.
+    // The blocks go into a temporary file beside it, renamed onto it only when the whole answer arrived, so an
+    // aborted or broken transfer leaves no short file; an answer other than 200 is an error before any block.
     void Download(const std::string& url, const std::string& folder);
     // Asks a running transfer to stop; it ends within a second, without writing the file.
     void StopDownload();
@@ -76,6 +77,8 @@ std::string downloadErrorDescription(std::int32_t number);
 
 // Where the update description lies on the vendor's server.
 std::string updateDescriptionUrl(const VendorAddresses& vendor);
+// The fetch of the description; reading stops at the description's limit while it arrives.
+net::HttpGet updateDescriptionRequest(const VendorAddresses& vendor);
 
 enum class UpdateOutcome { Newer, Same, Older };
 
@@ -101,6 +104,9 @@ std::string installerName();
 // Renames <folder>/zettelwerk.exe to that name and returns the new path. An existing target throws RunError 58, a
 // missing download RunError 53.
 std::filesystem::path renameInstaller(const std::filesystem::path& folder);
+
+// The status line once a download has ended: the error line stays when it failed, as there is no file.
+std::string downloadEndStatus(const clsDownload& download);
 
 // The number format of the user's locale.
 struct NumberSeparators

@@ -31,7 +31,10 @@ std::span<const CliCommand> commands()
         CliCommand{"net", "net BETRAG --rate SATZ     Netto eingeben: Netto, MwSt., Brutto, Worte", &runNet},
         CliCommand{"restore", "restore ORDNER             ORDNER/backup_zw6.zip in den Programmordner rücksichern",
                    &runRestore},
-        CliCommand{"update", "update check               Auf dem Server nach einer neuen Version suchen", &runUpdate},
+        CliCommand{"update",
+                   "update check | fetch ORDNER Auf dem Server nach einer neuen Version suchen; fetch lädt ihr "
+                   "Installationsprogramm nach ORDNER",
+                   &runUpdate},
     };
     return kCommands;
 }

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "app/VendorAddresses.h"
 #include "tests/app/TempFolder.h"
 #include "tests/net/Peer.h"
 
@@ -65,14 +66,15 @@ TEST_F(DownloadTest, TheInstallerArrivesWholeAndEveryFailureHasItsNumber)
         std::string url;
         int number;
         std::string description;
+        int mostCounted; // an error page's bytes are never counted as received
     } failures[] = {
-        {server.url("http", "/fehlt.exe"), 404, "Datei nicht gefunden"},
-        {server.url("http", "/zero"), 3, "Downloadgröße 0 Byte"},
-        {server.url("http", "/chunked"), 3, "Downloadgröße 0 Byte"},
-        {server.url("http", "/reset"), 1, "Die Verbindung zum Server wurde unterbrochen."},
-        {server.url("https", "/zettelwerk.exe"), 2, "URL nicht interpretierbar"},
-        {"kein Ort", 2, "URL nicht interpretierbar"},
-        {"http://127.0.0.1:1/zettelwerk.exe", 1, "Server nicht gefunden"},
+        {server.url("http", "/fehlt.exe"), 404, "Datei nicht gefunden", 0},
+        {server.url("http", "/zero"), 3, "Downloadgröße 0 Byte", 0},
+        {server.url("http", "/chunked"), 3, "Downloadgröße 0 Byte", 0},
+        {server.url("http", "/reset"), 1, "Die Verbindung zum Server wurde unterbrochen.", 20000},
+        {server.url("https", "/zettelwerk.exe"), 2, "URL nicht interpretierbar", 0},
+        {"kein Ort", 2, "URL nicht interpretierbar", 0},
+        {"http://127.0.0.1:1/zettelwerk.exe", 1, "Server nicht gefunden", 0},
     };
     for (const auto& failure : failures) {
         SCOPED_TRACE(failure.url);
@@ -82,6 +84,7 @@ TEST_F(DownloadTest, TheInstallerArrivesWholeAndEveryFailureHasItsNumber)
         fetch(download, failure.url);
         EXPECT_EQ(download.ErrorNumber, failure.number);
         EXPECT_EQ(download.ErrorDescription, failure.description);
+        EXPECT_LE(download.ReceivedBytes, failure.mostCounted);
         EXPECT_EQ(downloadDisplay(download, {}).status,
                   "Status: Fehler " + std::to_string(failure.number) + ", " + failure.description);
         EXPECT_TRUE(fs::is_empty(m_served / "ziel")) << "a short or foreign file was written";
@@ -97,6 +100,20 @@ TEST_F(DownloadTest, StoppingASlowTransferEndsItWithoutAFile)
     EXPECT_EQ(download.ErrorNumber, 0);
     EXPECT_LT(download.ReceivedBytes, 100000);
     EXPECT_FALSE(fs::exists(m_served / "ziel" / "slow"));
+}
+
+TEST_F(DownloadTest, TheDescriptionStopsAtItsLimitWhileItArrives)
+{
+    fs::create_directories(m_served / "update" / "quittung");
+    test::writeBytes(m_served / "update" / "quittung" / "webup.inf", std::string(3 << 20, 'x'));
+    test::Peer server({"http", m_served.string()});
+    VendorAddresses vendor;
+    vendor.updateServer = server.url("http", "/");
+    net::Transfer description(m_queue, {});
+    description.start(updateDescriptionRequest(vendor));
+    description.wait([this] { m_queue.pump(std::chrono::milliseconds(50)); });
+    EXPECT_TRUE(description.result().ok()) << description.result().description;
+    EXPECT_EQ(description.body().size(), 524288u);
 }
 
 TEST(UpdateCheckTest, ASecondCheckAppendsToTheCaptionsAndSoComparesTheDoubledText)

@@ -2,11 +2,14 @@
 hostile archives made here, and an HTTP server on 127.0.0.1. Usage: service_cli_check.py CLI"""
 import http.server
 import os
+import shutil
+import signal
 import struct
 import subprocess
 import sys
 import tempfile
 import threading
+import time
 import warnings
 import zipfile
 import zlib
@@ -24,6 +27,11 @@ def check(condition, what):
 
 def run(*args):
     return subprocess.run([cli, "--home", str(home), "--config", str(config), *args], capture_output=True, text=True)
+
+
+def run_with_timeout(seconds, *args):
+    return subprocess.run([cli, "--home", str(home), "--config", str(config), *args], capture_output=True, text=True,
+                          timeout=seconds)
 
 
 def files_below(folder):
@@ -95,6 +103,7 @@ with tempfile.TemporaryDirectory() as tmp:
         ("daten\\..\\..\\evil.txt", b"x"),
         ("C:/evil.txt", b"x"),
         ("daten/ausgang/ziel.txt", b"ueberschrieben"),
+        ("daten/ausgang/neu/datei.txt", b"x"),
         ("anderes/datei.txt", b"x"),
     ]
     for entry, content in hostile:
@@ -115,7 +124,73 @@ with tempfile.TemporaryDirectory() as tmp:
     (data / "ausgang").unlink()
     check(files_below(data) == before and files_below(outside) == {"ziel.txt": b"unberuehrt"}, "hostile changed")
     check(not (tmp / "evil.txt").exists() and not (home / "anderes").exists(), "written outside")
+    check(not (outside / "neu").exists(), "folder made outside daten/ through a link")
     check(not [p for p in data.rglob(".*")], "temporary files left")
+
+    # A data file kept elsewhere through a link is packed with its content under its own name, and the program's
+    # leftovers of interrupted writes are not packed. A restore writes through a link inside the program folder
+    # (which keeps its owner-only mode) and leaves one leading out of it alone, naming it.
+    elsewhere, kept = tmp / "anderswo", home / "ablage"
+    elsewhere.mkdir()
+    kept.mkdir()
+    (elsewhere / "belege.dat").write_bytes(b"1;extern\r\n")
+    (kept / "adressbuch.dat").write_bytes(b"Meier;meier@example.org\r\n")
+    (kept / "adressbuch.dat").chmod(0o600)
+    for name, link in (("belege.dat", elsewhere / "belege.dat"), ("adressbuch.dat", Path("../ablage/adressbuch.dat"))):
+        (data / name).unlink()
+        (data / name).symlink_to(link)
+    leftovers = [".belege.dat.zwtmp-Ab12Cd", ".backup_zw6.zip.zwtmp-Ef34Gh.ij56kl"]
+    for name in leftovers:
+        (data / name).write_bytes(b"halb")
+    check(run("backup", str(store)).returncode == 0, "backup with links")
+    with zipfile.ZipFile(archive) as z:
+        packed = {i.filename: z.read(i) for i in z.infolist()}
+    check(packed.get("daten/belege.dat") == b"1;extern\r\n" and
+          packed.get("daten/adressbuch.dat") == b"Meier;meier@example.org\r\n", f"links packed as {sorted(packed)}")
+    check(not [name for name in packed if "zwtmp" in name], f"temporary files packed: {sorted(packed)}")
+    for name in leftovers:
+        (data / name).unlink()
+    (elsewhere / "belege.dat").write_bytes(b"anders")
+    (kept / "adressbuch.dat").write_bytes(b"anders")
+    result = run("restore", str(store))
+    check((kept / "adressbuch.dat").read_bytes() == b"Meier;meier@example.org\r\n" and
+          (data / "adressbuch.dat").is_symlink() and (kept / "adressbuch.dat").stat().st_mode & 0o777 == 0o600,
+          "restore through a link inside the program folder")
+    check((elsewhere / "belege.dat").read_bytes() == b"anders" and (data / "belege.dat").is_symlink() and
+          f"daten/belege.dat ist eine Verknüpfung nach {elsewhere / 'belege.dat'}" in result.stderr,
+          f"link out of the program folder: {result}")
+
+    # Durability, as the system calls show it: the archive and its folder are synced before the rename and the
+    # folder after it; a restore syncs what it unpacked before any rename and then each folder it changed.
+    def traced(*args):
+        log = tmp / "strace.log"
+        subprocess.run(["strace", "-f", "-qq", "-y", "-o", str(log), "-e", "trace=fsync,syncfs,rename,renameat,renameat2",
+                        cli, "--home", str(home), "--config", str(config), *args], capture_output=True, check=True)
+        return log.read_text().splitlines()
+
+    if shutil.which("strace"):
+        calls = traced("backup", str(store))
+        last = max(i for i, c in enumerate(calls) if "rename" in c and c.split('"')[3].endswith("/backup_zw6.zip"))
+        check(any(".backup_zw6.zip.zwtmp-" in c for c in calls[:last] if "fsync" in c) and
+              any(f"fsync(3<{store}>)" in c for c in calls[:last]) and
+              any(f"<{store}>" in c for c in calls[last:] if "fsync" in c), "backup not synced:\n" + "\n".join(calls))
+        calls = traced("restore", str(store))
+        renames = [i for i, c in enumerate(calls) if "rename" in c]
+        check(renames and any("syncfs" in c for c in calls[:renames[0]]) and
+              any(f"fsync" in c and f"<{data}>" in c for c in calls[renames[-1]:]), "restore not synced:\n" +
+              "\n".join(calls))
+    else:
+        print("strace is missing: the syncs of backup and restore are not checked")
+
+    # An archive that would write far more than it holds restores nothing and says why.
+    with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED) as z, z.open("daten/flut.dat", "w") as packed_file:
+        for _ in range(96):
+            packed_file.write(bytes(1 << 20))
+    result = run("restore", str(store))
+    check(result.returncode == 1 and "Es wurde nichts wiederhergestellt." in result.stderr and
+          not (data / "flut.dat").exists(), f"flood restored: {result}")
+    for name in ("belege.dat", "adressbuch.dat"):
+        (data / name).unlink()
 
     # A damaged archive restores nothing; a folder without an archive gives 0; an empty daten/ packs nothing.
     archive.write_bytes(b"PK\x03\x04 kaputt")
@@ -131,25 +206,61 @@ with tempfile.TemporaryDirectory() as tmp:
 
     # Update check against a local server: newer, equal (by text: 10.0.0 sorts before 6.0.0), short answers.
     answers = {}
+    installer = os.urandom(8192 * 4 + 100)
+    big = 64 << 20
 
     class Handler(http.server.BaseHTTPRequestHandler):
         def log_message(self, *args):
             pass
 
         def do_GET(self):
-            body = answers.get(self.path)
+            try:
+                self.answer()
+            except (BrokenPipeError, ConnectionResetError):
+                pass  # the client stopped reading, as some cases want
+
+        def answer(self):
+            if self.path == "/endlos/webup.inf":  # a description that never ends
+                self.send_response(200)
+                self.end_headers()
+                while True:
+                    self.wfile.write(b"x" * 65536)
+            if self.path == "/gross/zettelwerk.exe":
+                self.send_response(200)
+                self.send_header("Content-Length", str(big))
+                self.end_headers()
+                for _ in range(big >> 20):
+                    self.wfile.write(bytes(1 << 20))
+                return
+            if self.path in ("/kaputt/zettelwerk.exe", "/langsam/zettelwerk.exe"):  # half, then gone; or a drip
+                self.send_response(200)
+                self.send_header("Content-Length", "10000000")
+                self.end_headers()
+                for _ in range(1 if "kaputt" in self.path else 1000):
+                    self.wfile.write(b"x" * 30000)
+                    self.wfile.flush()
+                    time.sleep(0.05)
+                return
+            body = installer if self.path == "/zettelwerk.exe" else answers.get(self.path)
             self.send_response(200 if body is not None else 404)
-            self.send_header("Content-Length", str(len(body or b"")))
+            body = body if body is not None else b"<html>Nicht gefunden</html>" * 50
+            self.send_header("Content-Length", str(len(body)))
             self.end_headers()
-            self.wfile.write(body or b"")
+            self.wfile.write(body)
 
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+    server.daemon_threads = True
     threading.Thread(target=server.serve_forever, daemon=True).start()
-    (home / "vendor.ini").write_text(f"updateServer=http://127.0.0.1:{server.server_address[1]}/\n")
+    base = f"http://127.0.0.1:{server.server_address[1]}"
+    (home / "vendor.ini").write_text(f"updateServer={base}/\n")
     path = "/update/quittung/webup.inf"
+
+    def describe(version, url=f"{base}/zettelwerk.exe"):
+        answers[path] = f"xxxxFüller\r\nZettelwerk\r\n{version}\r\n4 MB\r\n{url}\r\n".encode()
+
     for version, expected in [("6.0.1", "Es ist eine neue Version vorhanden!"), ("6.0.0", "Es ist kein neues Update "
                               "verfügbar!"), ("10.0.0", ""), ("5.9.9", "")]:
-        answers[path] = f"xxxxFüller\r\nZettelwerk\r\n{version}\r\n4 MB\r\nhttp://h/zettelwerk.exe\r\n".encode()
+        describe(version)
         result = run("update", "check")
         check(result.returncode == 0 and result.stdout == f"{expected}\n{version}\n", f"{version}: {result}")
         check(not (home / "webup.inf").exists(), "local copy left")
@@ -157,6 +268,71 @@ with tempfile.TemporaryDirectory() as tmp:
         answers[path] = body
         result = run("update", "check")
         check(result.returncode == 1 and result.stderr.startswith(f"Laufzeitfehler {number}:"), f"{body}: {result}")
+    # A description that never ends is read up to its limit and no further.
+    (home / "vendor.ini").write_text(f"updateServer={base}/endlos/\n")
+    answers.pop(path)
+    try:
+        result = run_with_timeout(60, "update", "check")
+        check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 62:"), f"endless: {result}")
+    except subprocess.TimeoutExpired:
+        check(False, "an endless description is read without end")
+    (home / "endlos").mkdir(exist_ok=True)
+    (home / "vendor.ini").write_text(f"updateServer={base}/\n")
+
+    # The fetch prints the window's status lines and renames the installer as the window does.
+    target = tmp / "download"
+    target.mkdir()
+    describe("6.1.0")
+    result = run("update", "fetch", str(target))
+    lines = result.stdout.splitlines()
+    check(result.returncode == 0 and lines[:2] == ["Es ist eine neue Version vorhanden!",
+                                                    "Status: Download wird gestartet. Bitte warten ..."] and
+          lines[-3:] == ["Status: Download läuft 100,0% empfangen", "Status: Update ist runtergeladen!",
+                         str(target / "zettelwerk_6_0_0.exe")], f"fetch: {result}")
+    check(sorted(p.name for p in target.iterdir()) == ["zettelwerk_6_0_0.exe"] and
+          (target / "zettelwerk_6_0_0.exe").read_bytes() == installer, "fetched installer")
+    result = run("update", "fetch", str(target))
+    check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 58:"), f"second fetch: {result}")
+    for name in ("zettelwerk.exe", "zettelwerk_6_0_0.exe"):
+        (target / name).unlink()
+    describe("6.0.0")
+    result = run("update", "fetch", str(target))
+    check(result.returncode == 0 and result.stdout == "Es ist kein neues Update verfügbar!\n", f"same: {result}")
+
+    # A missing installer is an error before any byte is counted; a broken one leaves no file, not even a part.
+    for url, status in [(f"{base}/fehlt/zettelwerk.exe", "Status: Fehler 404, Datei nicht gefunden"),
+                        (f"{base}/kaputt/zettelwerk.exe", "Status: Fehler 1, ")]:
+        describe("6.1.0", url)
+        result = run("update", "fetch", str(target))
+        check(result.returncode == 1 and result.stdout.splitlines()[-1].startswith(status) and
+              "runtergeladen" not in result.stdout, f"{url}: {result}")
+        check(not (url.startswith(f"{base}/fehlt") and "Download läuft" in result.stdout), f"error page counted: {result}")
+        check(not list(target.iterdir()), f"{url} left {list(target.iterdir())}")
+
+    # Ctrl-C ends a running fetch as the window's close does: no file, no part of one.
+    describe("6.1.0", f"{base}/langsam/zettelwerk.exe")
+    fetching = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "update", "fetch", str(target)],
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    while "Download läuft" not in fetching.stdout.readline():
+        pass
+    fetching.send_signal(signal.SIGINT)
+    try:
+        out, err = fetching.communicate(timeout=30)
+        check(fetching.returncode == 130 and err == "Die Übertragung wurde abgebrochen.\n", f"interrupted: {err}")
+    except subprocess.TimeoutExpired:
+        fetching.kill()
+        check(False, "Ctrl-C did not end the fetch")
+    check(not list(target.iterdir()), f"interrupted fetch left {list(target.iterdir())}")
+
+    # The installer streams to its file: 64 MiB keep the whole program under 32 MiB.
+    describe("6.1.0", f"{base}/gross/zettelwerk.exe")
+    fetching = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "update", "fetch", str(target)],
+                                stdout=subprocess.DEVNULL)
+    _, status, usage = os.wait4(fetching.pid, 0)
+    fetching.returncode = os.waitstatus_to_exitcode(status)
+    check(fetching.returncode == 0 and (target / "zettelwerk_6_0_0.exe").stat().st_size == big,
+          f"large fetch: {fetching.returncode}")
+    check(usage.ru_maxrss < 32 * 1024, f"large fetch took {usage.ru_maxrss} KiB")
     server.shutdown()
 
 if failures:

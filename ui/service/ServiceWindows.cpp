@@ -231,11 +231,14 @@ void datensicherung::showPanel(int index)
 }
 
 void datensicherung::runJob(const JobPanel& panel,
-                            int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&),
+                            int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&, const ZipNotice&),
                             std::string (*countText)(int))
 {
     panel.start->setEnabled(false);
-    const int count = job(m_paths, folder().toStdString(), statusInto(panel.status, panel.bar));
+    const int count = job(m_paths, folder().toStdString(), statusInto(panel.status, panel.bar),
+                          [this](const std::string& message) {
+                              m_host.showMessage(message, MessageStyle::Warning, "Datensicherung");
+                          });
     panel.result->setText(qt(countText(count)));
     showFiles(); // a new archive is listed at once
     panel.start->setEnabled(true);
@@ -386,7 +389,7 @@ void webupdate1::check()
         }
     };
     m_description = std::make_unique<net::Transfer>(m_poster, std::move(events));
-    m_description->start(net::HttpGet{updateDescriptionUrl(vendorAddresses(m_paths)), {}, {}, 0});
+    m_description->start(updateDescriptionRequest(vendorAddresses(m_paths)));
 }
 
 void webupdate1::fetch()
@@ -424,7 +427,9 @@ void webupdate1::downloaded()
 {
     if (m_closing)
         return;
-    m_lblStatus[6]->setText("Status: Update ist runtergeladen!");
+    m_lblStatus[6]->setText(qt(downloadEndStatus(*m_download)));
+    if (m_download->ErrorNumber != 0)
+        return; // nothing arrived that could be renamed or started
     fs::path installer;
     try {
         installer = renameInstaller(m_txtFolder->text().toStdString());

@@ -54,7 +54,8 @@ private:
     };
     static JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names);
     // Runs pack or restore with the panel's key disabled meanwhile, its bar fed, and the count shown.
-    void runJob(const JobPanel& panel, int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&),
+    void runJob(const JobPanel& panel,
+                int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&, const ZipNotice&),
                 std::string (*countText)(int));
     void deleteArchive();
     void createFolder();
