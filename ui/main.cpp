@@ -8,6 +8,7 @@
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
 #include "print/FormFonts.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/FrmSplash1.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
@@ -40,7 +41,7 @@ static void joinParts(const PartContext& context)
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    zw::TrappingApplication application(argc, argv);
     QApplication::setApplicationName("Zettelwerk");
     // The program speaks German whatever the desktop's language; the toolkit's dialogs and buttons too.
     QTranslator toolkitTexts;

@@ -6,6 +6,7 @@
 #include "export/DibFile.h"
 #include "export/ImageFiles.h"
 #include "ui/export/ExportCommands.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/fehlerform.h"
 #include "ui/frame/NoticeWindow.h"
@@ -90,13 +91,10 @@ private:
     // The photograph into temp.bmp, which the preview window reads. The write has no trap of its own.
     bool handOver()
     {
-        try {
+        return faulttrap::trapped([this] {
             saveBitmapFile(capture(), handOverFile());
             return true;
-        } catch (const RunError& error) {
-            showUntrappedFault(m_context.window, error);
-            return false;
-        }
+        })();
     }
 
     ExportContext m_context;

@@ -1,6 +1,7 @@
 #include "ui/frame/Quittung.h"
 #include "ui/frame/QtText.h"
 
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/FileDialogs.h"
 
 #include <QAction>
@@ -104,6 +105,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_form.attach(&settings, this);
     m_errorWindow = std::make_unique<ErrorWindowReporter>(*this);
     m_faultReporter = m_errorWindow.get();
+    faulttrap::setHandler([this](const RunError& error) { showUntrappedFault(*this, error); });
 
     m_central = new QWidget(this);
     m_central->setObjectName("centralArea");
@@ -157,6 +159,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
 
 Quittung::~Quittung()
 {
+    faulttrap::setHandler({});
     m_form.attach(m_form.settings(), nullptr);
     delete m_windowBackground;
 }
@@ -257,14 +260,7 @@ void Quittung::setCommand(const std::string& name, std::function<void()> handler
     if (target == nullptr)
         return;
     target->setEnabled(true);
-    // A fault the command does not trap itself ends in the run time's message, and the program goes on.
-    connect(target, &QAction::triggered, this, [this, handler = std::move(handler)] {
-        try {
-            handler();
-        } catch (const RunError& error) {
-            showUntrappedFault(*this, error);
-        }
-    });
+    connect(target, &QAction::triggered, this, faulttrap::trapped(std::move(handler)));
 }
 
 void Quittung::registerCommands()
@@ -582,7 +578,7 @@ void Quittung::openWindow(std::string_view name)
 {
     auto found = m_openers.find(std::string(name));
     if (found != m_openers.end())
-        found->second();
+        faulttrap::trapped(found->second)();
 }
 
 void Quittung::setWindowBackground(const std::string& programPath)
@@ -647,7 +643,7 @@ void Quittung::setShortcutKey(ShortcutKey key, std::function<void()> handler)
 {
     QPushButton* button = m_shortcutKeys.at(key);
     button->setEnabled(true);
-    connect(button, &QPushButton::clicked, this, [handler = std::move(handler)] { handler(); });
+    connect(button, &QPushButton::clicked, this, faulttrap::trapped(std::move(handler)));
 }
 
 QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)

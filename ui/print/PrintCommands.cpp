@@ -41,12 +41,12 @@ public:
         });
         window.setWindowOpener("logodatei", [this] { openPictureWindow(PictureKind::Logo); });
         window.setWindowOpener("stunter", [this] { openPictureWindow(PictureKind::Signature); });
-        untrapped("ausstellerein", [this] { m_pictures.switchOn(PictureKind::Logo); });
-        untrapped("austeller_ent", [this] { m_pictures.switchOff(PictureKind::Logo); });
-        untrapped("logo", [this] { m_pictures.choose(PictureKind::Logo); });
-        untrapped("einfst", [this] { m_pictures.switchOn(PictureKind::Signature); });
-        untrapped("entfst", [this] { m_pictures.switchOff(PictureKind::Signature); });
-        untrapped("dateiwst", [this] { m_pictures.choose(PictureKind::Signature); });
+        window.setCommand("ausstellerein", [this] { m_pictures.switchOn(PictureKind::Logo); });
+        window.setCommand("austeller_ent", [this] { m_pictures.switchOff(PictureKind::Logo); });
+        window.setCommand("logo", [this] { m_pictures.choose(PictureKind::Logo); });
+        window.setCommand("einfst", [this] { m_pictures.switchOn(PictureKind::Signature); });
+        window.setCommand("entfst", [this] { m_pictures.switchOff(PictureKind::Signature); });
+        window.setCommand("dateiwst", [this] { m_pictures.choose(PictureKind::Signature); });
         // The start switches the pictures on with its failures ignored.
         window.setStartStep(StartStep::SwitchLogoOn, [this] { m_pictures.switchOn(PictureKind::Logo); });
         window.setStartStep(StartStep::SwitchSignatureOn, [this] { m_pictures.switchOn(PictureKind::Signature); });
@@ -58,29 +58,10 @@ public:
     }
 
 private:
-    // A fault these commands do not trap: number and text in a message box, and the program goes on.
-    void showUntrapped(const RunError& error) { showUntrappedFault(m_window, error); }
-
-    void untrapped(const std::string& name, std::function<void()> routine)
-    {
-        m_window.setCommand(name, [this, routine = std::move(routine)] {
-            try {
-                routine();
-            } catch (const RunError& error) {
-                showUntrapped(error);
-            }
-        });
-    }
-
     void xpButton3()
     {
-        try {
-            // Whoever offers the window a receipt filer files the printed row; without one nothing is filed.
-            m_print.run([this](const std::vector<std::string>& row) { m_window.fileReceiptRow(row); });
-        } catch (const RunError& error) {
-            showUntrapped(error);
-            return;
-        }
+        // Whoever offers the window a receipt filer files the printed row; without one nothing is filed.
+        m_print.run([this](const std::vector<std::string>& row) { m_window.fileReceiptRow(row); });
         druckmenue2011 dialog(m_form, m_settings, m_paths, m_printer, PrintJob(), &m_window);
         dialog.reportFault = [this](const RunError& error) { m_window.faultReporter().report(error, "druckmenue2011"); };
         dialog.exec();
@@ -102,12 +83,8 @@ private:
 
     void openPictureWindow(PictureKind kind)
     {
-        try {
-            PictureFileWindow dialog(m_pictures, kind, &m_window);
-            dialog.exec();
-        } catch (const RunError& error) {
-            showUntrapped(error);
-        }
+        PictureFileWindow dialog(m_pictures, kind, &m_window);
+        dialog.exec();
     }
 
     Quittung& m_window;

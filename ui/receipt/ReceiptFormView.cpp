@@ -15,6 +15,7 @@
 #include "core/ReceiptForm.h"
 #include "print/FormFonts.h"
 #include "print/ReceiptLayout.h"
+#include "ui/frame/FaultTrap.h"
 
 namespace zw {
 namespace {
@@ -247,12 +248,12 @@ void ReceiptFormView::showHint(FormElement element)
 
 void ReceiptFormView::onFieldKey(FormElement element, FieldKeyHook hook)
 {
-    m_keyHooks[indexOf(element)].push_back(std::move(hook));
+    m_keyHooks[indexOf(element)].push_back(faulttrap::trapped(std::move(hook)));
 }
 
 void ReceiptFormView::onFieldChanged(FormElement element, FieldChangedHook hook)
 {
-    m_changedHooks[indexOf(element)].push_back(std::move(hook));
+    m_changedHooks[indexOf(element)].push_back(faulttrap::trapped(std::move(hook)));
 }
 
 int ReceiptFormView::caretOf(FormElement element) const

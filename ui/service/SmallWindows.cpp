@@ -23,6 +23,7 @@
 #include "core/RunError.h"
 #include "core/Settings.h"
 #include "service/Autostart.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/fehlerform.h"
@@ -178,14 +179,13 @@ frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, 
 
 void frmTipp::showTip()
 {
-    try {
+    // A tip that cannot be shown is a message; the window stays.
+    faulttrap::trapped([this] {
         const auto shown = m_tips.DisplayCurrentTip();
         m_caption->setText(qt(shown.caption));
         m_content->setPlainText(lines(shown.content));
         m_count->setText(qt(shown.count));
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-    }
+    })();
 }
 
 void frmTipp::paintEvent(QPaintEvent* event)
