@@ -38,6 +38,7 @@ void CommonDialog::show(bool forSaving)
     if (m_presenter)
         chosen = m_presenter(*this, forSaving);
     if (!chosen || chosen->empty()) {
+        FileName.clear();
         if (CancelError)
             throw cancelled();
         return;

@@ -11,8 +11,8 @@
 namespace zw {
 
 // The common file dialog as a window keeps it between showings: title, filter, flags and the name it returned
-// last. Like the old control it keeps that name when the user cancels, so a command that only looks at the name
-// may go on with the earlier one; commands that must not set CancelError.
+// last. A cancel empties the name, so that every command that opened the dialog ends there, whether it looks at
+// the name or sets CancelError; the old control kept the name and let a cancelled export write to it.
 class CommonDialog
 {
 public:
@@ -45,8 +45,8 @@ public:
     void setPresenter(Presenter presenter) { m_presenter = std::move(presenter); }
     bool hasPresenter() const { return static_cast<bool>(m_presenter); }
 
-    // Show the dialog. A choice becomes FileName. A cancel leaves FileName as it was and, with CancelError set,
-    // throws cancelled(). Without a presenter the dialog counts as cancelled.
+    // Show the dialog. A choice becomes FileName. A cancel empties FileName and, with CancelError set, throws
+    // cancelled(). Without a presenter the dialog counts as cancelled.
     void ShowSave() { show(true); }
     void ShowOpen() { show(false); }
 

@@ -85,10 +85,8 @@ TEST_F(DocumentExportsTest, PdfCommandCapturesMakesSavesAndOpensTheDocumentButAC
 TEST_F(DocumentExportsTest, XmlCommandWritesThroughADialogOfItsOwn)
 {
     const auto target = folder.path() / "q.xml";
-    int shown = 0;
     std::optional<std::string> answer = target.string();
     window->fileDialog("alsxml").setPresenter([&](const CommonDialog& dialog, bool saving) {
-        ++shown;
         EXPECT_TRUE(saving);
         EXPECT_EQ(dialog.Filter, "XML Datei (*.XML)|*.XML");
         return answer;
@@ -98,12 +96,6 @@ TEST_F(DocumentExportsTest, XmlCommandWritesThroughADialogOfItsOwn)
     EXPECT_NE(written.find("     Miete & Nebenkosten\r\n"), std::string::npos);
     EXPECT_NE(written.find("     119,00\r\n"), std::string::npos);
 
-    // Cancelled later, the dialog still holds the first name, and the export goes there again.
-    std::filesystem::remove(target);
-    answer = std::nullopt;
-    window->action("alsxml")->trigger();
-    EXPECT_EQ(shown, 2);
-    EXPECT_TRUE(std::filesystem::exists(target));
     // The picture export's dialog never saw the XML name.
     EXPECT_EQ(window->fileDialog("bmpdatei").FileName, "");
 }
