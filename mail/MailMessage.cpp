@@ -2,6 +2,7 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -85,7 +86,7 @@ std::string percentEncoded(std::string_view text)
     std::string out;
     for (char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (std::isalnum(byte) || c == '.' || c == '-' || c == '_') {
+        if ((byte < 0x80 && std::isalnum(byte)) || c == '.' || c == '-' || c == '_') {
             out += c;
         } else {
             out += '%';
@@ -127,15 +128,36 @@ std::string boundary(std::string_view kind)
     return "=_zw_" + std::string(kind) + "_" + std::to_string(random()) + "_" + std::to_string(++counter);
 }
 
+// A quoted-string of RFC 5322: a quote or backslash of the text cannot end it, a line break cannot leave it.
+std::string quotedString(std::string_view text)
+{
+    std::string out = "\"";
+    for (char c : withoutLineBreaks(text)) {
+        if (c == '"' || c == '\\')
+            out += '\\';
+        out += c;
+    }
+    return out + "\"";
+}
+
+// The name an old mail program shows for a name it cannot decode: "anhang" with the extension, if that is plain.
+std::string asciiFallbackName(const std::string& name)
+{
+    const std::string extension = std::filesystem::path(name).extension().string();
+    const bool plain = extension.size() > 1 && std::all_of(extension.begin() + 1, extension.end(), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) && static_cast<unsigned char>(c) < 0x80;
+    });
+    return plain ? "anhang" + extension : "anhang";
+}
+
 void appendAttachment(std::string& out, const std::string& name, std::string_view bytes, const std::string& type)
 {
-    const std::string asciiName = isPlainAscii(name) ? withoutLineBreaks(name) : "anhang" + std::string(
-                                      std::filesystem::path(name).extension().string());
-    out += "Content-Type: " + type + "; name=\"" + asciiName + "\"\r\n";
+    const std::string asciiName = quotedString(isPlainAscii(name) ? name : asciiFallbackName(name));
+    out += "Content-Type: " + type + "; name=" + asciiName + "\r\n";
     out += "Content-Transfer-Encoding: base64\r\n";
-    out += "Content-Disposition: attachment; filename=\"" + asciiName + "\"";
+    out += "Content-Disposition: attachment; filename=" + asciiName;
     if (!isPlainAscii(name))
-        out += ";\r\n filename*=UTF-8''" + percentEncoded(name);
+        out += ";\r\n filename*=UTF-8''" + percentEncoded(withoutLineBreaks(name));
     out += "\r\n\r\n" + base64Lines(bytes);
 }
 
@@ -158,13 +180,16 @@ std::string encodedWords(std::string_view text)
     const std::string flat = withoutLineBreaks(text);
     if (isPlainAscii(flat))
         return flat;
-    // Words of at most 45 bytes of UTF-8 each (60 of base64), cut only between characters.
+    // Words of at most 45 bytes of UTF-8 each (60 of base64), cut only between characters. Text that is no UTF-8
+    // (a run of continuation bytes) has no boundary to step back to and is cut at 45 bytes, so every word moves on.
     std::string out;
     std::size_t start = 0;
     while (start < flat.size()) {
         std::size_t end = std::min(flat.size(), start + 45);
-        while (end < flat.size() && (static_cast<unsigned char>(flat[end]) & 0xC0) == 0x80)
+        while (end > start && end < flat.size() && (static_cast<unsigned char>(flat[end]) & 0xC0) == 0x80)
             --end;
+        if (end == start)
+            end = std::min(flat.size(), start + 45);
         if (!out.empty())
             out += "\r\n ";
         out += "=?UTF-8?B?" + base64(std::string_view(flat).substr(start, end - start)) + "?=";
@@ -211,8 +236,10 @@ std::string composeMessage(const MailContent& mail, std::string_view date, std::
         out += "\r\n";
     };
     const std::string sender = bareAddress(mail.senderAddress);
-    header("From", mail.senderName.empty() ? "<" + sender + ">"
-                                           : encodedWords(mail.senderName) + " <" + sender + ">");
+    // The display name is one phrase: quoted, or encoded words, so a comma or "<" in it adds no mailbox.
+    const std::string displayName = withoutLineBreaks(mail.senderName);
+    header("From", displayName.empty() ? "<" + sender + ">"
+                                : (isPlainAscii(displayName) ? quotedString(displayName) : encodedWords(displayName)) + " <" + sender + ">");
     header("To", "<" + bareAddress(mail.recipient) + ">");
     if (!bareAddress(mail.copyRecipient).empty())
         header("Cc", "<" + bareAddress(mail.copyRecipient) + ">");

@@ -47,9 +47,16 @@ std::optional<net::SmtpSend> sevSMTP::request()
     return send;
 }
 
+bool sevSMTP::refuseWhileBusy()
+{
+    if (!m_busy)
+        return false;
+    m_lastError = "Es wird bereits eine Nachricht übertragen.";
+    return true;
+}
+
 bool sevSMTP::run(net::SmtpSend request, std::size_t size)
 {
-    m_abortRequested = false;
     net::TransferEvents events;
     events.progress = [this, size](std::int64_t now, std::int64_t) {
         if (OnProgress && size > 0)
@@ -59,34 +66,52 @@ bool sevSMTP::run(net::SmtpSend request, std::size_t size)
         if (OnLog)
             OnLog(line + "\r\n");
     };
-    m_transfer = std::make_unique<net::Transfer>(m_poster, events);
+    if (!m_session)
+        m_session = std::make_unique<net::Session>();
+    m_busy = true;
+    m_transfer = std::make_unique<net::Transfer>(m_poster, events, m_session.get());
     m_transfer->start(std::move(request));
     m_wait(*m_transfer);
     const net::TransferResult result = m_transfer->result();
     m_transfer.reset();
+    m_busy = false;
     if (result.ok())
         return true;
+    // A connection that failed or was cut is not used again.
+    m_session.reset();
     m_lastError = result.description;
-    if (!result.serverReply.empty() && !result.aborted)
+    if (!result.serverReply.empty())
         m_lastError += " Antwort des Servers: " + result.serverReply;
     return false;
 }
 
 bool sevSMTP::Connect()
 {
+    if (refuseWhileBusy())
+        return false;
     auto send = request();
     if (!send)
         return false;
     send->probeOnly = true;
-    m_connected = run(std::move(*send), 0);
-    return m_connected;
+    m_session.reset();
+    return run(std::move(*send), 0);
 }
 
 int sevSMTP::Send()
 {
+    if (refuseWhileBusy())
+        return 0;
     auto send = request();
     if (!send)
         return 0;
+    const auto badEnvelope = [](const std::string& address) {
+        return address.find_first_of("\r\n<>") != std::string::npos;
+    };
+    if (badEnvelope(SenderAddress) || badEnvelope(Recipient) || badEnvelope(CopyRecipient)) {
+        m_lastError = "Eine E-Mail-Adresse enthält einen Zeilenumbruch oder spitze Klammern und wird nicht "
+                      "verwendet.";
+        return 0;
+    }
     MailContent mail{MailerTag,    SenderName, SenderAddress, Recipient, CopyRecipient, Organization, Subject,
                      PlainBody,    HtmlBody,   Priority,      ReadReceipt, m_attachments, ZipRate > 0};
     try {
@@ -106,9 +131,14 @@ int sevSMTP::Send()
     return run(std::move(*send), size) ? 1 : 0;
 }
 
+void sevSMTP::Disconnect()
+{
+    if (!m_busy)
+        m_session.reset();
+}
+
 void sevSMTP::Abort()
 {
-    m_abortRequested = true;
     if (m_transfer)
         m_transfer->abort();
 }

@@ -47,13 +47,17 @@ public:
     void ClearAttachments() { m_attachments.clear(); }
     void AddAttachment(const std::filesystem::path& file) { m_attachments.push_back(file); }
 
-    // Greeting, STARTTLS and login: true when the account can send.
+    // Greeting, STARTTLS and login: true when the account can send. The session stays open for Send.
     bool Connect();
-    // The message: 1 when the server accepted it, 0 otherwise (LastError says why).
+    // The message, over the session Connect opened (or a new one): 1 when the server accepted it, 0 otherwise
+    // (LastError says why).
     int Send();
-    void Disconnect() { m_connected = false; }
-    // Ends a running Connect or Send within a moment; harmless when idle.
+    // Ends the session with a goodbye the server is given a moment for.
+    void Disconnect();
+    // Ends a running Connect or Send at once and closes its connection without a goodbye; harmless when idle.
     void Abort();
+    // While Connect or Send runs, the caller's events turn: a second Connect or Send then is refused.
+    bool Busy() const { return m_busy; }
     const std::string& LastError() const { return m_lastError; }
 
     std::function<void(int percent)> OnProgress;
@@ -66,13 +70,14 @@ public:
 private:
     bool run(net::SmtpSend request, std::size_t size);
     std::optional<net::SmtpSend> request();
+    bool refuseWhileBusy();
 
     net::EventPoster& m_poster;
     Wait m_wait;
     std::vector<std::filesystem::path> m_attachments;
+    std::unique_ptr<net::Session> m_session;
     std::unique_ptr<net::Transfer> m_transfer;
-    bool m_connected = false;
-    bool m_abortRequested = false;
+    bool m_busy = false;
     std::string m_lastError;
 };
 

@@ -31,10 +31,14 @@ struct TransferResult {
 
 struct Timeouts {
     std::chrono::milliseconds connect{15000};
-    std::chrono::seconds silence{30}; // no byte moved for this long ends the transfer
+    // Fewer than `slowest` bytes a second for this long ends the transfer; for SMTP it is also the longest wait
+    // for one reply of the server.
+    std::chrono::seconds silence{30};
+    long slowest = 1024;
 };
 
 struct HttpGet {
+    static constexpr long kMostRedirects = 5;
     std::string url;
     // Empty: keep the body in memory (Transfer::body()). Else the body goes block by block into a temporary file
     // beside it, which is synced and renamed onto it once the whole answer arrived; only a 200 answer that
@@ -66,15 +70,34 @@ struct TransferEvents {
     std::function<void(const TransferResult&)> finished;
 };
 
-// One transfer on its own worker thread; every event runs through the poster, never on the worker.
+// Connections that outlive one transfer: a transfer started in a session reuses the connection an earlier one of
+// the session left open, so the probe of Connect and the mail after it are one SMTP session. Ending the session
+// says goodbye (QUIT) but waits for it no longer than a moment; an abort of one of its transfers closes the
+// connection at once, without a goodbye, and the session is not used again.
+class Session {
+public:
+    Session();
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    struct Pool;
+
+private:
+    friend class Transfer;
+    std::shared_ptr<Pool> m_pool;
+};
+
+// One transfer on its own worker thread; every event runs through the poster, never on the worker. Without a
+// session the transfer's connection ends with it.
 class Transfer {
 public:
-    Transfer(EventPoster& poster, TransferEvents events);
-    ~Transfer(); // aborts and joins
+    Transfer(EventPoster& poster, TransferEvents events, Session* session = nullptr);
+    ~Transfer(); // aborts a running transfer and joins
 
     void start(HttpGet request);
     void start(SmtpSend request);
-    void abort(); // ends the transfer at once; finished() reports aborted
+    void abort(); // ends a running transfer at once, its connection closed unsaid; finished() reports aborted
 
     bool isFinished() const; // true once finished() has been delivered
     const TransferResult& result() const;

@@ -10,6 +10,7 @@
 #include "net/Transfer.h"
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
+#include "tools/Interrupt.h"
 #include "tools/OpenedReceipt.h"
 
 namespace zw::cli {
@@ -41,14 +42,20 @@ int runMail(CliContext& context)
         draft.attachments.push_back(picture);
 
         net::QueuePoster queue;
-        sevSMTP smtp(queue, [&queue](const net::Transfer& transfer) {
-            while (!transfer.isFinished())
+        InterruptWatch interrupt;
+        sevSMTP* session = nullptr;
+        sevSMTP smtp(queue, [&](const net::Transfer& transfer) {
+            while (!transfer.isFinished()) {
+                if (interrupt.requested())
+                    session->Abort();
                 queue.pump(std::chrono::milliseconds(50));
+            }
         });
+        session = &smtp;
         if (verbose)
             smtp.OnLog = [&context](const std::string& text) { context.err << text; };
         prepareSession(smtp, loadMailAccount(opened.settings), draft, mailerTag(vendorAddresses(opened.paths)));
-        const std::string failure = connectAndSend(smtp);
+        const std::string failure = interrupt.requested() ? "Die Übertragung wurde abgebrochen." : connectAndSend(smtp);
         if (failure.empty())
             return 0;
         for (char c : failure) {
@@ -56,7 +63,7 @@ int runMail(CliContext& context)
                 context.err << c;
         }
         context.err << "\n";
-        return 1;
+        return interrupt.requested() ? InterruptWatch::kExitStatus : 1;
     } catch (const RunError& error) {
         context.err << "Fehler " << error.number() << ": " << error.description() << "\n";
         return 1;

@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
+#include <sstream>
 
 #include "app/VendorAddresses.h"
 #include "mail/MailDraft.h"
 #include "mail/MailMessage.h"
+#include "tests/app/PeerProgram.h"
+#include "tests/app/TempFolder.h"
 #include "tests/net/Peer.h"
 
 namespace zw {
@@ -50,6 +54,139 @@ TEST(SmtpSession, TypedLineBreaksNeverStartAHeaderLine)
         EXPECT_EQ(message.find(injected), std::string::npos) << injected;
     const auto headerEnd = message.find("\r\n\r\n");
     EXPECT_NE(message.substr(0, headerEnd).find("Subject: Quittung X-Evil: 1\r\n"), std::string::npos);
+}
+
+// A session against peer.py's smtp-log server; `during` runs once while the first transfer waits.
+struct LoggedSession
+{
+    explicit LoggedSession(bool mute = false)
+        : server(mute ? std::vector<std::string>{"smtp-log", log.string(), "mute"}
+                      : std::vector<std::string>{"smtp-log", log.string()})
+    {
+        smtp.Server = "127.0.0.1:" + std::to_string(server.port());
+        smtp.SenderAddress = "kasse@example.org";
+        smtp.Recipient = "chef@example.org";
+        smtp.Subject = "Quittung";
+        smtp.PlainBody = "Anbei.";
+    }
+    // What the server noted, one entry a line.
+    std::string noted() const
+    {
+        std::ifstream in(log);
+        std::stringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+    test::TempFolder folder;
+    std::filesystem::path log = folder / "smtp.log";
+    test::Peer server;
+    net::QueuePoster queue;
+    std::function<void()> during;
+    sevSMTP smtp{queue, [this](const net::Transfer& transfer) {
+                     while (!transfer.isFinished()) {
+                         if (auto once = std::exchange(during, nullptr))
+                             once();
+                         queue.pump(std::chrono::milliseconds(20));
+                     }
+                 }};
+};
+
+TEST(SmtpSession, ConnectOpensTheSessionSendUsesAndASecondCallWhileOneRunsIsRefused)
+{
+    LoggedSession session;
+    std::vector<int> nested;
+    session.during = [&] {
+        nested.push_back(session.smtp.Connect());
+        nested.push_back(session.smtp.Send());
+    };
+    testing::internal::CaptureStdout();
+    ASSERT_TRUE(session.smtp.Connect()) << session.smtp.LastError();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "the probe's answer belongs to no one's output";
+    EXPECT_EQ(nested, (std::vector<int>{0, 0}));
+    EXPECT_EQ(session.smtp.LastError(), "Es wird bereits eine Nachricht übertragen.");
+    ASSERT_EQ(session.smtp.Send(), 1) << session.smtp.LastError();
+    session.smtp.Disconnect();
+    EXPECT_EQ(session.noted(), "connect\nEHLO " + session.noted().substr(13, session.noted().find('\n', 13) - 13) +
+                                   "\nNOOP\nMAIL FROM:<kasse@example.org>\nRCPT TO:<chef@example.org>\nDATA\ndata\n"
+                                   "QUIT\nclosed\n");
+}
+
+// Abort after the whole message went out, while the server keeps silent: no goodbye, the connection closed.
+TEST(SmtpSession, AbortAfterTheDataClosesTheConnectionWithoutAGoodbye)
+{
+    LoggedSession session(/*mute=*/true);
+    ASSERT_TRUE(session.smtp.Connect()) << session.smtp.LastError();
+    session.during = [&] {
+        ASSERT_TRUE(test::waitUntil([&] { return session.noted().find("data\n") != std::string::npos; }));
+        session.smtp.Abort();
+    };
+    EXPECT_EQ(session.smtp.Send(), 0);
+    EXPECT_EQ(session.smtp.LastError(), "Die Übertragung wurde abgebrochen.");
+    session.smtp.Disconnect();
+    ASSERT_TRUE(test::waitUntil([&] { return session.noted().find("closed\n") != std::string::npos; }));
+    EXPECT_EQ(session.noted().find("QUIT"), std::string::npos) << session.noted();
+    EXPECT_EQ(session.noted().find("connect", 1), std::string::npos) << "one connection only";
+}
+
+TEST(SmtpSession, ARefusalIsQuotedAndNoAddressWithABreakOrBracketReachesTheEnvelope)
+{
+    struct Row
+    {
+        const char* name;
+        std::string sevSMTP::*field;
+        std::string value;
+        std::string lastError;
+    };
+    const std::string refusedAddress = "Eine E-Mail-Adresse enthält einen Zeilenumbruch oder spitze Klammern und "
+                                       "wird nicht verwendet.";
+    const Row rows[] = {
+        {"refused recipient", &sevSMTP::Recipient, "niemand@example.org",
+         "Der Server hat einen Empfänger oder die Nachricht abgelehnt. Antwort des Servers: 550 5.1.1 Empfaenger "
+         "unbekannt"},
+        {"second RCPT in To", &sevSMTP::Recipient, "a@example.org>\r\nRCPT TO:<b@example.net", refusedAddress},
+        {"second RCPT in Cc", &sevSMTP::CopyRecipient, "a@example.org\nRCPT TO:<b@example.net>", refusedAddress},
+        {"bracket in the sender", &sevSMTP::SenderAddress, "kasse@example.org> SIZE=1", refusedAddress},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        LoggedSession session;
+        session.smtp.*row.field = row.value;
+        ASSERT_TRUE(session.smtp.Connect()) << session.smtp.LastError();
+        EXPECT_EQ(session.smtp.Send(), 0);
+        EXPECT_EQ(session.smtp.LastError(), row.lastError);
+        session.smtp.Disconnect();
+        EXPECT_EQ(session.noted().find("example.net"), std::string::npos) << session.noted();
+    }
+}
+
+// Python's email package reads what a hostile name, attachment or subject made of the message.
+TEST(MailMessage, HostileNamesStayOneMailboxOneParameterAndOneLine)
+{
+    test::TempFolder folder;
+    const std::vector<std::filesystem::path> attachments{folder / "7\"; name=\"evil.exe.bmp",
+                                                         folder / "Quittung ä.b\r\nX-Evil: 1"};
+    for (const auto& file : attachments)
+        std::ofstream(file) << "Bild";
+    MailContent mail;
+    mail.senderName = "Meier, Hans <evil@example.net>";
+    mail.senderAddress = "kasse@example.org";
+    mail.recipient = "chef@example.org";
+    mail.subject = std::string(60, '\x96') + "\xE2\x80\x93"; // Windows-1252 dashes that are no UTF-8, then one
+    mail.plainBody = "Text";
+    mail.attachments = attachments;
+    std::ofstream(folder / "mail.eml", std::ios::binary)
+        << composeMessage(mail, "Tue, 24 Nov 2026 17:00:00 +0100", "<1@example.org>");
+    EXPECT_EQ(test::runPeer("/usr/bin/python3 -c 'import email,email.policy,email.header,sys\n"
+                            "m=email.message_from_bytes(open(sys.argv[1],\"rb\").read(),policy=email.policy.default)\n"
+                            "print([(a.display_name,a.addr_spec) for a in m[\"From\"].addresses])\n"
+                            "raw=email.message_from_bytes(open(sys.argv[1],\"rb\").read())\n"
+                            "print(b\"\".join(w for w,c in email.header.decode_header(raw[\"Subject\"]))==b\"\\x96\"*60+"
+                            "\"\u2013\".encode())\n"
+                            "for p in m.iter_attachments(): print(p.get_filename(), p.get_params(), p.get(\"X-Evil\"))' " +
+                            (folder / "mail.eml").string()),
+              "[('Meier, Hans <evil@example.net>', 'kasse@example.org')]\nTrue\n"
+              "7\"; name=\"evil.exe.bmp [('image/bmp', ''), ('name', '7\"; name=\"evil.exe.bmp')] None\n"
+              "anhang [('application/octet-stream', ''), ('name', 'anhang')] None\n");
 }
 
 TEST(VendorMail, HelpCodeStartTextAndNewsletterSubject)

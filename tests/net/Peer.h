@@ -4,7 +4,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <functional>
 #include <stdexcept>
+#include <thread>
 #include <string>
 #include <vector>
 
@@ -52,5 +55,13 @@ private:
     pid_t m_pid = -1;
     int m_port = 0;
 };
+
+// Polls `condition` until it holds, ten seconds at most, for what a peer notes in its own time.
+inline bool waitUntil(const std::function<bool()>& condition)
+{
+    for (int i = 0; i < 500 && !condition(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    return condition();
+}
 
 } // namespace zw::test

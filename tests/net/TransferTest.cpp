@@ -82,6 +82,36 @@ TEST_F(TransferTest, AbortEndsASlowDownloadAndASilentServerTimesOut)
     EXPECT_TRUE(stuck.result().timedOut) << stuck.result().description;
 }
 
+// A trickle slower than the limit, a chain of redirects, and answers curl describes in English: each ends with
+// its code and a German sentence.
+TEST_F(TransferTest, RunawayAndBrokenAnswersEndWithAGermanSentence)
+{
+    Peer server({"http", m_dir.path().string()});
+    const Timeouts quick{std::chrono::milliseconds(2000), std::chrono::seconds(1)};
+    struct Row
+    {
+        std::string url;
+        int curlCode;
+        std::string description;
+    } rows[] = {
+        {server.url("http", "/drip"), 28, "Zeitüberschreitung: der Server antwortet nicht."},
+        {server.url("http", "/loop/0"), 47, "Der Server leitet zu oft weiter (mehr als 5 Mal)."},
+        {server.url("http", "/loop/5"), 0, "Die Übertragung ist abgeschlossen."},
+        {server.url("http", "/garbage"), 1, "Die Adresse nennt ein Protokoll, das nicht unterstützt wird."},
+        {server.url("gopher", "/"), 1, "Die Adresse nennt ein Protokoll, das nicht unterstützt wird."},
+        {"http://[::1", 3, "Die Adresse des Servers ist ungültig."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.url);
+        Recorder rec;
+        Transfer get(rec.poster, rec.events());
+        get.start(HttpGet{row.url, {}, quick});
+        rec.waitFor(get);
+        EXPECT_EQ(get.result().curlCode, row.curlCode);
+        EXPECT_EQ(get.result().description, row.description);
+    }
+}
+
 // The program logs in only after STARTTLS; mail_cli_check.py sends that way and keeps the login out of the transcript.
 TEST_F(TransferTest, SmtpSendWithoutLoginGoesPlainWhereTheServerOffersNoTls)
 {

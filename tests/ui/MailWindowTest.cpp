@@ -4,10 +4,13 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextEdit>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <functional>
+#include <sstream>
 
 #include "app/TextFile.h"
 #include "core/RunError.h"
@@ -133,6 +136,58 @@ TEST_F(MailWindowTest, ARefusedConnectionOrRecipientShowsItsBox)
                 });
         EXPECT_EQ(boxes, row.boxes);
     }
+}
+
+// A second click on a send key while the first send waits: one mail, no second send.
+TEST_F(MailWindowTest, ASecondClickOnSendWhileTheFirstWaitsSendsNothing)
+{
+    const std::filesystem::path log = folder.path() / "smtp.log";
+    test::Peer logged({"smtp-log", log.string()});
+    useVendor(logged.port(), "support@zettelwerk.example");
+    const auto clickTwice = [](QPushButton* key) {
+        QTimer::singleShot(0, key, [key] { key->click(); }); // runs inside the first send's wait
+        key->click();
+    };
+    inModal([&] { window->action("newsletter_bestellen")->trigger(); },
+            [&](QDialog& signUp) { clickTwice(signUp.findChild<QPushButton*>("cmdSend")); });
+    inModal([&] { window->openWindow("anregungen_neu"); },
+            [&](QDialog& wizard) {
+                auto* next = wizard.findChild<QPushButton*>("cmdNext");
+                for (int page = 0; page < 3; ++page)
+                    next->click();
+                clickTwice(next);
+            });
+    std::ifstream in(log);
+    std::stringstream noted;
+    noted << in.rdbuf();
+    const std::string text = noted.str();
+    std::size_t mails = 0;
+    for (std::size_t at = text.find("\ndata\n"); at != std::string::npos; at = text.find("\ndata\n", at + 1))
+        ++mails;
+    EXPECT_EQ(mails, 2u) << text;
+    EXPECT_EQ(boxes, (std::vector<QString>{"Newsletter: Anmeldung erfolgreich abgeschlossen.",
+                                           "Support: Übermittlung erfolgreich abgeschlossen."}));
+}
+
+// Coming back from another program keeps what was typed and adds nothing; a modal window of the program closing
+// adds a second start text below it.
+TEST_F(MailWindowTest, TheSupportWizardKeepsWhatWasTyped)
+{
+    inModal([&] { window->openWindow("anregungen_neu"); },
+            [&](QDialog& wizard) {
+                auto* message = wizard.findChild<QTextEdit*>("RichTextBox1");
+                ASSERT_EQ(message->toPlainText().count("HelpCode: "), 1);
+                message->append("Mein Anliegen");
+                QApplication::setActiveWindow(nullptr);
+                QApplication::setActiveWindow(&wizard);
+                EXPECT_EQ(message->toPlainText().count("HelpCode: "), 1);
+                inModal([&] { wizard.findChild<QPushButton*>("Command1")->click(); }, [](QDialog&) {});
+                QApplication::setActiveWindow(&wizard);
+                const QString text = message->toPlainText();
+                EXPECT_EQ(text.count("HelpCode: "), 2);
+                EXPECT_LT(text.indexOf("Mein Anliegen"), text.lastIndexOf("HelpCode: ")) << text.toStdString();
+                EXPECT_TRUE(text.contains("Mein Anliegen")) << text.toStdString();
+            });
 }
 
 } // namespace

@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -71,6 +72,24 @@ QLineEdit* field(const char* name, QWidget* parent)
 }
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
+
+// A key disabled while its routine lets window events run, and given back its state afterwards.
+class KeyHeld
+{
+public:
+    explicit KeyHeld(QPushButton* key) : m_key(key), m_wasEnabled(key->isEnabled()) { key->setEnabled(false); }
+    ~KeyHeld()
+    {
+        if (m_key)
+            m_key->setEnabled(m_wasEnabled);
+    }
+    KeyHeld(const KeyHeld&) = delete;
+    KeyHeld& operator=(const KeyHeld&) = delete;
+
+private:
+    QPointer<QPushButton> m_key;
+    bool m_wasEnabled;
+};
 
 // A send's events on screen: the bar follows the progress, the status line announces the message, the
 // transcript grows; the window's events run meanwhile.
@@ -722,6 +741,8 @@ void beleg_mail::setSending(bool sending)
 
 void beleg_mail::send()
 {
+    if (m_smtp.Busy())
+        return;
     MailDraft draft;
     draft.plainText = m_message->toPlainText().toStdString();
     draft.html = RtfToHtml().Convert(rtf::writeRtf(fromTextDocument(*m_message->document())), true, "");
@@ -902,16 +923,25 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
 
 bool anregungen_neu::event(QEvent* event)
 {
-    // Each activation (also after a modal window closed) adds a start text with a fresh code to the buffer and
-    // overwrites the editor from it; what was typed is gone, as it always was.
-    if (event->type() == QEvent::WindowActivate) {
+    // The first activation and each one after a modal window of the program closed add a start text with a fresh
+    // code; coming back from another application adds nothing. The start text goes below what was typed, which
+    // stays.
+    if (event->type() == QEvent::WindowDeactivate)
+        m_modalAbove = QApplication::activeWindow() != nullptr;
+    if (event->type() == QEvent::WindowActivate && (!m_activated || m_modalAbove)) {
+        m_activated = true;
+        m_modalAbove = false;
         m_progress->setValue(0);
         m_progress->show();
         static std::mt19937 random(std::random_device{}());
         const std::string code = helpCode(std::uniform_real_distribution<double>(0.0, 1.0)(random));
         const QString date = QLocale(QLocale::German, QLocale::Germany).toString(QDate::currentDate(), "dd.MM.yyyy");
-        m_buffer->textCursor().insertText(qt(supportStartText(date.toStdString(), code)).remove('\r'));
-        m_message->setPlainText(m_buffer->toPlainText());
+        QTextCursor end(m_message->document());
+        end.movePosition(QTextCursor::End);
+        if (!m_message->document()->isEmpty() && !m_message->toPlainText().endsWith('\n'))
+            end.insertText("\n");
+        end.insertText(qt(supportStartText(date.toStdString(), code)).remove('\r'));
+        m_buffer->setPlainText(m_message->toPlainText());
     }
     return QDialog::event(event);
 }
@@ -931,6 +961,8 @@ void anregungen_neu::finish()
                        m_buffer->toPlainText().toStdString(),
                        RtfToHtml().Convert(rtf::writeRtf(fromTextDocument(*m_message->document())), true, ""),
                        vendorAddresses(m_paths));
+    const KeyHeld heldNext(m_next);
+    const KeyHeld heldBack(m_back);
     if (!vendorSend(m_smtp, this))
         return;
     m_status->hide();
@@ -968,7 +1000,9 @@ newsletter::newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent)
     };
     m_smtp.OnLog = [this](const std::string& piece) { m_log.add(piece); };
     connect(back, &QPushButton::clicked, this, &QDialog::reject);
-    connect(sendKey, &QPushButton::clicked, this, [this, from, subject, progress] {
+    connect(sendKey, &QPushButton::clicked, this, [this, from, subject, progress, sendKey] {
+        // The send lets window events run; a second click must not start a second send meanwhile.
+        const KeyHeld held(sendKey);
         subject->setText("SUBSCRIBE : " + from->text());
         prepareNewsletter(m_smtp, text(from), vendorAddresses(m_paths));
         progress->show();
@@ -996,8 +1030,15 @@ void installMail(const PartContext& context)
     Settings& settings = context.settings;
     const ProgramPaths& paths = context.paths;
     auto* log = new frmLog(&window); // one transcript for the whole run
-    window.setFaultMailSender([&paths, log](const std::string& report, const std::string& replyAddress) {
-        return sendErrorReport(report, replyAddress, paths, *log);
+    // The error window's send key may be pressed again while its send lets events run: one report at a time.
+    auto reportSending = std::make_shared<bool>(false);
+    window.setFaultMailSender([&paths, log, reportSending](const std::string& report, const std::string& replyAddress) {
+        if (*reportSending)
+            return false;
+        *reportSending = true;
+        const bool sent = sendErrorReport(report, replyAddress, paths, *log);
+        *reportSending = false;
+        return sent;
     });
     window.setCommand("anr", [&window] { window.openWindow("anregungen_neu"); });
     window.setCommand("newsletter_bestellen", [&window] { window.openWindow("newsletter"); });

@@ -182,6 +182,8 @@ private:
     QPlainTextEdit* m_buffer; // txtMessage1, hidden
     QLabel *m_status, *m_done;
     QProgressBar* m_progress;
+    bool m_activated = false;
+    bool m_modalAbove = false; // the window lost the focus to a window of the program, not to another program
 };
 
 // "Neuigkeiten ... Newsletter": the sign-up mail to the vendor's newsletter address.
