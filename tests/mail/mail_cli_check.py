@@ -6,10 +6,12 @@ import email.policy
 import os
 import shutil
 import socket
+import signal
 import ssl
 import subprocess
 import sys
 import tempfile
+import time
 import warnings
 import zipfile
 import io
@@ -134,6 +136,31 @@ with tempfile.TemporaryDirectory() as temporary:
             result.stderr.decode(), result.stderr.decode()
     finally:
         server.stop()
+
+    # Ctrl-C while the server keeps silent after the message: the command ends as Abort does, without a goodbye.
+    log = folder / "smtp.log"
+    peer = subprocess.Popen(["/usr/bin/python3", str(Path(__file__).parent.parent / "net" / "peer.py"), "smtp-log",
+                             str(log), "mute"], stdout=subprocess.PIPE)
+    try:
+        account(int(peer.stdout.readline()), False)
+        env = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+        sending = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "mail", str(receipt), "--to",
+                                    "chef@example.org"], stderr=subprocess.PIPE, env=env)
+        for _ in range(500):
+            if log.exists() and "data\n" in log.read_text():
+                break
+            time.sleep(0.02)
+        sending.send_signal(signal.SIGINT)
+        stderr = sending.communicate(timeout=30)[1].decode()
+        assert sending.returncode == 130 and "abgebrochen" in stderr, (sending.returncode, stderr)
+        for _ in range(500):
+            if "closed" in log.read_text():
+                break
+            time.sleep(0.02)
+        assert "QUIT" not in log.read_text() and "closed" in log.read_text(), log.read_text()
+    finally:
+        peer.terminate()
+        peer.wait()
 
     # Nobody listening.
     account(free_port(), False)

@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // A file name holds neither "/" nor NUL; everything else may come.
     std::string name = parts[4];
     for (char& c : name) {
-        if (c == '/')
+        if (c == '/' || c == '\0')
             c = '_';
     }
     if (!name.empty() && name != "." && name != ".." && name.size() < 200) {
