@@ -59,4 +59,9 @@ function(zw_fuzzer name source)
     add_custom_target(zw_fuzzers)
   endif()
   add_dependencies(zw_fuzzers ${name})
+  # A short run of each fuzzer is a test of the fuzz build (label "fuzz"); findings land in the build folder.
+  add_test(NAME Fuzz.${name} COMMAND ${name} -max_total_time=20 -rss_limit_mb=2048
+           -artifact_prefix=${CMAKE_BINARY_DIR}/fuzz-findings/${name}-)
+  set_tests_properties(Fuzz.${name} PROPERTIES LABELS fuzz)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/fuzz-findings)
 endfunction()

@@ -10,7 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 if [[ "${1:-}" == "--tests" ]]; then
-  packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui)
+  packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui clang libclang-rt-14-dev)
 fi
 
 missing=()
