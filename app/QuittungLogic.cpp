@@ -185,17 +185,8 @@ void QuittungLogic::load()
 
 void QuittungLogic::neue()
 {
-    auto numberFile = m_paths.dataFile("nummer.dat");
-    smallfiles::loadNumber(m_form, m_paths);
-    if (m_form.quittnr() == 1) {
-        try {
-            double next = parseAmount(m_form.text(F::Text1)) + 1;
-            m_form.setText(F::Text1, formatNumber(next));
-            smallfiles::saveNumber(numberFile, m_form.text(F::Text1));
-        } catch (const RunError&) {
-            // A number that is no number is not advanced; the rest of the reset still runs.
-        }
-    }
+    smallfiles::advanceNumber(m_form, m_paths,
+                              m_form.quittnr() == 1 ? smallfiles::NumberStep::Advance : smallfiles::NumberStep::Keep);
     m_host.showNotice(Notice::neue_quittung);
     auto currency = setting("Waehrung", "waehr.Text");
     m_form.setText(F::Text2, currency.empty() ? "EUR" : currency);

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <sys/stat.h>
 #include <utility>
 
 #include "app/AtomicFile.h"
+#include "app/FileLock.h"
 #include "app/TextFile.h"
 #include "core/RunError.h"
 
@@ -208,27 +210,39 @@ std::string SettingsStore::serialize(std::string_view application) const
 
 bool SettingsStore::change(std::string_view application, const std::function<bool(Lines&)>& edit)
 {
-    if (!edit(lines(application)))
-        return false;
+    Lines& cached = lines(application);
     if (m_unreadable.contains(lower(application)))
-        return true; // the values hold for this run; what could not be read is never replaced
+        return edit(cached); // the values hold for this run; what could not be read is never replaced
     const auto file = fileOf(application);
+    bool changed = false;
     try {
         std::error_code ignored;
         if (!std::filesystem::exists(m_folder, ignored)) {
             std::filesystem::create_directories(m_folder, ignored);
             ::chmod(m_folder.c_str(), 0700);
         }
-        writeFileAtomically(file, serialize(application), 0600, ExistingMode::Replace);
+        // Under the lock the change is made to what is on disk now, so that another program's settings stay.
+        updateFileLocked(file, [&](const FileOnDisk& onDisk) -> std::optional<std::string> {
+            if (onDisk.exists)
+                cached = parse(onDisk.bytes);
+            changed = edit(cached);
+            if (!changed)
+                return std::nullopt;
+            // Narrowed before the replacement, which keeps the mode it finds.
+            ::chmod(file.c_str(), 0600);
+            return serialize(application);
+        }, 0600);
         m_lastWriteError.clear();
         m_writeFailureTold = false;
     } catch (const RunError& error) {
+        if (!changed)
+            changed = edit(cached);
         m_lastWriteError = error.description();
         if (!std::exchange(m_writeFailureTold, true))
             tell("Die Einstellungen konnten nicht in " + file.string() + " gespeichert werden (" +
                  error.description() + "). Änderungen gelten nur bis zum Ende des Programms.");
     }
-    return true;
+    return changed;
 }
 
 std::string SettingsStore::get(std::string_view application, std::string_view section, std::string_view key,

@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "app/FileLock.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "core/FormElement.h"
+#include "core/GermanNumbers.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 
@@ -77,11 +79,13 @@ void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths)
     writeTextLines(paths.dataFile("druck.dat"), {form.abstand(), form.anzahl(), form.oben()});
 }
 
-void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
+namespace {
+
+// The read of loadNumber for a caller that holds the file's lock already.
+void loadNumberLocked(ReceiptForm& form, const std::filesystem::path& file)
 {
-    auto file = paths.dataFile("nummer.dat");
     if (isMissing(file)) {
-        saveNumber(file, form.text(FormElement::Text1));
+        writeTextLines(file, {form.text(FormElement::Text1)});
         return;
     }
     auto lines = readTextLines(file);
@@ -91,7 +95,36 @@ void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
         form.appendText(FormElement::Text1, line);
 }
 
-void saveNumber(const std::filesystem::path& file, const std::string& number) { writeTextLines(file, {number}); }
+} // namespace
+
+void loadNumber(ReceiptForm& form, const ProgramPaths& paths)
+{
+    auto file = paths.dataFile("nummer.dat");
+    FileLock lock(file);
+    loadNumberLocked(form, file);
+}
+
+void advanceNumber(ReceiptForm& form, const ProgramPaths& paths, NumberStep step)
+{
+    auto file = paths.dataFile("nummer.dat");
+    // One lock from the read to the write, so that two programs never give out one number twice.
+    FileLock lock(file);
+    loadNumberLocked(form, file);
+    if (step == NumberStep::Keep)
+        return;
+    try {
+        form.setText(FormElement::Text1, formatNumber(parseAmount(form.text(FormElement::Text1)) + 1));
+        writeTextLines(file, {form.text(FormElement::Text1)});
+    } catch (const RunError&) {
+        // A number that is no number is not advanced; the rest of the new receipt still comes.
+    }
+}
+
+void saveNumber(const std::filesystem::path& file, const std::string& number)
+{
+    FileLock lock(file);
+    writeTextLines(file, {number});
+}
 
 bool readMark(const std::filesystem::path& file)
 {

@@ -24,9 +24,19 @@ void loadRate(ReceiptForm& form, const ProgramPaths& paths);
 void loadPrintSetup(ReceiptForm& form, const ProgramPaths& paths);
 void savePrintSetup(const ReceiptForm& form, const ProgramPaths& paths);
 
-// nummer.dat: Text1 cleared, then every line appended; a missing file is written from Text1.
+// nummer.dat: Text1 cleared, then every line appended; a missing file is written from Text1. Each routine holds
+// the file's lock (app/FileLock) while it works.
 void loadNumber(ReceiptForm& form, const ProgramPaths& paths);
 void saveNumber(const std::filesystem::path& file, const std::string& number);
+
+// NewReceipt's cycle: loadNumber, then with Advance the number one higher into Text1 and the file, all under one
+// lock. A number that is no number, or a file that cannot be written, leaves the number as it is, silently.
+enum class NumberStep
+{
+    Keep,
+    Advance
+};
+void advanceNumber(ReceiptForm& form, const ProgramPaths& paths, NumberStep step);
 
 // siglogoaa.dat / sigunteraa.dat: true only if the file exists and its value is 1. A value that is no number
 // throws RunError 13, as the old numeric input did.

@@ -1,5 +1,7 @@
 #include "lists/Autocomplete.h"
 
+#include <algorithm>
+#include <optional>
 #include <unordered_set>
 
 #include "app/AtomicFile.h"
@@ -175,6 +177,8 @@ std::string Autocomplete::Complete(std::string_view text, IgnoreCase ignoreCase)
 void Autocomplete::LoadEntries()
 {
     std::vector<std::string> fields;
+    // Stamped before the read: a change that slips in between makes the next save merge rather than overwrite.
+    const FileStamp stamp = stampOf(m_file);
     try {
         fields = readAutocompleteFile(m_file);
     } catch (const RunError& error) {
@@ -182,6 +186,12 @@ void Autocomplete::LoadEntries()
             return;
         throw;
     }
+    takeFields(std::move(fields));
+    m_stamp = stamp;
+}
+
+void Autocomplete::takeFields(std::vector<std::string> fields)
+{
     // Exists(field) against the elements so far, kept in a set so that a long file loads in linear time; the
     // element being filled is still empty, so an empty field always counts as present.
     std::vector<std::string> loaded(2);
@@ -195,11 +205,25 @@ void Autocomplete::LoadEntries()
         }
     }
     m_entries = std::move(loaded);
+    m_savedCount = m_entries.size();
 }
 
-void Autocomplete::SaveEntries() const
+void Autocomplete::SaveEntries()
 {
-    writeTextLines(m_file, m_entries);
+    m_stamp = updateFileLocked(m_file, [this](const FileOnDisk& onDisk) -> std::optional<std::string> {
+        if (onDisk.exists && stampOf(m_file) != m_stamp) {
+            std::vector<std::string> added(m_entries.begin() + static_cast<std::ptrdiff_t>(
+                                                                   std::min(m_savedCount, m_entries.size())),
+                                           m_entries.end());
+            takeFields(readInputFields(cp1252ToUtf8(onDisk.bytes)));
+            m_entries.insert(m_entries.end(), added.begin(), added.end());
+        }
+        std::string bytes;
+        for (const auto& entry : m_entries)
+            bytes += utf8ToCp1252(entry) + "\r\n";
+        return bytes;
+    });
+    m_savedCount = m_entries.size();
 }
 
 } // namespace zw

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/FileLock.h"
+
 namespace zw {
 
 enum class IgnoreCase : bool
@@ -34,16 +36,22 @@ public:
     // one element per field read, a field that Exists already staying an empty element. Throws RunError when
     // the file exists but cannot be read.
     void LoadEntries();
-    // Rewrites the file whole, one element per line. Throws RunError on failure; a file that could not be
-    // read is never written over.
-    void SaveEntries() const;
+    // Rewrites the file whole, one element per line, holding the file's lock for the cycle. When another program
+    // changed the file since it was loaded or saved here, the file is read again under the lock by the rule of
+    // LoadEntries and the entries added here since are appended to that. Throws RunError on failure; a file that
+    // could not be read is never written over.
+    void SaveEntries();
 
     const std::vector<std::string>& entries() const { return m_entries; }
     const std::filesystem::path& file() const { return m_file; }
 
 private:
+    void takeFields(std::vector<std::string> fields);
+
     std::filesystem::path m_file;
     std::vector<std::string> m_entries;
+    std::size_t m_savedCount = 0; // entries beyond this were added since the last load or save
+    FileStamp m_stamp;           // the file as last loaded or saved here
 };
 
 // The fields of text as the old run time's sequential input read them: a line end or a comma ends a field,

@@ -1,9 +1,12 @@
 #include "lists/AutocompleteEditor.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 
+#include "app/LineMerge.h"
 #include "app/TextFile.h"
+#include "core/CodePage.h"
 #include "core/FormHost.h"
 #include "core/RunError.h"
 #include "lists/Autocomplete.h"
@@ -13,11 +16,14 @@ namespace zw {
 void AutocompleteEditor::open()
 {
     m_lines.clear();
+    m_opened.clear();
+    m_stamp = stampOf(m_list.file());
     try {
         m_lines = readAutocompleteFile(m_list.file());
     } catch (const RunError&) {
         return;
     }
+    m_opened = m_lines;
     count();
 }
 
@@ -64,9 +70,19 @@ void AutocompleteEditor::removeDuplicates()
     count();
 }
 
-void AutocompleteEditor::save() const
+void AutocompleteEditor::save()
 {
-    writeTextLines(m_list.file(), m_lines);
+    m_stamp = updateFileLocked(m_list.file(), [this](const FileOnDisk& onDisk) -> std::optional<std::string> {
+        if (onDisk.exists && stampOf(m_list.file()) != m_stamp) {
+            m_lines = mergeLineChanges(m_opened, m_lines, readInputFields(cp1252ToUtf8(onDisk.bytes)));
+            count();
+        }
+        std::string bytes;
+        for (const auto& line : m_lines)
+            bytes += utf8ToCp1252(line) + "\r\n";
+        return bytes;
+    });
+    m_opened = m_lines;
 }
 
 void AutocompleteEditor::back()

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "app/FileLock.h"
+
 namespace zw {
 
 class Autocomplete;
@@ -27,8 +29,10 @@ public:
     void deleteMarked(const std::vector<std::size_t>& marked); // xpButton1
     void clearList();                                          // xpButton6
     void removeDuplicates();                                   // xpButton3
-    // xpButton2: List1 to autocom.dat, one line per entry. Throws RunError.
-    void save() const;
+    // xpButton2: List1 to autocom.dat, one line per entry, under the file's lock. When another program changed
+    // the file since it was opened here, what was added, edited and deleted here is laid onto what is on disk
+    // (mergeLineChanges) and List1 shows the result. Throws RunError.
+    void save();
     // xpButton4: reads the file back into the running completion and writes it again. Throws RunError.
     void back();
 
@@ -38,6 +42,8 @@ private:
     Autocomplete& m_list;
     FormHost& m_host;
     std::vector<std::string> m_lines;
+    std::vector<std::string> m_opened; // the file's entries as last opened or saved here
+    FileStamp m_stamp;
     std::string m_countCaption = "Einträge: ";
 };
 

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <optional>
 
 #include "app/AtomicFile.h"
+#include "app/FileLock.h"
+#include "app/LineMerge.h"
 #include "app/TextFile.h"
 #include "core/AmountEntry.h"
 #include "core/CodePage.h"
@@ -159,36 +163,80 @@ std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line
     return cells;
 }
 
-void ListTable::load(const std::filesystem::path& file)
+namespace {
+
+std::vector<std::vector<std::string>> rowsOfText(const ListKind& kind, const std::string& text)
 {
     std::vector<std::vector<std::string>> rows;
-    for (const std::string& line : readTextLines(file)) {
+    for (const std::string& line : splitLines(text)) {
         if (!line.empty())
-            rows.push_back(cellsOfLine(*m_kind, line));
+            rows.push_back(cellsOfLine(kind, line));
     }
-    m_rows = std::move(rows);
+    return rows;
 }
+
+bool isUntyped(const std::vector<std::string>& row)
+{
+    return std::all_of(row.begin(), row.end(), [](const std::string& cell) { return cell.empty(); });
+}
+
+std::string lineOf(const std::vector<std::string>& row)
+{
+    std::string line;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (i > 0)
+            line += ';';
+        line += row[i];
+    }
+    return line;
+}
+
+std::vector<std::string> linesOf(const std::vector<std::vector<std::string>>& rows)
+{
+    std::vector<std::string> lines;
+    for (const auto& row : rows) {
+        // A row added but not typed into yet is no row of the file: it is saved once something was entered.
+        if (!isUntyped(row))
+            lines.push_back(lineOf(row));
+    }
+    return lines;
+}
+
+} // namespace
+
+void ListTable::load(const std::filesystem::path& file)
+{
+    m_rows = rowsOfText(*m_kind, cp1252ToUtf8(readFileBytes(file)));
+    m_loaded = linesOf(m_rows);
+}
+
+std::vector<std::string> ListTable::fileLines() const { return linesOf(m_rows); }
 
 std::string ListTable::fileBytes() const
 {
     std::string text;
-    for (const auto& row : m_rows) {
-        // A row added but not typed into yet is no row of the file: it is saved once something was entered.
-        if (std::all_of(row.begin(), row.end(), [](const std::string& cell) { return cell.empty(); }))
-            continue;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            if (i > 0)
-                text += ';';
-            text += row[i];
-        }
-        text += "\r\n";
-    }
+    for (const auto& line : fileLines())
+        text += line + "\r\n";
     return utf8ToCp1252(text);
 }
 
-void ListTable::save(const std::filesystem::path& file) const
+bool ListTable::save(const std::filesystem::path& file)
 {
-    writeFileAtomically(file, fileBytes());
+    bool merged = false;
+    updateFileLocked(file, [&](const FileOnDisk& onDisk) -> std::optional<std::string> {
+        const auto onDiskLines = linesOf(rowsOfText(*m_kind, cp1252ToUtf8(onDisk.bytes)));
+        if (onDisk.exists && onDiskLines != m_loaded) {
+            std::vector<std::vector<std::string>> rows;
+            for (const auto& line : mergeLineChanges(m_loaded, fileLines(), onDiskLines))
+                rows.push_back(cellsOfLine(*m_kind, line));
+            std::copy_if(m_rows.begin(), m_rows.end(), std::back_inserter(rows), isUntyped);
+            merged = rows != m_rows;
+            m_rows = std::move(rows);
+        }
+        return fileBytes();
+    });
+    m_loaded = fileLines();
+    return merged;
 }
 
 void takeOverRow(const ListTable& table, int row, bool gross, ReceiptForm& form)

@@ -83,12 +83,18 @@ public:
     // The file's bytes: each row's cells joined by ";", CR LF after each, Windows-1252. A row whose cells are all
     // empty is left out until something is typed into it.
     std::string fileBytes() const;
-    // Replaces the file whole through the atomic replacement; throws RunError on failure.
-    void save(const std::filesystem::path& file) const;
+    // Replaces the file whole through the atomic replacement, holding the file's lock for the whole cycle.
+    // When another program changed the file since it was loaded here, the rows this table added, changed or
+    // removed are laid onto what is on disk (mergeLineChanges) and the table takes the result; rows not typed
+    // into yet stay at its end. Returns true if the rows changed so. Throws RunError on failure.
+    bool save(const std::filesystem::path& file);
 
 private:
+    std::vector<std::string> fileLines() const;
+
     const ListKind* m_kind;
     std::vector<std::vector<std::string>> m_rows;
+    std::vector<std::string> m_loaded; // the file's rows as this table last read or wrote them
 };
 
 // Splits one line of the file into the table's cells (see load).

@@ -1,9 +1,12 @@
 #include "print/IssuerData.h"
 
 #include <filesystem>
+#include <optional>
 
+#include "app/FileLock.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
+#include "core/CodePage.h"
 #include "core/FormHost.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
@@ -14,6 +17,15 @@ namespace {
 
 constexpr std::array<const char*, 3> kFiles = {"aussteller.dat", "aussteller2.dat", "aussteller3.dat"};
 constexpr std::array<const char*, 3> kTaxKeys = {"Steuernummer", "Steuernummer2", "Steuernummer3"};
+
+// The issuer's text replaces the file whole; the lock keeps it from landing in the middle of another program's
+// read-modify-replace of the same file.
+void writeIssuerFile(const std::filesystem::path& file, const std::string& text)
+{
+    updateFileLocked(file, [&text](const FileOnDisk&) -> std::optional<std::string> {
+        return utf8ToCp1252(text + "\r\n");
+    });
+}
 
 } // namespace
 
@@ -39,7 +51,7 @@ IssuerEntry IssuerData::openAussteller() const
 void IssuerData::saveAussteller(const IssuerEntry& entry)
 {
     m_host.showNotice(Notice::aussteller1);
-    writeTextFile(m_paths.dataFile(kFiles[0]), entry.text + "\r\n");
+    writeIssuerFile(m_paths.dataFile(kFiles[0]), entry.text);
     m_form.setText(FormElement::RTFBox, entry.text);
     m_settings.save(kApplicationName, "Steuer", "Steuernummer", entry.taxNumber);
     m_settings.save(kApplicationName, "Steuer", "Steuer_Check", entry.showTaxNumber ? "1" : "0");
@@ -68,7 +80,7 @@ void IssuerData::chooseIssuer(int index, const IssuerPage& page)
     const auto i = static_cast<std::size_t>(index);
     m_form.setText(FormElement::RTFBox, page.text);
     m_form.setText(FormElement::steuernummer2, page.taxNumber);
-    writeTextFile(m_paths.dataFile(kFiles[i]), page.text + "\r\n");
+    writeIssuerFile(m_paths.dataFile(kFiles[i]), page.text);
     m_settings.save(kApplicationName, "Steuer", kTaxKeys[i], page.taxNumber);
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "tests/app/LockProbe.h"
 #include "tests/app/TempFolder.h"
 
 namespace zw {
@@ -165,6 +166,25 @@ TEST(SettingsStore, AnUnreadableFileIsToldOnceAndNeverWrittenOver)
                                "Standardwerten und überschreibt die Datei nicht.");
         EXPECT_TRUE(store.readable("zettelwerk.tips")) << "another application's file is its own matter";
     }
+}
+
+// The window and the command line each keep a store; what one saved is not dropped by the other's next save.
+TEST(SettingsStore, TwoProgramsSavingKeepEachOthersValues)
+{
+    test::TempFolder folder;
+    SettingsStore window(folder.path());
+    SettingsStore commandLine(folder.path());
+    EXPECT_EQ(window.get("Zettelwerk", "Options", "Menue", ""), "");
+    EXPECT_EQ(commandLine.get("Zettelwerk", "EMail", "Name", ""), "");
+    window.save("Zettelwerk", "Options", "Menue", "2007");
+    commandLine.save("Zettelwerk", "EMail", "Name", "Anna");
+    window.save("Zettelwerk", "Options", "Buttons", "Flat");
+    EXPECT_TRUE(commandLine.removeSection("Zettelwerk", "Options")) << "a section the other saved is there to remove";
+    SettingsStore next(folder.path());
+    EXPECT_EQ(next.get("Zettelwerk", "EMail", "Name", ""), "Anna");
+    EXPECT_EQ(next.get("Zettelwerk", "Options", "Buttons", "weg"), "weg") << "the section went as the other asked";
+    EXPECT_TRUE(test::waitsForLock(window.fileOf("Zettelwerk"),
+                                   [&window] { window.save("Zettelwerk", "Options", "Kalender", "1"); }));
 }
 
 } // namespace

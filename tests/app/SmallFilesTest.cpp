@@ -2,11 +2,18 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <cstring>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <thread>
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "tests/app/LockProbe.h"
 #include "tests/app/ProgramFolder.h"
 #include "tests/core/RunErrorNumber.h"
 
@@ -100,6 +107,19 @@ TEST_F(SmallFilesTest, MarkFileCountsOnlyWhenItHoldsOne)
     EXPECT_FALSE(smallfiles::readMark(paths.dataFile("sigunteraa.dat")));
 }
 
+bool makeDevice(const std::filesystem::path& file)
+{
+    if (::mknod(file.c_str(), S_IFCHR | 0600, ::makedev(1, 3)) == 0)
+        return true;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, file.c_str(), sizeof address.sun_path - 1);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    const bool bound = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return bound;
+}
+
 // Only a name that does not exist is a first start; whatever else stands there fails with 75 and stays, and a
 // FIFO never blocks the read.
 TEST_F(SmallFilesTest, AFifoADeviceOrAFolderInPlaceOfAFileFailsAndStays)
@@ -113,7 +133,9 @@ TEST_F(SmallFilesTest, AFifoADeviceOrAFolderInPlaceOfAFileFailsAndStays)
     const std::pair<const char*, std::function<void(const std::filesystem::path&)>> things[] = {
         {"fifo", [](const std::filesystem::path& file) { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); }},
         {"folder", [](const std::filesystem::path& file) { std::filesystem::create_directory(file); }},
-        {"device", [](const std::filesystem::path& file) { std::filesystem::create_symlink("/dev/null", file); }},
+        // A private node (of the null device where that may be made, else a socket), never a link to the
+        // machine's own: an old reader that replaced it would replace the machine's device.
+        {"device", [](const std::filesystem::path& file) { ASSERT_TRUE(makeDevice(file)); }},
     };
     for (const auto& [name, load] : loads) {
         for (const auto& [kind, make] : things) {
@@ -128,6 +150,23 @@ TEST_F(SmallFilesTest, AFifoADeviceOrAFolderInPlaceOfAFileFailsAndStays)
     }
     smallfiles::loadNumber(form, paths);
     EXPECT_EQ(home.readBytes("nummer.dat"), "00000001\r\n") << "a missing file is still written";
+}
+
+// Two programs giving out numbers at once never give one twice: the read and the write share one lock.
+TEST_F(SmallFilesTest, NumbersAdvancedAtOnceByTwoProgramsAreNeverLost)
+{
+    home.writeBytes("nummer.dat", "100\r\n");
+    auto giveOut = [this] {
+        ReceiptForm own;
+        for (int i = 0; i < 50; ++i)
+            smallfiles::advanceNumber(own, paths, smallfiles::NumberStep::Advance);
+    };
+    std::thread other(giveOut);
+    giveOut();
+    other.join();
+    EXPECT_EQ(home.readBytes("nummer.dat"), "200\r\n");
+    EXPECT_TRUE(test::waitsForLock(paths.dataFile("nummer.dat"),
+                                   [this] { smallfiles::saveNumber(paths.dataFile("nummer.dat"), "7"); }));
 }
 
 TEST_F(SmallFilesTest, MissingDataFolderFailsWithPathNotFound)

@@ -10,6 +10,7 @@
 #include "lists/AutocompleteEditor.h"
 #include "lists/AutocompleteTyping.h"
 #include "lists/Time.h"
+#include "tests/app/LockProbe.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
 
@@ -225,6 +226,34 @@ TEST_F(AutocompleteTest, WaitEndsOnTheWholeSecondsSinceItsStartAlsoPastMidnight)
         EXPECT_NEAR(now, row.endsAt, 0.11);
         EXPECT_GT(turns, 0);
     }
+}
+
+// The completion of two programs, and the editor beside them, keep what the others added or removed.
+TEST_F(AutocompleteTest, TwoProgramsAndTheEditorLoseNoEntry)
+{
+    test::writeBytes(file, "Meier\r\nSchulz\r\n");
+    Autocomplete window(file);
+    Autocomplete commandLine(file);
+    window.LoadEntries();
+    commandLine.LoadEntries();
+    window.AddEntry("Fenster");
+    window.SaveEntries();
+    commandLine.AddEntry("Kommandozeile");
+    commandLine.SaveEntries();
+    EXPECT_EQ(test::readBytes(file), "Meier\r\nSchulz\r\nFenster\r\nKommandozeile\r\n");
+    EXPECT_TRUE(commandLine.Exists("Fenster", IgnoreCase::No));
+
+    test::FakeHost host;
+    AutocompleteEditor editor(window, host);
+    editor.open();
+    editor.deleteMarked({0});
+    window.AddEntry("Noch eins");
+    window.SaveEntries();
+    editor.save();
+    EXPECT_EQ(test::readBytes(file), "Schulz\r\nFenster\r\nKommandozeile\r\nNoch eins\r\n");
+    EXPECT_THAT(editor.lines(), ElementsAre("Schulz", "Fenster", "Kommandozeile", "Noch eins"));
+    EXPECT_TRUE(test::waitsForLock(file, [&editor] { editor.save(); }));
+    EXPECT_TRUE(test::waitsForLock(file, [&window] { window.SaveEntries(); }));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "lists/ListReport.h"
+#include "tests/app/LockProbe.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/TempFolder.h"
 
@@ -157,6 +158,29 @@ TEST(ListTableTest, ARowWithoutAmountIsNeitherSavedEmptyNorBreaksReportAndTakeOv
         EXPECT_EQ(form.text(amount), "") << static_cast<int>(amount);
     takeOverRow(articles, 0, false, form);
     EXPECT_EQ(form.text(F::Text12), "13,38");
+}
+
+// Two windows (or the window and the command line) on one list: each one's added, edited and deleted rows
+// survive the other's save, and the grid takes what the other filed.
+TEST(ListTableTest, TwoProgramsSavingOneListLoseNothing)
+{
+    test::TempFolder folder;
+    const auto file = folder / "von_liste.txt";
+    writeBytes(file, "Meier;Hauptstr. 1\r\nSchulz;Ring 2\r\n");
+    ListTable window(payerList());
+    ListTable commandLine(payerList());
+    window.load(file);
+    commandLine.load(file);
+    window.insertRow(window.rowCount());
+    window.setCell(2, 0, "Neu im Fenster");
+    EXPECT_FALSE(window.save(file));
+    commandLine.setCell(0, 1, "Hauptstr. 10");
+    commandLine.removeRows({1});
+    EXPECT_TRUE(commandLine.save(file));
+    EXPECT_EQ(test::readBytes(file), "Meier;Hauptstr. 10\r\nNeu im Fenster;\r\n");
+    EXPECT_EQ(commandLine.rowCount(), 2);
+    EXPECT_TRUE(test::waitsForLock(file, [&window, &file] { window.save(file); }));
+    EXPECT_EQ(window.rows(), commandLine.rows());
 }
 
 } // namespace

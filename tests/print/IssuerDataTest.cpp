@@ -6,6 +6,7 @@
 
 #include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
+#include "tests/app/LockProbe.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
 
@@ -108,6 +109,17 @@ TEST_F(IssuerDataTest, ChoosingASecondIssuerShowsItButLeavesTheActiveFileAndKey)
     issuers.chooseIssuer(0, {"Neu", "000"});
     EXPECT_EQ(readData("aussteller.dat"), "Neu\r\n");
     EXPECT_EQ(steuer("Steuernummer"), "000");
+}
+
+// The issuer files are replaced whole; their writes wait for another program's cycle on the same file.
+TEST_F(IssuerDataTest, SavingWaitsForAnotherProgramsLock)
+{
+    writeData("aussteller.dat", "Alt\r\n");
+    EXPECT_TRUE(test::waitsForLock(paths.dataFile("aussteller.dat"), [this] { issuers.saveAussteller({"Neu", "", false, ""}); }));
+    EXPECT_TRUE(test::waitsForLock(paths.dataFile("aussteller2.dat"),
+                                   [this] { issuers.chooseIssuer(1, {"Zweiter", "12/345"}); }));
+    EXPECT_EQ(readData("aussteller.dat"), "Neu\r\n");
+    EXPECT_EQ(readData("aussteller2.dat"), "Zweiter\r\n");
 }
 
 } // namespace

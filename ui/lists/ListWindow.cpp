@@ -241,7 +241,9 @@ void ListWindow::save(GridOperation operation)
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
-        m_table.save(m_file);
+        // Rows another program filed meanwhile come in with the save; the grid then shows them.
+        if (m_table.save(m_file))
+            m_model->reset([] {});
     } catch (const RunError& error) {
         QApplication::restoreOverrideCursor();
         MessageDialog::showMessage(this, gridErrorText(operation, error.number(), error.description()),
