@@ -220,7 +220,7 @@ with tempfile.TemporaryDirectory() as tmp:
                 pass  # the client stopped reading, as some cases want
 
         def answer(self):
-            if self.path == "/endlos/webup.inf":  # a description that never ends
+            if self.path == "/endlos/update/quittung/webup.inf":  # a description that never ends
                 self.send_response(200)
                 self.end_headers()
                 while True:
@@ -276,7 +276,6 @@ with tempfile.TemporaryDirectory() as tmp:
         check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 62:"), f"endless: {result}")
     except subprocess.TimeoutExpired:
         check(False, "an endless description is read without end")
-    (home / "endlos").mkdir(exist_ok=True)
     (home / "vendor.ini").write_text(f"updateServer={base}/\n")
 
     # The fetch prints the window's status lines and renames the installer as the window does.
@@ -294,7 +293,7 @@ with tempfile.TemporaryDirectory() as tmp:
     result = run("update", "fetch", str(target))
     check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 58:"), f"second fetch: {result}")
     for name in ("zettelwerk.exe", "zettelwerk_6_0_0.exe"):
-        (target / name).unlink()
+        (target / name).unlink(missing_ok=True)
     describe("6.0.0")
     result = run("update", "fetch", str(target))
     check(result.returncode == 0 and result.stdout == "Es ist kein neues Update verfügbar!\n", f"same: {result}")
@@ -313,8 +312,9 @@ with tempfile.TemporaryDirectory() as tmp:
     describe("6.1.0", f"{base}/langsam/zettelwerk.exe")
     fetching = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "update", "fetch", str(target)],
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-    while "Download läuft" not in fetching.stdout.readline():
-        pass
+    for line in fetching.stdout:
+        if "Download läuft" in line:
+            break
     fetching.send_signal(signal.SIGINT)
     try:
         out, err = fetching.communicate(timeout=30)

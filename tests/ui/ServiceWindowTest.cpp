@@ -92,6 +92,30 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
     EXPECT_EQ(readFileBytes(paths.tempFolder() / "zettelwerk_6_0_0.exe"), installer);
 }
 
+TEST_F(ServiceWindowTest, AMissingInstallerLeavesItsErrorStandingWithNoBytesCountedAndNothingToStart)
+{
+    const fs::path served = folder.path() / "server";
+    fs::create_directories(served / "update" / "quittung");
+    test::Peer server({"http", served.string()});
+    std::ofstream(served / "update" / "quittung" / "webup.inf", std::ios::binary)
+        << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server.url("http", "/fehlt/zettelwerk.exe") << "\r\n";
+    std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server.url("http", "/") << "\n";
+    fs::create_directories(paths.tempFolder());
+    inWindow("webup", [&](QDialog& dialog) {
+        click(dialog, "Command1");
+        ASSERT_TRUE(test::waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
+        click(dialog, "Command4");
+        ASSERT_TRUE(test::waitFor([&] {
+            return text(dialog, "lblStatus6").startsWith("Status: Fehler") ||
+                   text(dialog, "lblStatus6").startsWith("Status: Update");
+        }));
+        EXPECT_EQ(text(dialog, "lblStatus6"), "Status: Fehler 404, Datei nicht gefunden");
+        EXPECT_FALSE(text(dialog, "lblStatus1").endsWith(" Bytes")) << "the error page was counted";
+    });
+    EXPECT_TRUE(boxes.empty()) << "no fault and no question after a failed download";
+    EXPECT_TRUE(fs::is_empty(paths.tempFolder()));
+}
+
 TEST_F(ServiceWindowTest, TheSettingsExportCopiesTheStoreThroughItsScript)
 {
     const fs::path chosen = folder.path() / "einstellungen.REG";
