@@ -69,6 +69,10 @@ int main(int argc, char** argv)
     zw::joinParts({window, form, settings, paths});
     window.logic().load();
     window.show();
+    // A settings file that could not be read, or a save that failed, is told once over the window.
+    settings.setNoticeRoutine([&window](const std::string& message) {
+        window.showMessage(message, zw::MessageStyle::Error, "Einstellungen");
+    });
     if (splashFault)
         window.faultReporter().report(*splashFault, "FrmSplash1");
     return QApplication::exec();
