@@ -1,5 +1,8 @@
 #include "ledger/LedgerOperations.h"
 
+#include <string_view>
+#include <unordered_set>
+
 #include "core/FormHost.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
@@ -11,14 +14,35 @@ void selectRow(SelectedRowBuffer& buffer, const ReceiptLedger& ledger, long rowN
     if (rowNumber <= 0)
         return;
     const auto row = static_cast<std::size_t>(rowNumber - 1);
-    for (int column = 0; column < kLedgerColumnCount; ++column)
-        buffer[static_cast<std::size_t>(column)] = std::string(ledger.cell(row, column));
+    for (int column = 0; column < kLedgerColumnCount; ++column) {
+        std::string& cell = buffer[static_cast<std::size_t>(column)];
+        cell = ledger.cell(row, column);
+        for (std::size_t at = cell.find(kLiteralTab); at != std::string::npos; at = cell.find(kLiteralTab, at))
+            cell.replace(at, kLiteralTab.size(), "\t");
+    }
 }
 
-LedgerOperations::LedgerOperations(ReceiptLedger& ledger, ReceiptForm& form, FormHost& host,
-                                   std::function<void()> save)
-    : m_ledger(ledger), m_form(form), m_host(host), m_save(std::move(save))
+LedgerOperations::LedgerOperations(ReceiptLedger& ledger, ReceiptForm& form, FormHost& host, Update update)
+    : m_ledger(ledger), m_form(form), m_host(host), m_update(std::move(update))
 {
+}
+
+void LedgerOperations::changeRow(std::size_t row, const std::function<void(std::size_t)>& change)
+{
+    const std::string seenText(m_ledger.rowText(row));
+    const bool done = m_update([&](ReceiptLedger& ledger, const std::vector<LedgerRow>* seen) {
+        const std::size_t now = seen ? ledger.findRowNear(seenText, row) : row;
+        if (now == ReceiptLedger::kNoRow)
+            return false;
+        change(now);
+        return true;
+    });
+    // Told after the cycle, so that no other program waits on the lock while the message is open.
+    if (!done)
+        m_host.showMessage("Dieser Eintrag wurde inzwischen von einem anderen Programm geändert oder gelöscht.\r"
+                           "Ihre Änderung wurde nicht gespeichert.\r\r"
+                           "Die Belegliste zeigt jetzt den gespeicherten Stand.",
+                           MessageStyle::Warning, "Achtung!!!");
 }
 
 void LedgerOperations::anzeigen()
@@ -64,8 +88,7 @@ void LedgerOperations::loeschen()
                              "unwiderruflich gelöscht.";
     if (m_host.confirmQuestion(text, MessageStyle::QuestionYesNo, "Achtung!!!") != kAnswerYes)
         return;
-    m_ledger.removeRow(current);
-    m_save();
+    changeRow(current, [this](std::size_t row) { m_ledger.removeRow(row); });
 }
 
 void LedgerOperations::loeschen_gesamt()
@@ -75,8 +98,29 @@ void LedgerOperations::loeschen_gesamt()
                                "klicken, wird die Belegliste\runwiderruflich gelöscht.",
                                static_cast<MessageStyle>(276), "Achtung!!!") != kAnswerYes)
         return;
-    m_ledger.assignRows({}, {});
-    m_save();
+    m_update([](ReceiptLedger& ledger, const std::vector<LedgerRow>* seen) {
+        if (!seen) {
+            ledger.assignRows({}, {});
+            return true;
+        }
+        // Rows another program filed since the grid showed the list were not part of the question: they stay.
+        std::unordered_multiset<std::string_view> asked;
+        for (const auto& row : *seen)
+            asked.insert(row.text());
+        std::vector<LedgerRow> kept;
+        std::vector<std::uint8_t> colours;
+        for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
+            const auto found = asked.find(ledger.rowText(row));
+            if (found != asked.end()) {
+                asked.erase(found);
+                continue;
+            }
+            kept.emplace_back(ledger.rowText(row));
+            colours.push_back(loadColours(ledger.rowText(row)));
+        }
+        ledger.assignRows(std::move(kept), std::move(colours));
+        return true;
+    });
 }
 
 void LedgerOperations::alle_felder()
@@ -87,8 +131,7 @@ void LedgerOperations::alle_felder()
 
 void LedgerOperations::cellEdited(std::size_t row, int column, const std::string& value)
 {
-    m_ledger.setCell(row, column, value);
-    m_save();
+    changeRow(row, [&](std::size_t now) { m_ledger.setCell(now, column, value); });
 }
 
 PrintedList ledgerList(const ReceiptLedger& ledger, LedgerList kind)

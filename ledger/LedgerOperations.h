@@ -18,11 +18,14 @@ using SelectedRowBuffer = std::array<std::string, kLedgerColumnCount>;
 // The grid's selection event: a row number above 0 (counted from 1) copies that row's cells; others leave it.
 void selectRow(SelectedRowBuffer& buffer, const ReceiptLedger& ledger, long rowNumber);
 
-// The commands of the ledger toolbar. `save` is SaveLedger; every failure is thrown as RunError.
+// The commands of the ledger toolbar. `update` runs a change as one locked cycle on what is on disk and saves it
+// (updateLedger); every failure is thrown as RunError. A row that another program changed or deleted since the
+// grid showed it is neither deleted nor edited: the grid shows what is on disk and the user is told.
 class LedgerOperations
 {
 public:
-    LedgerOperations(ReceiptLedger& ledger, ReceiptForm& form, FormHost& host, std::function<void()> save);
+    using Update = std::function<bool(const LedgerChangeRoutine&)>;
+    LedgerOperations(ReceiptLedger& ledger, ReceiptForm& form, FormHost& host, Update update);
 
     SelectedRowBuffer& buffer() { return m_buffer; }
 
@@ -36,10 +39,13 @@ public:
     void cellEdited(std::size_t row, int column, const std::string& value);
 
 private:
+    // Runs a change of the row the grid showed with this text at `row`, wherever that row stands now.
+    void changeRow(std::size_t row, const std::function<void(std::size_t)>& change);
+
     ReceiptLedger& m_ledger;
     ReceiptForm& m_form;
     FormHost& m_host;
-    std::function<void()> m_save;
+    Update m_update;
     SelectedRowBuffer m_buffer;
 };
 

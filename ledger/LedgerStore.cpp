@@ -1,34 +1,101 @@
 #include "ledger/LedgerStore.h"
 
+#include <optional>
+
 #include "app/AtomicFile.h"
+#include "app/FileLock.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
-#include "ledger/ReceiptLedger.h"
 
 namespace zw {
+namespace {
 
-void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
+std::filesystem::path ledgerFile(const ProgramPaths& paths) { return paths.dataFile("belege.dat"); }
+
+// Reads the file in blocks and hands the rows over only when the whole file was read, so a failed read leaves
+// the ledger as it was. Returns the rows the ledger held before. The stamp is taken before the read: should a
+// save slip in between, the next look reads once more instead of missing it.
+std::vector<LedgerRow> readLedgerFile(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
-    const auto file = paths.dataFile("belege.dat");
+    const auto file = ledgerFile(paths);
+    const FileStamp stamp = stampOf(file);
     LedgerReader reader;
     try {
         readFileInBlocks(file, [&reader](std::string_view block) { reader.feed(block); });
     } catch (const RunError& error) {
-        ledger.assignRows({}, {});
         if (error.number() == RunError::fileNotFound().number())
             throw;
-        throw unreadableError(file); // marked: the empty grid is never saved over the file
+        throw unreadableError(file); // marked: the grid is never saved over the file
     }
-    reader.finish(ledger);
+    ledger.setDiskStamp(stamp);
+    return reader.finish(ledger);
+}
+
+// Refused before the row enters the grid, so the grid never shows a receipt that was not filed.
+void checkWritable(const ProgramPaths& paths)
+{
+    const auto file = ledgerFile(paths);
+    if (isUnreadable(file))
+        throw unreadableError(file);
+}
+
+// Reads the file again if it is not the version the ledger holds; a missing file is an empty ledger.
+std::optional<std::vector<LedgerRow>> followDisk(ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    const FileStamp onDisk = stampOf(ledgerFile(paths));
+    if (onDisk == ledger.diskStamp())
+        return std::nullopt;
+    if (!onDisk.exists) {
+        ledger.setDiskStamp(onDisk);
+        return ledger.assignRows({}, {});
+    }
+    return readLedgerFile(ledger, paths);
+}
+
+void writeLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    const auto file = ledgerFile(paths);
+    writeFileAtomically(file, ledgerBytes(ledger));
+    ledger.setDiskStamp(stampOf(file));
+}
+
+} // namespace
+
+void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    try {
+        readLedgerFile(ledger, paths);
+    } catch (const RunError&) {
+        ledger.setDiskStamp({});
+        ledger.assignRows({}, {});
+        throw;
+    }
     std::error_code error;
     std::filesystem::create_directories(paths.reportFolder(), error);
 }
 
-void saveLedger(const ReceiptLedger& ledger, const ProgramPaths& paths)
+bool reloadLedgerIfChanged(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
-    writeFileAtomically(paths.dataFile("belege.dat"), ledgerBytes(ledger));
+    return followDisk(ledger, paths).has_value();
+}
+
+void saveLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
+{
+    FileLock lock(ledgerFile(paths));
+    writeLedger(ledger, paths);
+}
+
+bool updateLedger(ReceiptLedger& ledger, const ProgramPaths& paths, const LedgerChangeRoutine& change)
+{
+    checkWritable(paths);
+    FileLock lock(ledgerFile(paths));
+    const auto seen = followDisk(ledger, paths);
+    if (!change(ledger, seen ? &*seen : nullptr))
+        return false;
+    writeLedger(ledger, paths);
+    return true;
 }
 
 std::string ledgerRowText(const ReceiptForm& form)
@@ -51,38 +118,25 @@ std::string ledgerRowText(const ReceiptForm& form)
     return row;
 }
 
-namespace {
-
-// Refused before the row enters the grid, so the grid never shows a receipt that was not filed.
-void checkWritable(const ProgramPaths& paths)
-{
-    const auto file = paths.dataFile("belege.dat");
-    if (isUnreadable(file))
-        throw unreadableError(file);
-}
-
-} // namespace
-
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths)
 {
-    checkWritable(paths);
-    ledger.insertRow(0, ledgerRowText(form));
-    ledger.setCurrentRow(0);
-    saveLedger(ledger, paths);
+    std::vector<std::string> fields{ledgerRowText(form)};
+    fileReceiptRow(ledger, fields, paths);
 }
 
 void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths)
 {
-    checkWritable(paths);
     std::string row;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         if (i > 0)
             row += '\t';
         row += fields[i];
     }
-    ledger.insertRow(0, std::move(row));
-    ledger.setCurrentRow(0);
-    saveLedger(ledger, paths);
+    updateLedger(ledger, paths, [&row](ReceiptLedger& current, const std::vector<LedgerRow>*) {
+        current.insertRow(0, std::move(row));
+        current.setCurrentRow(0);
+        return true;
+    });
 }
 
 } // namespace zw

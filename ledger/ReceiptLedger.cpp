@@ -152,14 +152,28 @@ void ReceiptLedger::removeRow(std::size_t row)
     tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::After);
 }
 
-void ReceiptLedger::assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours)
+std::vector<LedgerRow> ReceiptLedger::assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours)
 {
     tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
-    m_rows = std::move(rows);
+    std::swap(m_rows, rows);
     m_colours = std::move(colours);
     m_colours.resize(m_rows.size(), 0);
     m_current = m_rows.empty() ? kNoRow : 0;
     tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
+    return rows;
+}
+
+std::size_t ReceiptLedger::findRowNear(std::string_view tabJoined, std::size_t near) const
+{
+    const std::size_t count = m_rows.size();
+    near = std::min(near, count);
+    for (std::size_t distance = 0; distance <= std::max(near, count - near); ++distance) {
+        if (distance <= near && near - distance < count && m_rows[near - distance].text() == tabJoined)
+            return near - distance;
+        if (near + distance < count && m_rows[near + distance].text() == tabJoined)
+            return near + distance;
+    }
+    return kNoRow;
 }
 
 void ReceiptLedger::setCurrentRow(std::size_t row)
@@ -193,8 +207,20 @@ std::uint8_t loadColours(std::string_view tabJoined)
 
 void LedgerReader::finishLine()
 {
+    if (!isAscii(m_line))
+        m_line = cp1252ToUtf8(m_line);
+    if (m_line.find('\t') != std::string::npos) {
+        std::string text;
+        for (char c : m_line) {
+            if (c == '\t')
+                text += kLiteralTab;
+            else
+                text += c;
+        }
+        m_line = std::move(text);
+    }
     std::replace(m_line.begin(), m_line.end(), ';', '\t');
-    LedgerRow row = isAscii(m_line) ? LedgerRow(m_line) : LedgerRow(cp1252ToUtf8(m_line));
+    LedgerRow row(m_line);
     m_colours.push_back(loadColours(row.text()));
     m_rows.push_back(std::move(row));
     m_line.clear();
@@ -227,13 +253,14 @@ void LedgerReader::feed(std::string_view block)
     }
 }
 
-void LedgerReader::finish(ReceiptLedger& ledger)
+std::vector<LedgerRow> LedgerReader::finish(ReceiptLedger& ledger)
 {
     if (m_inLine)
         finishLine();
-    ledger.assignRows(std::move(m_rows), std::move(m_colours));
+    auto before = ledger.assignRows(std::move(m_rows), std::move(m_colours));
     m_rows = {};
     m_colours = {};
+    return before;
 }
 
 void readLedger(std::istream& in, ReceiptLedger& ledger)
@@ -274,9 +301,12 @@ std::string ledgerBytes(const ReceiptLedger& ledger)
         }
         if (!ascii) {
             bytes.resize(start);
-            std::string converted = utf8ToCp1252(text);
-            std::replace(converted.begin(), converted.end(), '\t', ';');
-            bytes += converted;
+            std::string joined(text);
+            std::replace(joined.begin(), joined.end(), '\t', ';');
+            for (std::size_t at = joined.find(kLiteralTab); at != std::string::npos;
+                 at = joined.find(kLiteralTab, at + 1))
+                joined.replace(at, kLiteralTab.size(), "\t");
+            bytes += utf8ToCp1252(joined);
         }
         bytes += "\r\n";
     }

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/FileLock.h"
+
 namespace zw {
 
 // The fifteen columns of the ledger, in file order.
@@ -30,6 +32,10 @@ struct LedgerColumnInfo
 const std::array<LedgerColumnInfo, kLedgerColumnCount>& ledgerColumns();
 
 constexpr int columnIndex(LedgerColumn column) { return static_cast<int>(column); }
+
+// In memory a tab separates the cells of a row, so a TAB byte that stands in a line of belege.dat is held as this
+// private-use character (no Windows-1252 byte reads as it) and written back as a TAB.
+inline constexpr std::string_view kLiteralTab = "\uE009";
 
 // Colours given to amount cells while loading: income green, expense red (the grid's colour values).
 inline constexpr int kIncomeColour = 65280;
@@ -86,8 +92,12 @@ public:
     void appendRow(std::string tabJoined);
     void insertRow(std::size_t position, std::string tabJoined);
     void removeRow(std::size_t row);
-    // Fills the ledger at once from lines of the file's text (";" already replaced by tab).
-    void assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours);
+    // Fills the ledger at once from lines of the file's text (";" already replaced by tab); returns the rows it
+    // held before.
+    std::vector<LedgerRow> assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours);
+    // The row holding exactly this text nearest to `near`, or kNoRow: where a row the user saw stands after
+    // another program changed the file.
+    std::size_t findRowNear(std::string_view tabJoined, std::size_t near) const;
     void reserve(std::size_t rows) { m_rows.reserve(rows); }
 
     std::size_t currentRow() const { return m_current; }
@@ -95,6 +105,10 @@ public:
 
     bool isColumnVisible(int column) const { return m_visible.at(static_cast<std::size_t>(column)); }
     void setColumnVisible(int column, bool visible);
+
+    // The version of belege.dat the rows were last read from or written to.
+    const FileStamp& diskStamp() const { return m_diskStamp; }
+    void setDiskStamp(const FileStamp& stamp) { m_diskStamp = stamp; }
 
     using Listener = std::function<void(const LedgerChange&, LedgerPhase)>;
     void addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
@@ -108,7 +122,13 @@ private:
     std::size_t m_current = kNoRow;
     std::array<bool, kLedgerColumnCount> m_visible{};
     std::vector<Listener> m_listeners;
+    FileStamp m_diskStamp;
 };
+
+// One change of the ledger as it is applied to what is on disk. `seen` holds the rows the ledger showed before the
+// file was read again, and is null when the file had not changed. Returning false refuses the change: nothing is
+// saved.
+using LedgerChangeRoutine = std::function<bool(ReceiptLedger& ledger, const std::vector<LedgerRow>* seen)>;
 
 // The colour bits of a freshly read row.
 std::uint8_t loadColours(std::string_view tabJoined);
@@ -118,8 +138,8 @@ class LedgerReader
 {
 public:
     void feed(std::string_view block);
-    // Ends the last row and hands the rows to the ledger, replacing what it held.
-    void finish(ReceiptLedger& ledger);
+    // Ends the last row and hands the rows to the ledger, replacing what it held; returns the rows it held.
+    std::vector<LedgerRow> finish(ReceiptLedger& ledger);
 
 private:
     void finishLine();

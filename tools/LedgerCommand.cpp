@@ -1,5 +1,4 @@
 #include <ostream>
-#include <sstream>
 #include <string>
 
 #include "app/SettingsStore.h"
@@ -20,19 +19,14 @@ namespace zw::cli {
 namespace {
 
 // `ledger file RECEIPT.ZW5`: the receipt goes to the top of the program folder's ledger, the row the print
-// command files with Save_Check on. A ledger that exists but cannot be read is left untouched.
+// command files with Save_Check on. The ledger is read under its lock, so filings of other programs meanwhile
+// stay; one that exists but cannot be read is left untouched.
 int fileReceiptFile(CliContext& context, const std::filesystem::path& receipt)
 {
     const ProgramPaths paths = programPaths(context);
     ReceiptForm form;
     openReceiptFile(receipt, form);
     ReceiptLedger ledger;
-    try {
-        loadLedger(ledger, paths);
-    } catch (const RunError& error) {
-        if (error.number() != RunError::fileNotFound().number())
-            throw;
-    }
     fileReceiptRow(ledger, ledgerRow(form), paths);
     return 0;
 }
@@ -51,9 +45,10 @@ int runLedger(CliContext& context)
     try {
         if (arguments[0] == "file")
             return fileReceiptFile(context, arguments[1]);
-        std::istringstream in(readFileBytes(arguments[1]));
         ReceiptLedger ledger;
-        readLedger(in, ledger);
+        LedgerReader reader;
+        readFileInBlocks(arguments[1], [&reader](std::string_view block) { reader.feed(block); });
+        reader.finish(ledger);
         SettingsStore settings(settingsFolder(context));
         const auto panel = panelTotals(ledger, settings);
         std::string currency = settings.get(kApplicationName, "Waehrung", "waehr.Text", "");

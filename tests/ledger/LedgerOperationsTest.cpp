@@ -4,6 +4,8 @@
 
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "ledger/LedgerStore.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -34,7 +36,11 @@ protected:
 
     ReceiptLedger ledger;
     int saves = 0;
-    LedgerOperations operations{ledger, form, host, [this] { ++saves; }};
+    LedgerOperations operations{ledger, form, host, [this](const LedgerChangeRoutine& change) {
+                                    const bool done = change(ledger, nullptr);
+                                    saves += done ? 1 : 0;
+                                    return done;
+                                }};
 };
 
 TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
@@ -60,7 +66,7 @@ TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
 TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGrossAndDeleteIsARunError)
 {
     ReceiptLedger empty;
-    LedgerOperations onEmpty(empty, form, host, [] {});
+    LedgerOperations onEmpty(empty, form, host, [](const LedgerChangeRoutine&) { return true; });
     form.setText(F::Text12, "50,00");
     form.setText(F::Text7, "Alt");
     onEmpty.anzeigen();
@@ -130,6 +136,65 @@ TEST_F(LedgerOperationsTest, AnEditedCellIsSavedAsTyped)
     shortRow.appendRow("1.1.2020");
     shortRow.setCell(0, columnIndex(C::ort), "Bonn");
     EXPECT_EQ(shortRow.rowText(0), "1.1.2020\t\t\t\t\t\t\t\t\t\t\t\tBonn");
+}
+
+// This program's grid was loaded; another program then changed belege.dat before this one deletes or edits.
+// Whatever the other wrote stays; a row it changed or deleted is left alone and the user is told.
+TEST(LedgerOperationsOnASharedFile, AChangeOfAnotherProgramIsNeverWrittenOver)
+{
+    struct Case
+    {
+        const char* name;
+        std::function<void(ReceiptLedger& other, const ProgramPaths& paths)> otherProgram;
+        std::function<void(LedgerOperations& mine)> thisProgram;
+        std::string fileAfter;
+        bool told;
+    };
+    auto files = [](ReceiptLedger& other, const ProgramPaths& paths) { fileReceiptRow(other, {"neu"}, paths); };
+    auto renumbers = [](ReceiptLedger& other, const ProgramPaths& paths) {
+        updateLedger(other, paths, [](ReceiptLedger& ledger, const std::vector<LedgerRow>*) {
+            ledger.setCell(0, 1, "9999");
+            return true;
+        });
+    };
+    auto removesFirst = [](ReceiptLedger& other, const ProgramPaths& paths) {
+        updateLedger(other, paths, [](ReceiptLedger& ledger, const std::vector<LedgerRow>*) {
+            ledger.removeRow(0);
+            return true;
+        });
+    };
+    const Case cases[] = {
+        {"deleting keeps a filing", files, [](LedgerOperations& mine) { mine.loeschen(); },
+         "neu\r\na;1047\r\n", false},
+        {"editing keeps a filing", files,
+         [](LedgerOperations& mine) { mine.cellEdited(0, 1, "2000"); },
+         "neu\r\na;2000\r\nb;1048\r\n", false},
+        {"deleting all keeps a filing", files, [](LedgerOperations& mine) { mine.loeschen_gesamt(); }, "neu\r\n",
+         false},
+        {"a row changed elsewhere is not edited", renumbers,
+         [](LedgerOperations& mine) { mine.cellEdited(0, 1, "2000"); }, "a;9999\r\nb;1048\r\n", true},
+        {"a row deleted elsewhere is not deleted again", removesFirst,
+         [](LedgerOperations& mine) { mine.loeschen(); }, "b;1048\r\n", true},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        test::ProgramFolder home;
+        test::FakeFormParts parts;
+        home.writeBytes("belege.dat", "a;1047\r\nb;1048\r\n");
+        ReceiptLedger mine;
+        ReceiptLedger other;
+        loadLedger(mine, home.paths);
+        loadLedger(other, home.paths);
+        mine.setCurrentRow(row.told ? 0 : 1);
+        LedgerOperations operations(mine, parts.form, parts.host, [&](const LedgerChangeRoutine& change) {
+            return updateLedger(mine, home.paths, change);
+        });
+        row.otherProgram(other, home.paths);
+        row.thisProgram(operations);
+        EXPECT_EQ(home.readBytes("belege.dat"), row.fileAfter);
+        EXPECT_EQ(ledgerBytes(mine), row.fileAfter);
+        EXPECT_EQ(parts.host.messages.size(), row.told ? 1u : 0u);
+    }
 }
 
 // Titles, columns and which rows and amounts each list keeps are read back from a printed PDF in tests/print.

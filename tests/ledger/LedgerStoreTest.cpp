@@ -90,6 +90,38 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
     }
 }
 
+// A TAB byte inside a field is part of the field: it neither splits the cell nor comes back as ";".
+TEST(LedgerStore, ATabInTheFileStaysATab)
+{
+    for (const std::string line : {"a\tb;c", "\t;\t\t", "Gr\xF6\xDF" "e\t\x80;x"}) {
+        SCOPED_TRACE(line);
+        std::istringstream in(line + "\r\n");
+        ReceiptLedger ledger;
+        readLedger(in, ledger);
+        EXPECT_EQ(ledger.cell(0, 2), "");
+        EXPECT_EQ(ledgerBytes(ledger), line + "\r\n");
+    }
+}
+
+// The window looks at the file when it is activated: what another program saved meanwhile is read again, and
+// only then.
+TEST(LedgerStore, ALedgerFollowsWhatAnotherProgramSaved)
+{
+    test::ProgramFolder home;
+    ReceiptLedger mine;
+    EXPECT_FALSE(reloadLedgerIfChanged(mine, home.paths));
+    ReceiptLedger other;
+    fileReceiptRow(other, {"1", "1047"}, home.paths);
+    EXPECT_TRUE(reloadLedgerIfChanged(mine, home.paths));
+    EXPECT_EQ(mine.rowCount(), 1u);
+    EXPECT_FALSE(reloadLedgerIfChanged(mine, home.paths));
+    fileReceiptRow(mine, {"2", "1048"}, home.paths);
+    EXPECT_FALSE(reloadLedgerIfChanged(mine, home.paths));
+    std::filesystem::remove(home.paths.dataFile("belege.dat"));
+    EXPECT_TRUE(reloadLedgerIfChanged(mine, home.paths));
+    EXPECT_EQ(mine.rowCount(), 0u);
+}
+
 TEST(LedgerStore, AMissingFileLeavesAnEmptyLedgerAndNoReportFolder)
 {
     test::ProgramFolder home;

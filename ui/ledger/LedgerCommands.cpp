@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QEvent>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
@@ -41,7 +42,8 @@ struct WaitCursor
 
 LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, const ProgramPaths& paths)
     : QObject(&window), m_window(window), m_form(form), m_settings(settings), m_paths(paths),
-      m_operations(m_ledger, form, window, [this] { save(); }), m_files(form, settings, window),
+      m_operations(m_ledger, form, window, [this](const LedgerChangeRoutine& change) { return update(change); }),
+      m_files(form, settings, window),
       m_currency(form, settings, window)
 {
     setObjectName("LedgerPart");
@@ -72,6 +74,25 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
     if (m_ledger.rowCount() > 0)
         m_grid->setCurrentIndex(m_model->index(0, 0));
     m_operations.alle_felder();
+    m_window.installEventFilter(this);
+}
+
+bool LedgerPart::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &m_window && event->type() == QEvent::WindowActivate)
+        followOtherPrograms();
+    return QObject::eventFilter(watched, event);
+}
+
+void LedgerPart::followOtherPrograms()
+{
+    try {
+        WaitCursor hourglass;
+        if (reloadLedgerIfChanged(m_ledger, m_paths) && m_ledger.rowCount() > 0)
+            m_grid->setCurrentIndex(m_model->index(0, 0));
+    } catch (const RunError&) {
+        // The grid stays as it was; filing says why the file cannot be used, activating the window does not.
+    }
 }
 
 LedgerPart::~LedgerPart() = default;
@@ -195,10 +216,10 @@ void LedgerPart::trapped(const char* formName, const std::function<void()>& rout
     }
 }
 
-void LedgerPart::save()
+bool LedgerPart::update(const LedgerChangeRoutine& change)
 {
     WaitCursor hourglass;
-    saveLedger(m_ledger, m_paths);
+    return updateLedger(m_ledger, m_paths, change);
 }
 
 void LedgerPart::fileReceipt()

@@ -49,6 +49,8 @@ public:
     void runToolbarKey(const std::string& key);
     // Button3 "Daten &aktualisieren".
     void refreshTotals();
+    // Reloads the grid when another program changed belege.dat; the window runs it whenever it is activated.
+    void followOtherPrograms();
 
     // Stand-ins for the common dialogs, so that the commands run without a person.
     enum class FileDialog { Open, OpenOld, Save };
@@ -56,11 +58,12 @@ public:
     std::function<void(QPrinter&)> printerDialog;
 
 private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void buildPage();
     void registerCommands();
     void trapped(const char* formName, const std::function<void()>& routine);
     void printList(LedgerList kind);
-    void save();
+    bool update(const LedgerChangeRoutine& change);
 
     Quittung& m_window;
     ReceiptForm& m_form;

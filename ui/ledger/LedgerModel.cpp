@@ -55,7 +55,7 @@ QVariant LedgerModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return qt(m_ledger.cell(row, index.column()));
+        return qt(m_ledger.cell(row, index.column())).replace(qt(kLiteralTab), QStringLiteral("\t"));
     case Qt::ForegroundRole:
         if (int colour = m_ledger.cellColour(row, index.column()))
             return gridColour(colour);
@@ -97,7 +97,8 @@ bool LedgerModel::setData(const QModelIndex& index, const QVariant& value, int r
 {
     if (!index.isValid() || role != Qt::EditRole)
         return false;
-    const std::string text = value.toString().toStdString();
+    // A TAB in a cell is part of its text, not a new cell.
+    const std::string text = value.toString().replace(QStringLiteral("\t"), qt(kLiteralTab)).toStdString();
     if (cellEdited)
         cellEdited(static_cast<std::size_t>(index.row()), index.column(), text);
     return true;
