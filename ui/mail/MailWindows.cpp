@@ -1,6 +1,7 @@
 #include "ui/mail/MailWindows.h"
 
 #include <QApplication>
+#include <QScopeGuard>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QColorDialog>
@@ -46,6 +47,7 @@
 #include "export/rtf/RtfWriter.h"
 #include "mail/AddressBook.h"
 #include "mail/RtfToHtml.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/FileDialogs.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
@@ -446,12 +448,12 @@ beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& 
     followSession(m_smtp, m_status, m_progress, m_log);
 
     // The address book belongs to the delivered data; without it the window does not open.
-    try {
+    const bool loaded = faulttrap::trapped([&] {
         m_book.load(paths.dataFile("adressbuch.dat"));
-    } catch (const RunError& error) {
-        showUntrappedFault(host, error);
+        return true;
+    })();
+    if (!loaded)
         return;
-    }
     saveBook(); // fills the grid
     m_grid->setCurrentCell(0, 0);
     m_to->clear();
@@ -527,12 +529,12 @@ QWidget* beleg_mail::buildAddressBar()
         auto* key = button("Command5", captions[i], bar);
         key->setProperty("Index", i);
         layout->addWidget(key);
-        connect(key, &QPushButton::clicked, this, [this, i] {
+        connect(key, &QPushButton::clicked, this, faulttrap::trapped([this, i] {
             if (i == 2)
                 deleteContact();
             else
                 contact(i == 1);
-        });
+        }));
     }
     return bar;
 }
@@ -669,15 +671,15 @@ MailAccount beleg_mail::account() const
 
 void beleg_mail::saveBook()
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    try {
-        if (m_loaded)
+    // A failed save is a message (without the hourglass); the grid still shows what the book holds.
+    if (m_loaded) {
+        faulttrap::trapped([this] {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
             m_book.save(m_paths.dataFile("adressbuch.dat"));
-    } catch (const RunError& error) {
-        QApplication::restoreOverrideCursor();
-        showUntrappedFault(m_host, error);
-        QApplication::setOverrideCursor(Qt::WaitCursor);
+        })();
     }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     m_grid->setRowCount(m_book.rowCount());
     for (int row = 0; row < m_book.rowCount(); ++row) {
         for (int column = 0; column < 4; ++column)
@@ -690,10 +692,8 @@ void beleg_mail::saveBook()
 void beleg_mail::contact(bool edit)
 {
     const int row = m_grid->currentRow();
-    if (edit && row < 0) {
-        showUntrappedFault(m_host, RunError::subscriptOutOfRange()); // no current contact to edit
-        return;
-    }
+    if (edit && row < 0)
+        throw RunError::subscriptOutOfRange(); // no current contact to edit
     adressbuch1 dialog(edit ? adressbuch1::Purpose::Edit : adressbuch1::Purpose::Add,
                        edit ? m_book.rows()[static_cast<std::size_t>(row)] : std::vector<std::string>(), this);
     if (dialog.exec() == QDialog::Accepted) {
@@ -711,10 +711,8 @@ void beleg_mail::contact(bool edit)
 void beleg_mail::deleteContact()
 {
     const int row = m_grid->currentRow();
-    if (row < 0) {
-        showUntrappedFault(m_host, RunError::subscriptOutOfRange());
-        return;
-    }
+    if (row < 0)
+        throw RunError::subscriptOutOfRange();
     if (MessageDialog::confirmQuestion(this, deleteContactQuestion(m_book, row), MessageStyle::QuestionYesNo,
                                        "Eintrag löschen", m_paths.helpFolder() / "index.html") != kAnswerYes)
         return;
