@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "app/TextFile.h"
@@ -62,6 +63,20 @@ TEST_F(ListWindowTest, TakesARowOverAsGrossEditsAndDeletesWithTheFileFollowingAt
                                   "Datenzeilen löschen?");
     }
     EXPECT_EQ(articles->table().rowCount(), 4);
+}
+
+// "Datensatz hinzufügen" opens a row for typing; the file gets it once something was typed into it.
+TEST_F(ListWindowTest, ANewRowReachesTheFileOnlyOnceTypedInto)
+{
+    const auto file = paths.dataFile("artikel_fuer.txt");
+    const std::string before = readFileBytes(file);
+    trigger("neu_grid");
+    EXPECT_EQ(readFileBytes(file), before);
+    QTableView* grid = articles->grid();
+    grid->model()->setData(grid->model()->index(articles->table().rowCount() - 1, 0), "Ordner");
+    const std::string after = readFileBytes(file);
+    EXPECT_TRUE(after.ends_with("\r\nOrdner;;\r\n")) << after;
+    EXPECT_EQ(std::count(after.begin(), after.end(), '\n'), std::count(before.begin(), before.end(), '\n') + 1);
 }
 
 } // namespace

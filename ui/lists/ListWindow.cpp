@@ -221,6 +221,12 @@ ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, 
     load();
 }
 
+ListWindow::~ListWindow()
+{
+    // The grid goes before the table it shows: hiding an open cell editor on the way out still reads cells.
+    delete m_grid;
+}
+
 void ListWindow::load()
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);

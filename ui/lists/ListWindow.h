@@ -29,6 +29,7 @@ class ListWindow : public QDialog
 public:
     ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, FaultReporter& faults,
                const ProgramPaths& paths, QWidget* parent = nullptr);
+    ~ListWindow() override;
 
     ListTable& table() { return m_table; }
     QTableView* grid() const { return m_grid; }
