@@ -138,7 +138,11 @@ Line* findKey(Lines& lines, std::string_view section, std::string_view key)
 
 } // namespace
 
-SettingsStore::SettingsStore(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+SettingsStore::SettingsStore(std::filesystem::path folder) : m_folder(std::move(folder))
+{
+    // An interrupted save of an earlier run leaves a copy of the settings, password included; it goes.
+    removeStaleTemporaryFiles(m_folder, programStartTime());
+}
 
 std::filesystem::path SettingsStore::defaultFolder()
 {

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "app/ProgramPaths.h"
+#include "app/SettingsStore.h"
 #include "app/TextFile.h"
 #include "core/RunError.h"
 #include "tests/app/TempFolder.h"
@@ -98,7 +99,8 @@ TEST(AtomicFile, StaleTemporaryFilesAreRemovedAndOthersStay)
     EXPECT_EQ(removeStaleTemporaryFiles(folder / "nowhere", old), 0);
 }
 
-// A save that fails half-way leaves no temporary file, and a program folder keeps none from an earlier run.
+// A save that fails half-way leaves no temporary file, and neither the program folder nor the settings folder keeps
+// one from an earlier run.
 TEST(AtomicFile, AFailedSaveAndTheNextStartLeaveNoTemporaryFile)
 {
     test::TempFolder folder;
@@ -114,6 +116,12 @@ TEST(AtomicFile, AFailedSaveAndTheNextStartLeaveNoTemporaryFile)
     for (const auto& entry : std::filesystem::directory_iterator(folder / "daten"))
         left.push_back(entry.path().filename().string());
     EXPECT_EQ(left, std::vector<std::string>{"belege.dat"});
+
+    test::writeBytes(folder / ".zettelwerk.ini.zwtmp-a1s2d3", "Passwort=geheim");
+    std::filesystem::last_write_time(folder / ".zettelwerk.ini.zwtmp-a1s2d3",
+                                     programStartTime() - std::chrono::seconds(10));
+    SettingsStore settings(folder.path());
+    EXPECT_FALSE(std::filesystem::exists(folder / ".zettelwerk.ini.zwtmp-a1s2d3"));
 }
 
 } // namespace
