@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev libgl-dev qt6-translations-l10n
-  libcurl4-openssl-dev libzip-dev zlib1g-dev
+  libcurl4-openssl-dev libzip-dev zlib1g-dev libssl-dev
   fonts-liberation fonts-liberation2 fonts-dejavu-core
   libgtest-dev libgmock-dev libbenchmark-dev
 )
