@@ -3,6 +3,8 @@
 #include "core/ReceiptForm.h"
 #include "core/Settings.h"
 
+#include <algorithm>
+
 namespace zw {
 
 PrintDialogFields openPrintDialog(const ReceiptForm& form, const Settings& settings, const QString& lastPrinter)
@@ -17,8 +19,22 @@ PrintDialogFields openPrintDialog(const ReceiptForm& form, const Settings& setti
     fields.x = form.abstand();
     fields.y = form.oben();
     choosePaper(fields, Paper::A4);
-    fields.printer = lastPrinter.isEmpty() ? PrintJob::defaultPrinterName() : lastPrinter;
+    fields.printer = printerAtOpening(PrintJob::printerNames(), PrintJob::defaultPrinterName(), lastPrinter);
     return fields;
+}
+
+QString printerAtOpening(const std::vector<QString>& printers, const QString& systemPrinter,
+                         const QString& lastPrinter)
+{
+    const auto listed = [&printers](const QString& name) {
+        return !name.isEmpty() && std::find(printers.begin(), printers.end(), name) != printers.end();
+    };
+    if (listed(lastPrinter))
+        return lastPrinter;
+    if (listed(systemPrinter))
+        return systemPrinter;
+    // A system without a default printer still prints: to the first one it lists.
+    return printers.empty() ? QString() : printers.front();
 }
 
 void choosePaper(PrintDialogFields& fields, Paper paper)

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <string>
+#include <vector>
 
 #include "print/PrintJob.h"
 
@@ -25,8 +26,13 @@ struct PrintDialogFields
 };
 
 // Opening: colour and close switch from the settings, the positions from the form's abstand and oben (druck.dat),
-// A4 paper, and the printer chosen last or else the system's current one.
+// A4 paper, and the printer of printerAtOpening.
 PrintDialogFields openPrintDialog(const ReceiptForm& form, const Settings& settings, const QString& lastPrinter);
+
+// The printer the list shows at opening: the one chosen last, else the system's current one, else the first listed;
+// a name no longer listed is passed over.
+QString printerAtOpening(const std::vector<QString>& printers, const QString& systemPrinter,
+                         const QString& lastPrinter);
 
 // A paper choice fills width, height, whether they may be typed, and the second receipt's top from its row.
 void choosePaper(PrintDialogFields& fields, Paper paper);

@@ -10,8 +10,11 @@
 #include <thread>
 #include <unistd.h>
 
+#include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "print/PrintDialogFields.h"
 #include "tests/app/TempFolder.h"
+#include "tests/core/FakeHost.h"
 #include "tests/core/RunErrorNumber.h"
 #include "tests/export/PopplerPage.h"
 
@@ -237,8 +240,12 @@ TEST(PrintThroughCups, JobsReachThePdfQueueAtTheirPlaceAndAVanishedPrinterIsRepo
         GTEST_SKIP() << "no private print server could be started here (needs root and /usr/sbin/cupsd)";
     const QString out = QString::fromStdString(server.outFolder());
     const auto pdfsIn = [&out] { return QDir(out).entryList({"*.pdf"}, QDir::Files, QDir::Time); };
-    ASSERT_TRUE(PrintJob::printerNames().end() !=
-                std::find(PrintJob::printerNames().begin(), PrintJob::printerNames().end(), CupsServer::kQueue));
+    const std::vector<QString> printers = PrintJob::printerNames();
+    ASSERT_NE(std::find(printers.begin(), printers.end(), CupsServer::kQueue), printers.end());
+    // The server names no default printer: the dialog opens at the one it lists, not at an empty choice.
+    test::MemorySettings settings;
+    EXPECT_EQ(openPrintDialog(ReceiptForm(), settings, QString()).printer, QString(CupsServer::kQueue));
+    EXPECT_EQ(openPrintDialog(ReceiptForm(), settings, "Entfernt").printer, QString(CupsServer::kQueue));
 
     PrintJob job;
     PrintRequest request;
