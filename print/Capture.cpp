@@ -99,8 +99,14 @@ void Capture::drawLook(QPainter& painter, const ReceiptForm& form) const
 QImage Capture::operator()(const ReceiptForm& form) const
 {
     QImage photo(kFormWidthPixels, kFormHeightPixels, QImage::Format_RGB32);
-    photo.fill(kAreaColour);
     QPainter painter(&photo);
+    paint(painter, form);
+    return photo;
+}
+
+void Capture::paint(QPainter& painter, const ReceiptForm& form) const
+{
+    painter.fillRect(QRect(0, 0, kFormWidthPixels, kFormHeightPixels), kAreaColour);
     if (!form.formBackground().empty()) {
         const QImage& background = picture(m_paths.resolve(form.formBackground()));
         if (!background.isNull())
@@ -126,7 +132,6 @@ QImage Capture::operator()(const ReceiptForm& form) const
         }
         drawText(painter, form, entry);
     }
-    return photo;
 }
 
 } // namespace zw

@@ -23,6 +23,8 @@ public:
 
     // A picture of kFormWidthPixels x kFormHeightPixels, 24-bit colour.
     QImage operator()(const ReceiptForm& form) const;
+    // The same composition on any painter whose unit is the form's pixel: on a PDF page the text stays text.
+    void paint(QPainter& painter, const ReceiptForm& form) const;
 
     // The session's receipt colour: field backgrounds and the stamp area's picture go into the photograph too.
     void setLook(const ReceiptLook* look) { m_look = look; }
