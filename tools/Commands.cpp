@@ -19,8 +19,16 @@ std::span<const CliCommand> commands()
         CliCommand{"ledger",
                    "ledger totals BELEGE.DAT   Summen der Belegliste und Kassenstand\n"
                    "  zettelwerk-cli ledger file QUITTUNG.ZW5   Quittung in die Belegliste des "
-                   "Programmordners aufnehmen",
-                   &runLedger},
+                   "Programmordners aufnehmen\n"
+                   "  zettelwerk-cli ledger storno NUMMER   Beleg stornieren (Gegenbuchung)\n"
+                   "  zettelwerk-cli ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]   Tagesabschluss\n"
+                   "  zettelwerk-cli ledger report --day TT.MM.JJJJ AUSGABE.pdf   Kassenbericht eines "
+                   "abgeschlossenen Tages",
+                   &runLedgerWithBooks},
+        CliCommand{"journal",
+                   "journal verify | show [--from TT.MM.JJJJ] [--to TT.MM.JJJJ]  Änderungsprotokoll der "
+                   "Belegliste prüfen oder zeigen",
+                   &runJournal},
         CliCommand{"lists",
                    "lists report von_liste|artikel_fuer [--rows N] [--title TEXT] BERICHT.htm  HTML-Bericht einer Liste",
                    &runLists},

@@ -13,6 +13,8 @@ int runBackup(CliContext& context);
 int runExport(CliContext& context);
 int runInfo(CliContext& context);
 int runLedger(CliContext& context);
+int runLedgerWithBooks(CliContext& context);
+int runJournal(CliContext& context);
 int runLists(CliContext& context);
 int runMail(CliContext& context);
 int runRestore(CliContext& context);

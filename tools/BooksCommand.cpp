@@ -1,0 +1,181 @@
+#include <QGuiApplication>
+#include <cstdio>
+#include <ostream>
+
+#include "app/AtomicFile.h"
+#include "books/CashBook.h"
+#include "books/JournalCheck.h"
+#include "core/RunError.h"
+#include "print/ArchivePdf.h"
+#include "print/Capture.h"
+#include "print/FormFonts.h"
+#include "tools/CliContext.h"
+#include "tools/Commands.h"
+#include "tools/Environment.h"
+
+namespace zw::cli {
+namespace {
+
+constexpr const char* kOutsideNotice =
+    "Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung ist im Änderungsprotokoll vermerkt.\n";
+
+// The reports draw text: a display-less platform is enough.
+std::unique_ptr<QGuiApplication> startToolkit()
+{
+    if (QCoreApplication::instance() != nullptr)
+        return nullptr;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "zettelwerk-cli";
+    static char* argv[] = {name, nullptr};
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (type == QtCriticalMsg || type == QtFatalMsg)
+            std::fputs((message.toStdString() + "\n").c_str(), stderr);
+    });
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    installFontSubstitutes();
+    return application;
+}
+
+std::optional<BookDate> dateOption(CliContext& context, const std::string& name, bool& bad)
+{
+    const auto text = takeOption(context.arguments, name);
+    if (!text)
+        return std::nullopt;
+    const auto date = parseGermanDate(*text);
+    if (!date) {
+        context.err << "\"" << *text << "\" ist kein Datum der Form TT.MM.JJJJ.\n";
+        bad = true;
+    }
+    return date;
+}
+
+int usage(CliContext& context, const char* text)
+{
+    context.err << "Aufruf: zettelwerk-cli " << text << "\n";
+    return 2;
+}
+
+int storno(CliContext& context)
+{
+    if (context.arguments.size() != 2)
+        return usage(context, "ledger storno NUMMER");
+    const ProgramPaths paths = programPaths(context);
+    CashBook book(paths);
+    ReceiptLedger ledger;
+    const auto outcome = book.storno(ledger, context.arguments[1]);
+    if (outcome.changedOutside)
+        context.err << kOutsideNotice;
+    context.out << "Beleg " << context.arguments[1] << " storniert mit Beleg "
+                << ledger.cell(0, LedgerColumn::belegnr) << ".\n";
+    return 0;
+}
+
+int close(CliContext& context)
+{
+    const auto counted = takeOption(context.arguments, "--counted");
+    const auto note = takeOption(context.arguments, "--note");
+    if (context.arguments.size() > 2 || !counted)
+        return usage(context, "ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]");
+    const auto application = startToolkit();
+    const ProgramPaths paths = programPaths(context);
+    CashBook book(paths);
+    CashBook::CloseRequest request;
+    request.day = book.today();
+    if (context.arguments.size() == 2) {
+        const auto day = parseGermanDate(context.arguments[1]);
+        if (!day) {
+            context.err << "\"" << context.arguments[1] << "\" ist kein Datum der Form TT.MM.JJJJ.\n";
+            return 2;
+        }
+        request.day = *day;
+    }
+    request.counted = parseTypedAmount(*counted);
+    request.note = note.value_or("");
+    request.firm = firmLines(paths);
+    Capture capture(paths);
+    ReceiptLedger ledger;
+    const auto result = book.close(ledger, request, ArchivePdf(capture));
+    if (result.changedOutside)
+        context.err << kOutsideNotice;
+    const auto& record = result.record;
+    context.out << "Tagesabschluss " << record.to.german() << "\n"
+                << "Anfangsbestand: " << centsText(record.opening) << "\n"
+                << "Einnahmen: " << centsText(record.takings) << "\n"
+                << "Ausgaben: " << centsText(record.payouts) << "\n"
+                << "Kassensoll: " << centsText(record.expected()) << "\n"
+                << "Gezählt: " << centsText(record.counted) << "\n"
+                << "Differenz: " << centsText(record.difference()) << "\n"
+                << "Kassenbericht: " << (paths.dataFolder() / result.report.name).string() << "\n";
+    return 0;
+}
+
+int report(CliContext& context)
+{
+    bool bad = false;
+    const auto day = dateOption(context, "--day", bad);
+    if (bad)
+        return 2;
+    if (context.arguments.size() != 2 || !day)
+        return usage(context, "ledger report --day TT.MM.JJJJ AUSGABE.pdf");
+    const auto application = startToolkit();
+    const ProgramPaths paths = programPaths(context);
+    CashBook book(paths);
+    Capture capture(paths);
+    writeFileAtomically(context.arguments[1], book.reportAgain(*day, firmLines(paths), ArchivePdf(capture)));
+    return 0;
+}
+
+int failed(CliContext& context, const RunError& error)
+{
+    context.err << "Fehler " << error.number() << ": " << error.description() << "\n";
+    return 1;
+}
+
+} // namespace
+
+// `journal verify` and `journal show [--from TT.MM.JJJJ] [--to TT.MM.JJJJ]`.
+int runJournal(CliContext& context)
+{
+    try {
+        bool bad = false;
+        const auto from = dateOption(context, "--from", bad);
+        const auto to = dateOption(context, "--to", bad);
+        if (bad)
+            return 2;
+        const ProgramPaths paths = programPaths(context);
+        if (context.arguments.size() == 1 && context.arguments[0] == "verify" && !from && !to) {
+            const auto verdict = verifyJournal(paths);
+            (verdict.sound ? context.out : context.err) << verdict.message << "\n";
+            return verdict.sound ? 0 : 1;
+        }
+        if (context.arguments.size() == 1 && context.arguments[0] == "show") {
+            if (showJournal(paths, from, to, context.out) == 0)
+                context.out << "Keine Einträge.\n";
+            return 0;
+        }
+        return usage(context, "journal verify | journal show [--from TT.MM.JJJJ] [--to TT.MM.JJJJ]");
+    } catch (const RunError& error) {
+        return failed(context, error);
+    }
+}
+
+// The cash book's commands of `ledger`; the others go on to the ledger's own.
+int runLedgerWithBooks(CliContext& context)
+{
+    const std::string what = context.arguments.empty() ? std::string() : context.arguments[0];
+    if (what != "storno" && what != "close" && what != "report")
+        return runLedger(context);
+    try {
+        if (what == "storno")
+            return storno(context);
+        if (what == "close")
+            return close(context);
+        return report(context);
+    } catch (const RunError& error) {
+        return failed(context, error);
+    }
+}
+
+} // namespace zw::cli
