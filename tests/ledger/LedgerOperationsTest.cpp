@@ -150,7 +150,9 @@ TEST(LedgerOperationsOnASharedFile, AChangeOfAnotherProgramIsNeverWrittenOver)
         std::string fileAfter;
         bool told;
     };
-    auto files = [](ReceiptLedger& other, const ProgramPaths& paths) { fileReceiptRow(other, {"neu"}, paths); };
+    auto files = [](ReceiptLedger& other, const ProgramPaths& paths) {
+        fileReceiptRow(other, {"neu"}, paths);
+    };
     auto renumbers = [](ReceiptLedger& other, const ProgramPaths& paths) {
         updateLedger(other, paths, [](ReceiptLedger& ledger, const std::vector<LedgerRow>*) {
             ledger.setCell(0, 1, "9999");
@@ -166,11 +168,10 @@ TEST(LedgerOperationsOnASharedFile, AChangeOfAnotherProgramIsNeverWrittenOver)
     const Case cases[] = {
         {"deleting keeps a filing", files, [](LedgerOperations& mine) { mine.loeschen(); },
          "neu\r\na;1047\r\n", false},
-        {"editing keeps a filing", files,
-         [](LedgerOperations& mine) { mine.cellEdited(0, 1, "2000"); },
+        {"editing keeps a filing", files, [](LedgerOperations& mine) { mine.cellEdited(0, 1, "2000"); },
          "neu\r\na;2000\r\nb;1048\r\n", false},
-        {"deleting all keeps a filing", files, [](LedgerOperations& mine) { mine.loeschen_gesamt(); }, "neu\r\n",
-         false},
+        {"deleting all keeps a filing", files, [](LedgerOperations& mine) { mine.loeschen_gesamt(); },
+         "neu\r\n", false},
         {"a row changed elsewhere is not edited", renumbers,
          [](LedgerOperations& mine) { mine.cellEdited(0, 1, "2000"); }, "a;9999\r\nb;1048\r\n", true},
         {"a row deleted elsewhere is not deleted again", removesFirst,
