@@ -205,6 +205,11 @@ std::uint8_t loadColours(std::string_view tabJoined)
     return bits;
 }
 
+std::string_view rowField(std::string_view tabJoined, LedgerColumn column)
+{
+    return field(tabJoined, columnIndex(column));
+}
+
 void LedgerReader::finishLine()
 {
     if (!isAscii(m_line))
@@ -220,9 +225,13 @@ void LedgerReader::finishLine()
         m_line = std::move(text);
     }
     std::replace(m_line.begin(), m_line.end(), ';', '\t');
-    LedgerRow row(m_line);
-    m_colours.push_back(loadColours(row.text()));
-    m_rows.push_back(std::move(row));
+    if (m_sink) {
+        m_sink(m_line);
+    } else {
+        LedgerRow row(m_line);
+        m_colours.push_back(loadColours(row.text()));
+        m_rows.push_back(std::move(row));
+    }
     m_line.clear();
     m_inLine = false;
 }
@@ -253,10 +262,15 @@ void LedgerReader::feed(std::string_view block)
     }
 }
 
-std::vector<LedgerRow> LedgerReader::finish(ReceiptLedger& ledger)
+void LedgerReader::finish()
 {
     if (m_inLine)
         finishLine();
+}
+
+std::vector<LedgerRow> LedgerReader::finish(ReceiptLedger& ledger)
+{
+    finish();
     auto before = ledger.assignRows(std::move(m_rows), std::move(m_colours));
     m_rows = {};
     m_colours = {};

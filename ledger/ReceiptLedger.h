@@ -133,17 +133,29 @@ using LedgerChangeRoutine = std::function<bool(ReceiptLedger& ledger, const std:
 // The colour bits of a freshly read row.
 std::uint8_t loadColours(std::string_view tabJoined);
 
+// The field of a tab-joined row by column; a missing one is empty.
+std::string_view rowField(std::string_view tabJoined, LedgerColumn column);
+
 // Reads belege.dat in blocks of any size: rows are split as the bytes come, so the file is never held whole.
 class LedgerReader
 {
 public:
+    // Without a sink the reader keeps the rows for a ledger; with one it hands each row's text to the sink as soon
+    // as the row is complete and keeps none, for callers that only pass over the rows.
+    using RowSink = std::function<void(std::string_view tabJoined)>;
+    LedgerReader() = default;
+    explicit LedgerReader(RowSink sink) : m_sink(std::move(sink)) {}
+
     void feed(std::string_view block);
+    // Ends the last row, for a reader with a sink.
+    void finish();
     // Ends the last row and hands the rows to the ledger, replacing what it held; returns the rows it held.
     std::vector<LedgerRow> finish(ReceiptLedger& ledger);
 
 private:
     void finishLine();
 
+    RowSink m_sink;
     std::vector<LedgerRow> m_rows;
     std::vector<std::uint8_t> m_colours;
     std::string m_line;

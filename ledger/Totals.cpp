@@ -7,17 +7,21 @@
 namespace zw {
 namespace {
 
+// A cell of an amount column; the expense drops its leading "-".
+double addCell(double sum, std::string_view cell, bool dropMinus)
+{
+    if (cell.empty())
+        return sum;
+    if (dropMinus && cell.starts_with('-'))
+        cell.remove_prefix(1);
+    return checkedSum(sum, parseAmount(cell));
+}
+
 double sumColumn(const ReceiptLedger& ledger, LedgerColumn column, bool dropMinus)
 {
     double sum = 0;
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
-        std::string_view cell = ledger.cell(row, column);
-        if (cell.empty())
-            continue;
-        if (dropMinus && cell.starts_with('-'))
-            cell.remove_prefix(1);
-        sum = checkedSum(sum, parseAmount(cell));
-    }
+    for (std::size_t row = 0; row < ledger.rowCount(); ++row)
+        sum = addCell(sum, ledger.cell(row, column), dropMinus);
     return sum;
 }
 
@@ -27,12 +31,32 @@ double incomeSum(const ReceiptLedger& ledger) { return sumColumn(ledger, LedgerC
 
 double expenseSum(const ReceiptLedger& ledger) { return sumColumn(ledger, LedgerColumn::ausgabe, true); }
 
+void LedgerSums::add(std::string_view tabJoinedRow)
+{
+    expense = addCell(expense, rowField(tabJoinedRow, LedgerColumn::ausgabe), true);
+    income = addCell(income, rowField(tabJoinedRow, LedgerColumn::einnahme), false);
+}
+
+// Each column is summed whole, the expense first, so a ledger with faults in both gives the fault of its expense.
+LedgerSums ledgerSums(const ReceiptLedger& ledger)
+{
+    LedgerSums sums;
+    sums.expense = expenseSum(ledger);
+    sums.income = incomeSum(ledger);
+    return sums;
+}
+
 PanelTotals panelTotals(const ReceiptLedger& ledger, const Settings& settings)
 {
+    return panelTotals(ledgerSums(ledger), settings);
+}
+
+PanelTotals panelTotals(const LedgerSums& sums, const Settings& settings)
+{
     PanelTotals totals;
-    const double expense = expenseSum(ledger);
+    const double expense = sums.expense;
     totals.expense = formatPattern(expense, "- 0.00");
-    totals.income = formatPattern(incomeSum(ledger), "0.00");
+    totals.income = formatPattern(sums.income, "0.00");
     // The income comes back from its label, rounded to cents; the expense does not.
     const double balance = checkedDifference(parseAmount(totals.income), expense);
     totals.balanceNegative = balance < 0;
@@ -55,8 +79,13 @@ std::string expenseWindowText(const ReceiptLedger& ledger, const std::string& cu
 
 CashBalance cashBalance(const ReceiptLedger& ledger, const std::string& currency)
 {
-    const double expense = parseAmount(formatPattern(expenseSum(ledger), "0.00"));
-    const double income = parseAmount(formatPattern(incomeSum(ledger), "0.00"));
+    return cashBalance(ledgerSums(ledger), currency);
+}
+
+CashBalance cashBalance(const LedgerSums& sums, const std::string& currency)
+{
+    const double expense = parseAmount(formatPattern(sums.expense, "0.00"));
+    const double income = parseAmount(formatPattern(sums.income, "0.00"));
     CashBalance result;
     result.expense = formatPattern(expense, "-0.00 " + currency);
     result.income = formatPattern(income, "0.00 " + currency);

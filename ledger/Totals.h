@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace zw {
 
@@ -11,6 +12,16 @@ class Settings;
 // The expense sum is positive: a leading "-" of a cell is dropped.
 double incomeSum(const ReceiptLedger& ledger);
 double expenseSum(const ReceiptLedger& ledger);
+
+// Both sums gathered row by row, for a caller that passes over the rows without keeping them (the command
+// line's totals of a file). Cells are read as the sums above read them.
+struct LedgerSums
+{
+    double income = 0;
+    double expense = 0;
+    void add(std::string_view tabJoinedRow);
+};
+LedgerSums ledgerSums(const ReceiptLedger& ledger);
 
 // The panel of Button3: Label21, Label23, Label25 and the currency Label28.
 struct PanelTotals
@@ -23,6 +34,7 @@ struct PanelTotals
 };
 // Computed whole before anything is shown, so a failing cell leaves the labels as they were.
 PanelTotals panelTotals(const ReceiptLedger& ledger, const Settings& settings);
+PanelTotals panelTotals(const LedgerSums& sums, const Settings& settings);
 
 // Label1 of ein1 and aus1; the currency is the present Text2 of the main window.
 std::string incomeWindowText(const ReceiptLedger& ledger, const std::string& currency);
@@ -37,6 +49,7 @@ struct CashBalance
     bool balanceNegative = false;
 };
 CashBalance cashBalance(const ReceiptLedger& ledger, const std::string& currency);
+CashBalance cashBalance(const LedgerSums& sums, const std::string& currency);
 
 // Button1 of ein1 and aus1: the carried totals go to "0"; the ledger is not touched.
 void resetCarriedIncome(Settings& settings);

@@ -45,16 +45,17 @@ int runLedger(CliContext& context)
     try {
         if (arguments[0] == "file")
             return fileReceiptFile(context, arguments[1]);
-        ReceiptLedger ledger;
-        LedgerReader reader;
+        // The sums are gathered as the rows come, so no row is kept, however long the ledger.
+        LedgerSums sums;
+        LedgerReader reader([&sums](std::string_view row) { sums.add(row); });
         readFileInBlocks(arguments[1], [&reader](std::string_view block) { reader.feed(block); });
-        reader.finish(ledger);
+        reader.finish();
         SettingsStore settings(settingsFolder(context));
-        const auto panel = panelTotals(ledger, settings);
+        const auto panel = panelTotals(sums, settings);
         std::string currency = settings.get(kApplicationName, "Waehrung", "waehr.Text", "");
         if (currency.empty())
             currency = "EUR";
-        const auto cash = cashBalance(ledger, currency);
+        const auto cash = cashBalance(sums, currency);
         context.out << "Einnahmen: " << panel.income << "\n"
                     << "Ausgaben: " << panel.expense << "\n"
                     << "Differenz: " << panel.balance << "\n"

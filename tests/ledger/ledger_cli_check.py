@@ -1,4 +1,5 @@
 """zettelwerk-cli ledger totals against hand-added figures of a mixed ledger."""
+import os
 import subprocess
 import sys
 import tempfile
@@ -20,6 +21,23 @@ with tempfile.TemporaryDirectory() as folder:
                 "Einnahmen 1119,50 EUR", "Ausgaben -147,75 EUR", "+/- 971,75 EUR"]
     assert run.returncode == 0, run.stderr
     assert run.stdout.decode("utf-8").splitlines() == expected, run.stdout.decode("utf-8")
+
+    # The totals pass over the rows as they are read: a long ledger costs no more memory than half its size
+    # beyond what a one-line ledger costs (the whole file held once, let alone twice, would be more).
+    def peak_kib(path):
+        child = subprocess.Popen([cli, "--config", str(config), "ledger", "totals", str(path)],
+                                 stdout=subprocess.DEVNULL)
+        _, status, usage = os.wait4(child.pid, 0)
+        assert status == 0, status
+        return usage.ru_maxrss
+    long_ledger = Path(folder) / "lang.dat"
+    with long_ledger.open("wb") as out:
+        for number in range(300000):
+            out.write(b"12.03.2011;%d;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;"
+                      b"Quittung\r\n" % number)
+    growth = peak_kib(long_ledger) - peak_kib(ledger)
+    assert growth * 1024 < long_ledger.stat().st_size / 2, (growth, long_ledger.stat().st_size)
+    long_ledger.unlink()
 
     missing = subprocess.run([cli, "--config", str(config), "ledger", "totals", str(Path(folder) / "fehlt.dat")],
                              capture_output=True)
