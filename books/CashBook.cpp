@@ -150,8 +150,13 @@ std::string CashBook::ledgerHashOnDisk(const std::optional<std::string>& bytes) 
 
 bool CashBook::catchUp(const std::optional<std::string>& ledgerOnDisk)
 {
+    return catchUpWithHash(ledgerOnDisk ? std::optional<std::string>(sha256Hex(*ledgerOnDisk)) : std::nullopt);
+}
+
+bool CashBook::catchUpWithHash(const std::optional<std::string>& ledgerHash)
+{
     const auto last = m_journal.lastEntry();
-    const std::string hash = ledgerHashOnDisk(ledgerOnDisk);
+    const std::string hash = ledgerHash.value_or(sha256Hex(""));
     if (last && last->ledgerHash == hash)
         return false;
     LedgerEdit edit;
@@ -161,12 +166,16 @@ bool CashBook::catchUp(const std::optional<std::string>& ledgerOnDisk)
         edit.after = "SHA-256 nachher " + hash;
     }
     // The ledger as it stands goes to the archive, so the journal can be replayed from it.
-    if (ledgerOnDisk) {
+    std::string bytes;
+    if (ledgerHash) {
+        bytes = readFileBytes(ledgerFile(m_paths));
         const BookDate day = today();
         const std::string stem = (last ? "belege-aussen-" : "belege-beginn-") + day.iso();
-        edit.document = archiveFile(m_paths, day.year, stem, ".dat", *ledgerOnDisk);
+        edit.document = archiveFile(m_paths, day.year, stem, ".dat", bytes);
+        if (edit.document->hash != hash)
+            throw RunError(75, "Die Belegliste hat sich während des Lesens geändert; bitte versuchen Sie es noch einmal.");
     }
-    record(edit, ledgerOnDisk ? *ledgerOnDisk : std::string());
+    record(edit, bytes);
     return last.has_value();
 }
 
@@ -189,21 +198,24 @@ CashBook::Outcome CashBook::change(ReceiptLedger& ledger, const Change& change)
 {
     Outcome outcome;
     const auto file = ledgerFile(m_paths);
-    updateLedger(ledger, m_paths, [&](ReceiptLedger& current, const std::vector<LedgerRow>*) {
-        std::optional<std::string> onDisk;
-        try {
-            onDisk = readFileBytes(file);
-        } catch (const RunError& error) {
-            if (error.number() != RunError::fileNotFound().number())
-                throw;
-        }
-        outcome.changedOutside = catchUp(onDisk);
+    std::string savedHash;
+    const bool saved = updateLedger(ledger, m_paths, [&](ReceiptLedger& current, const std::vector<LedgerRow>*) {
+        std::optional<std::string> hashOnDisk;
+        const FileStamp stamp = stampOf(file);
+        if (stamp.exists)
+            hashOnDisk = stamp == m_savedStamp ? m_savedHash : sha256OfFile(file);
+        outcome.changedOutside = catchUpWithHash(hashOnDisk);
         auto edit = change(current);
         if (!edit)
             return false;
         outcome.entry = record(*edit, ledgerBytes(current));
+        savedHash = outcome.entry->ledgerHash;
         return true;
     });
+    if (saved) {
+        m_savedStamp = ledger.diskStamp();
+        m_savedHash = savedHash;
+    }
     return outcome;
 }
 

@@ -11,6 +11,7 @@
 #include "books/BookDate.h"
 #include "books/DailyClose.h"
 #include "books/Journal.h"
+#include "app/FileLock.h"
 #include "ledger/ReceiptLedger.h"
 
 namespace zw {
@@ -59,6 +60,9 @@ public:
     // (its first entry keeps a copy of an existing ledger in the archive) or journals the file as changed
     // outside when its hash is not the journal's. True in the second case, for the caller to tell the user.
     bool catchUp(const std::optional<std::string>& ledgerOnDisk);
+    // The same when only the file's hash is known (nothing for a missing file); the bytes are read only for
+    // the archive copy of a start or of a change made outside.
+    bool catchUpWithHash(const std::optional<std::string>& ledgerHash);
     // Journals one change; `newLedgerBytes` is what replaces belege.dat next.
     JournalEntry record(const LedgerEdit& edit, std::string_view newLedgerBytes);
 
@@ -112,6 +116,10 @@ private:
     const ProgramPaths& m_paths;
     BookClock m_clock;
     Journal m_journal;
+    // belege.dat as this cash book last saved it: while the file keeps that stamp its hash is known, so a
+    // change need not read the ledger again to see whether someone else changed it.
+    FileStamp m_savedStamp;
+    std::string m_savedHash;
     // What the journal held when it was last read through for closes.
     std::uintmax_t m_scannedSize = 0;
     std::optional<CloseRecord> m_lastClose;

@@ -1,5 +1,6 @@
 #include "books/Journal.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -72,6 +73,9 @@ void appendEscaped(std::string& line, std::string_view field)
 
 std::optional<std::string> unescaped(std::string_view field)
 {
+    // Most fields are plain ASCII without escapes and are taken as they stand.
+    if (std::all_of(field.begin(), field.end(), [](char c) { return c != '\\' && static_cast<unsigned char>(c) < 0x80; }))
+        return std::string(field);
     std::string text;
     text.reserve(field.size());
     for (std::size_t i = 0; i < field.size(); ++i) {

@@ -34,16 +34,14 @@ std::optional<std::string> readOptional(const std::filesystem::path& file)
     }
 }
 
-std::deque<std::string> rowsOfBytes(std::string_view bytes)
+std::deque<LedgerRow> rowsOfBytes(std::string_view bytes)
 {
     LedgerReader reader;
     reader.feed(bytes);
     ReceiptLedger ledger;
     reader.finish(ledger);
-    std::deque<std::string> rows;
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row)
-        rows.emplace_back(ledger.rowText(row));
-    return rows;
+    auto rows = ledger.assignRows({}, {});
+    return {std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end())};
 }
 
 // The ledger as the journal tells it, entry by entry from the start copy. Rows are a deque, since filing puts
@@ -64,17 +62,17 @@ public:
         case ReplayStep::InsertRow:
             if (row < 1 || row > m_rows.size() + 1)
                 return "die Zeile " + std::to_string(row) + " gibt es in der Belegliste nicht.";
-            m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(row - 1), entry.after);
+            m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(row - 1), LedgerRow(entry.after));
             return {};
         case ReplayStep::ReplaceRow:
         case ReplayStep::RemoveRow:
             if (row < 1 || row > m_rows.size())
                 return "die Zeile " + std::to_string(row) + " gibt es in der Belegliste nicht.";
-            if (m_rows[row - 1] != entry.before)
-                return "Zeile " + std::to_string(row) + " lautet \"" + asFileText(m_rows[row - 1]) +
+            if (m_rows[row - 1].text() != entry.before)
+                return "Zeile " + std::to_string(row) + " lautet \"" + asFileText(m_rows[row - 1].text()) +
                        "\", der Eintrag nennt vorher \"" + asFileText(entry.before) + "\".";
             if (replayStepOf(entry.operation) == ReplayStep::ReplaceRow)
-                m_rows[row - 1] = entry.after;
+                m_rows[row - 1] = LedgerRow(entry.after);
             else
                 m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(row - 1));
             return {};
@@ -100,16 +98,15 @@ public:
         return {};
     }
 
-    std::string bytes() const
+    // Ends the replay: the rows go into a ledger, which writes them as belege.dat holds them.
+    std::string finishBytes()
     {
-        ReceiptLedger ledger;
-        ledger.reserve(m_rows.size());
-        for (const auto& row : m_rows)
-            ledger.appendRow(row);
-        return ledgerBytes(ledger);
+        m_final.assignRows({std::make_move_iterator(m_rows.begin()), std::make_move_iterator(m_rows.end())}, {});
+        m_rows.clear();
+        return ledgerBytes(m_final);
     }
 
-    const std::deque<std::string>& rows() const { return m_rows; }
+    const ReceiptLedger& finished() const { return m_final; }
 
 private:
     // A receipt's or report's archive copy must be there as it was filed.
@@ -126,7 +123,8 @@ private:
     }
 
     const ProgramPaths& m_paths;
-    std::deque<std::string> m_rows;
+    std::deque<LedgerRow> m_rows;
+    ReceiptLedger m_final;
 };
 
 // The first entry after which the replayed ledger is not the one the entry records; the journal's chain is
@@ -144,7 +142,7 @@ std::int64_t firstDisagreeingEntry(const ProgramPaths& paths, std::int64_t count
             if (number == limit)
                 recorded = entry->ledgerHash;
         });
-        return sha256Hex(replay.bytes()) == recorded;
+        return sha256Hex(replay.finishBytes()) == recorded;
     };
     std::int64_t low = 1;
     std::int64_t high = count;
@@ -158,23 +156,23 @@ std::int64_t firstDisagreeingEntry(const ProgramPaths& paths, std::int64_t count
     return low;
 }
 
-std::string handEditMessage(const std::deque<std::string>& expected, std::string_view onDisk, std::int64_t last)
+std::string handEditMessage(const ReceiptLedger& expected, std::string_view onDisk, std::int64_t last)
 {
     const auto rows = rowsOfBytes(onDisk);
     std::string message = "Die Belegliste wurde nach Eintrag " + std::to_string(last) +
                           " außerhalb von Zettelwerk geändert: ";
-    const std::size_t common = std::min(expected.size(), rows.size());
+    const std::size_t common = std::min(expected.rowCount(), rows.size());
     for (std::size_t row = 0; row < common; ++row) {
-        if (expected[row] != rows[row])
+        if (expected.rowText(row) != rows[row].text())
             return message + "Zeile " + std::to_string(row + 1) + ": das Journal erwartet \"" +
-                   asFileText(expected[row]) + "\", die Datei enthält \"" + asFileText(rows[row]) + "\".";
+                   asFileText(expected.rowText(row)) + "\", die Datei enthält \"" + asFileText(rows[row].text()) + "\".";
     }
-    if (expected.size() > rows.size())
+    if (expected.rowCount() > rows.size())
         return message + "Zeile " + std::to_string(common + 1) + ": das Journal erwartet \"" +
-               asFileText(expected[common]) + "\", die Datei endet vorher.";
-    if (rows.size() > expected.size())
+               asFileText(expected.rowText(common)) + "\", die Datei endet vorher.";
+    if (rows.size() > expected.rowCount())
         return message + "Zeile " + std::to_string(common + 1) + ": das Journal erwartet keine Zeile mehr, die Datei enthält \"" +
-               asFileText(rows[common]) + "\".";
+               asFileText(rows[common].text()) + "\".";
     return message + "die Zeilen sind dieselben, aber die Bytes der Datei nicht (Zeilenenden oder Zeichensatz).";
 }
 
@@ -203,6 +201,7 @@ JournalVerdict verifyJournal(const ProgramPaths& paths)
     }
 
     Replay replay(paths);
+    Sha256 lineHash;
     std::string problem;
     std::string previousHash(kNoHash);
     std::string lastLedgerHash = sha256Hex("");
@@ -217,7 +216,7 @@ JournalVerdict verifyJournal(const ProgramPaths& paths)
         else if (entry->sequence != number)
             problem = "hier steht der Eintrag mit der Nummer " + std::to_string(entry->sequence) +
                       ": Einträge fehlen, wurden eingefügt oder umgestellt.";
-        else if (sha256Hex(hashedPart(line)) != entry->hash)
+        else if ((lineHash.update(hashedPart(line)), lineHash.finishHex()) != entry->hash)
             problem = "der Eintrag wurde nach dem Schreiben verändert (sein SHA-256 stimmt nicht).";
         else if (entry->previousHash != previousHash)
             problem = "die Kette ist unterbrochen: der Eintrag davor wurde verändert, entfernt oder umgestellt.";
@@ -237,7 +236,7 @@ JournalVerdict verifyJournal(const ProgramPaths& paths)
         verdict.message = problem;
         return verdict;
     }
-    const std::string replayed = replay.bytes();
+    const std::string replayed = replay.finishBytes();
     if (sha256Hex(replayed) != lastLedgerHash) {
         const auto first = firstDisagreeingEntry(paths, verdict.entries);
         verdict.message = entryName(first) +
@@ -246,7 +245,7 @@ JournalVerdict verifyJournal(const ProgramPaths& paths)
     }
     const std::string onDisk = ledgerOnDisk.value_or(std::string());
     if (sha256Hex(onDisk) != lastLedgerHash) {
-        verdict.message = handEditMessage(replay.rows(), onDisk, verdict.entries);
+        verdict.message = handEditMessage(replay.finished(), onDisk, verdict.entries);
         return verdict;
     }
     verdict.sound = true;

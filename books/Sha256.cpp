@@ -7,6 +7,17 @@
 
 namespace zw {
 
+namespace {
+
+// Fetched once: OpenSSL 3 looks the implicit EVP_sha256() up again, under a lock, at every initialisation.
+const EVP_MD* sha256Algorithm()
+{
+    static EVP_MD* const algorithm = EVP_MD_fetch(nullptr, "SHA256", nullptr);
+    return algorithm != nullptr ? algorithm : EVP_sha256();
+}
+
+} // namespace
+
 struct Sha256::Context
 {
     EVP_MD_CTX* context = EVP_MD_CTX_new();
@@ -15,7 +26,7 @@ struct Sha256::Context
 
 Sha256::Sha256() : m_context(std::make_unique<Context>())
 {
-    if (m_context->context == nullptr || EVP_DigestInit_ex(m_context->context, EVP_sha256(), nullptr) != 1)
+    if (m_context->context == nullptr || EVP_DigestInit_ex(m_context->context, sha256Algorithm(), nullptr) != 1)
         throw RunError(7, "Nicht genügend Speicher");
 }
 
@@ -31,7 +42,7 @@ std::string Sha256::finishHex()
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned int length = 0;
     EVP_DigestFinal_ex(m_context->context, digest, &length);
-    EVP_DigestInit_ex(m_context->context, EVP_sha256(), nullptr);
+    EVP_DigestInit_ex(m_context->context, sha256Algorithm(), nullptr);
     static constexpr char kDigits[] = "0123456789abcdef";
     std::string hex;
     hex.reserve(2 * length);
