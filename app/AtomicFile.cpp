@@ -151,8 +151,8 @@ RunError unreadableError(const std::filesystem::path& path)
             " konnte nicht gelesen werden. Sie wird nicht überschrieben, damit ihr Inhalt erhalten bleibt."};
 }
 
-void writeFileAtomically(const std::filesystem::path& requested, std::string_view bytes, mode_t mode,
-                         ExistingMode existing)
+void writeFileAtomicallyInPieces(const std::filesystem::path& requested, const ByteProducer& produce, mode_t mode,
+                                 ExistingMode existing)
 {
     std::error_code statusError;
     // A mark protects what is there; once the name is gone there is nothing left to lose.
@@ -183,19 +183,32 @@ void writeFileAtomically(const std::filesystem::path& requested, std::string_vie
     auto fail = [&](int code) {
         ::close(fd);
         ::unlink(temporary.c_str());
+        fd = -1;
         throw errorFor(code);
     };
-    const char* data = bytes.data();
-    std::size_t left = bytes.size();
-    while (left > 0) {
-        ssize_t written = ::write(fd, data, left);
-        if (written < 0) {
-            if (errno == EINTR)
-                continue;
-            fail(errno);
+    auto write = [&](std::string_view bytes) {
+        const char* data = bytes.data();
+        std::size_t left = bytes.size();
+        while (left > 0) {
+            ssize_t written = ::write(fd, data, left);
+            if (written < 0) {
+                if (errno == EINTR)
+                    continue;
+                fail(errno);
+            }
+            data += written;
+            left -= static_cast<std::size_t>(written);
         }
-        data += written;
-        left -= static_cast<std::size_t>(written);
+    };
+    try {
+        produce(write);
+    } catch (...) {
+        // A piece that could not be made (a source that failed to read) leaves the old file as it was.
+        if (fd >= 0) {
+            ::close(fd);
+            ::unlink(temporary.c_str());
+        }
+        throw;
     }
     if (::fsync(fd) != 0)
         fail(errno);
@@ -204,6 +217,13 @@ void writeFileAtomically(const std::filesystem::path& requested, std::string_vie
         fail(errno);
     ::close(fd);
     syncFolder(path.parent_path());
+}
+
+void writeFileAtomically(const std::filesystem::path& requested, std::string_view bytes, mode_t mode,
+                         ExistingMode existing)
+{
+    writeFileAtomicallyInPieces(
+        requested, [bytes](const std::function<void(std::string_view)>& write) { write(bytes); }, mode, existing);
 }
 
 } // namespace zw

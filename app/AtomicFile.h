@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -31,6 +32,12 @@ enum class ExistingMode
 // leaves the old file untouched on failure.
 void writeFileAtomically(const std::filesystem::path& path, std::string_view bytes, mode_t mode = 0644,
                          ExistingMode existing = ExistingMode::Keep);
+
+// The same for a file made in pieces, so that it never has to be whole in memory: `produce` hands each piece to
+// the writer it is given. What `produce` throws leaves the old file untouched and is passed on.
+using ByteProducer = std::function<void(const std::function<void(std::string_view)>& write)>;
+void writeFileAtomicallyInPieces(const std::filesystem::path& path, const ByteProducer& produce, mode_t mode = 0644,
+                                 ExistingMode existing = ExistingMode::Keep);
 
 // Temporary files of a replacement are named ".<name>.zwtmp-XXXXXX" beside their target, so that the program
 // knows the leftovers of an interrupted write as its own: the backup never packs them and the start removes them.

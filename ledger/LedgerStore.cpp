@@ -57,8 +57,19 @@ std::optional<std::vector<LedgerRow>> followDisk(ReceiptLedger& ledger, const Pr
 void writeLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
     const auto file = ledgerFile(paths);
-    writeFileAtomically(file, ledgerBytes(ledger));
+    writeFileAtomicallyInPieces(file, [&ledger](const auto& write) { writeLedgerBytes(ledger, write); });
     ledger.setDiskStamp(stampOf(file));
+}
+
+std::string joinedRow(const std::vector<std::string>& fields)
+{
+    std::string row;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            row += '\t';
+        row += fields[i];
+    }
+    return row;
 }
 
 } // namespace
@@ -126,16 +137,31 @@ void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPa
 
 void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths)
 {
-    std::string row;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (i > 0)
-            row += '\t';
-        row += fields[i];
-    }
+    std::string row = joinedRow(fields);
     updateLedger(ledger, paths, [&row](ReceiptLedger& current, const std::vector<LedgerRow>*) {
         current.insertRow(0, std::move(row));
         current.setCurrentRow(0);
         return true;
+    });
+}
+
+void fileReceiptRowOnTop(const std::vector<std::string>& fields, const ProgramPaths& paths)
+{
+    checkWritable(paths);
+    const auto file = ledgerFile(paths);
+    FileLock lock(file);
+    std::string line;
+    appendLedgerLine(line, joinedRow(fields));
+    const bool exists = stampOf(file).exists;
+    writeFileAtomicallyInPieces(file, [&](const std::function<void(std::string_view)>& write) {
+        write(line);
+        if (!exists)
+            return;
+        try {
+            readFileInBlocks(file, write);
+        } catch (const RunError&) {
+            throw unreadableError(file);
+        }
     });
 }
 

@@ -38,5 +38,8 @@ std::string ledgerRowText(const ReceiptForm& form);
 void fileReceipt(ReceiptLedger& ledger, const ReceiptForm& form, const ProgramPaths& paths);
 // The same for a row already split into its fields, as the print command hands it over.
 void fileReceiptRow(ReceiptLedger& ledger, const std::vector<std::string>& fields, const ProgramPaths& paths);
+// The same for a caller without a grid (the command line): under the lock the row's line and then the file's
+// bytes as they are go to the new file, so the ledger is never held in memory, however long.
+void fileReceiptRowOnTop(const std::vector<std::string>& fields, const ProgramPaths& paths);
 
 } // namespace zw

@@ -291,39 +291,51 @@ void readLedger(std::istream& in, ReceiptLedger& ledger)
     reader.finish(ledger);
 }
 
+void appendLedgerLine(std::string& bytes, std::string_view text)
+{
+    const std::size_t start = bytes.size();
+    bytes += text;
+    // One pass turns tabs into separators and finds whether the row needs the code page at all.
+    bool ascii = true;
+    for (std::size_t i = start; i < bytes.size(); ++i) {
+        char& c = bytes[i];
+        if (c == '\t') {
+            c = ';';
+        } else if (static_cast<unsigned char>(c) >= 0x80) {
+            ascii = false;
+            break;
+        }
+    }
+    if (!ascii) {
+        bytes.resize(start);
+        std::string joined(text);
+        std::replace(joined.begin(), joined.end(), '\t', ';');
+        for (std::size_t at = joined.find(kLiteralTab); at != std::string::npos; at = joined.find(kLiteralTab, at + 1))
+            joined.replace(at, kLiteralTab.size(), "\t");
+        bytes += utf8ToCp1252(joined);
+    }
+    bytes += "\r\n";
+}
+
+void writeLedgerBytes(const ReceiptLedger& ledger, const std::function<void(std::string_view)>& write)
+{
+    constexpr std::size_t kPiece = 1 << 20;
+    std::string bytes;
+    bytes.reserve(kPiece + 4096);
+    for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
+        appendLedgerLine(bytes, ledger.rowText(row));
+        if (bytes.size() >= kPiece) {
+            write(bytes);
+            bytes.clear();
+        }
+    }
+    write(bytes);
+}
+
 std::string ledgerBytes(const ReceiptLedger& ledger)
 {
-    std::size_t total = 0;
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row)
-        total += ledger.rowText(row).size() + 2;
     std::string bytes;
-    bytes.reserve(total);
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
-        const std::string_view text = ledger.rowText(row);
-        const std::size_t start = bytes.size();
-        bytes += text;
-        // One pass turns tabs into separators and finds whether the row needs the code page at all.
-        bool ascii = true;
-        for (std::size_t i = start; i < bytes.size(); ++i) {
-            char& c = bytes[i];
-            if (c == '\t') {
-                c = ';';
-            } else if (static_cast<unsigned char>(c) >= 0x80) {
-                ascii = false;
-                break;
-            }
-        }
-        if (!ascii) {
-            bytes.resize(start);
-            std::string joined(text);
-            std::replace(joined.begin(), joined.end(), '\t', ';');
-            for (std::size_t at = joined.find(kLiteralTab); at != std::string::npos;
-                 at = joined.find(kLiteralTab, at + 1))
-                joined.replace(at, kLiteralTab.size(), "\t");
-            bytes += utf8ToCp1252(joined);
-        }
-        bytes += "\r\n";
-    }
+    writeLedgerBytes(ledger, [&bytes](std::string_view piece) { bytes += piece; });
     return bytes;
 }
 

@@ -167,5 +167,9 @@ private:
 void readLedger(std::istream& in, ReceiptLedger& ledger);
 // The bytes of belege.dat: every row with ";" for tab, Windows-1252, CR LF.
 std::string ledgerBytes(const ReceiptLedger& ledger);
+// The same bytes handed to `write` in pieces of about a megabyte, so a save never holds the file whole.
+void writeLedgerBytes(const ReceiptLedger& ledger, const std::function<void(std::string_view)>& write);
+// Appends one row's line of belege.dat.
+void appendLedgerLine(std::string& bytes, std::string_view tabJoined);
 
 } // namespace zw

@@ -19,15 +19,14 @@ namespace zw::cli {
 namespace {
 
 // `ledger file RECEIPT.ZW5`: the receipt goes to the top of the program folder's ledger, the row the print
-// command files with Save_Check on. The ledger is read under its lock, so filings of other programs meanwhile
+// command files with Save_Check on. The ledger is copied under its lock, so filings of other programs meanwhile
 // stay; one that exists but cannot be read is left untouched.
 int fileReceiptFile(CliContext& context, const std::filesystem::path& receipt)
 {
     const ProgramPaths paths = programPaths(context);
     ReceiptForm form;
     openReceiptFile(receipt, form);
-    ReceiptLedger ledger;
-    fileReceiptRow(ledger, ledgerRow(form), paths);
+    fileReceiptRowOnTop(ledgerRow(form), paths);
     return 0;
 }
 

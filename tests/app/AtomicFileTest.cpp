@@ -124,5 +124,22 @@ TEST(AtomicFile, AFailedSaveAndTheNextStartLeaveNoTemporaryFile)
     EXPECT_FALSE(std::filesystem::exists(folder / ".zettelwerk.ini.zwtmp-a1s2d3"));
 }
 
+// A file made in pieces whose source fails half-way (a ledger copied below a new row) keeps the old content and
+// leaves no temporary file.
+TEST(AtomicFile, APieceThatFailsLeavesTheOldFile)
+{
+    test::TempFolder folder;
+    const auto file = folder / "belege.dat";
+    test::writeBytes(file, "alt\r\n");
+    EXPECT_THROW(writeFileAtomicallyInPieces(file,
+                                             [](const std::function<void(std::string_view)>& write) {
+                                                 write("neu\r\n");
+                                                 throw RunError::pathFileAccess();
+                                             }),
+                 RunError);
+    EXPECT_EQ(test::readBytes(file), "alt\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
 } // namespace
 } // namespace zw

@@ -173,6 +173,7 @@ TEST(LedgerStore, ALedgerThatCouldNotBeReadIsNeverWrittenOver)
             EXPECT_THAT(error.description(), testing::HasSubstr("konnte nicht gelesen werden"));
         }
         EXPECT_THROW(fileReceiptRow(ledger, {"01.01.2026", "1"}, home.paths), RunError);
+        EXPECT_THROW(fileReceiptRowOnTop({"01.01.2026", "1"}, home.paths), RunError);
         EXPECT_THROW(saveLedger(ledger, home.paths), RunError);
         EXPECT_EQ(ledger.rowCount(), 0u);
         if (kind == Kind::Directory) {

@@ -24,8 +24,9 @@ with tempfile.TemporaryDirectory() as folder:
 
     # The totals pass over the rows as they are read: a long ledger costs no more memory than half its size
     # beyond what a one-line ledger costs (the whole file held once, let alone twice, would be more).
-    def peak_kib(path):
-        child = subprocess.Popen([cli, "--config", str(config), "ledger", "totals", str(path)],
+    def peak_kib(*arguments, home=None):
+        options = ["--home", str(home)] if home else []
+        child = subprocess.Popen([cli, *options, "--config", str(config), "ledger", *map(str, arguments)],
                                  stdout=subprocess.DEVNULL)
         _, status, usage = os.wait4(child.pid, 0)
         assert status == 0, status
@@ -35,7 +36,7 @@ with tempfile.TemporaryDirectory() as folder:
         for number in range(300000):
             out.write(b"12.03.2011;%d;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;"
                       b"Quittung\r\n" % number)
-    growth = peak_kib(long_ledger) - peak_kib(ledger)
+    growth = peak_kib("totals", long_ledger) - peak_kib("totals", ledger)
     assert growth * 1024 < long_ledger.stat().st_size / 2, (growth, long_ledger.stat().st_size)
     long_ledger.unlink()
 
@@ -57,6 +58,12 @@ with tempfile.TemporaryDirectory() as folder:
     assert filed.returncode == 0, filed
     rows = (home / "daten" / "belege.dat").read_bytes().split(b"\r\n")
     assert len(rows) == 3 and rows[1] == b"alt" and rows[0].count(b"\t") + rows[0].count(b";") >= 1, rows
+    # Filing copies the ledger below the new row in pieces as well.
+    short_filing = peak_kib("file", receipt, home=home)
+    (home / "daten" / "belege.dat").write_bytes(b"alt\r\n" * 2000000)
+    growth = peak_kib("file", receipt, home=home) - short_filing
+    assert growth * 1024 < 10000000 / 2, growth
+    (home / "daten" / "belege.dat").write_bytes(b"alt\r\n")
 
     # Two programs filing at once into one ledger: every filing re-reads the file under its lock, so none is lost.
     failures = []
@@ -74,5 +81,5 @@ with tempfile.TemporaryDirectory() as folder:
         filer.join()
     assert not failures, failures[0]
     rows = (home / "daten" / "belege.dat").read_bytes().split(b"\r\n")
-    assert len(rows) == 2 + 200 + 1 and rows[-2] == b"alt", len(rows)
+    assert len(rows) == 200 + 1 + 1 and rows[-2] == b"alt", len(rows)
 print("ok")
