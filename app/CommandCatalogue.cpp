@@ -6,7 +6,7 @@
 namespace zw {
 namespace {
 
-constexpr std::array<MenuEntry, 95> kMenu = {{
+constexpr std::array<MenuEntry, 98> kMenu = {{
     {"datei", "&Datei", 0},
     {"neue", "&Neue Quittung erstellen", 1},
     {"oeffnen", "Quittung ö&ffnen...", 1, "F1"},
@@ -82,6 +82,9 @@ constexpr std::array<MenuEntry, 95> kMenu = {{
     {"einnahmenn", "&Einnahmen", 1},
     {"ausgabenn", "&Ausgaben", 1},
     {"kasse", "&Kassenstand", 1},
+    {"step_kassenbuch", "-", 1},
+    {"tagesabschluss", "&Tagesabschluss...", 1},
+    {"aenderungsprotokoll", "Ä&nderungsprotokoll...", 1},
     {"desi", "D&esign", 0},
     {"butt", "&Buttons", 1},
     {"stand_button", "&Standard 3D", 2},

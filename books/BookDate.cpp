@@ -83,7 +83,7 @@ std::string utcTimeText(std::chrono::system_clock::time_point moment)
     return text;
 }
 
-std::optional<BookDate> localDateOfUtcText(std::string_view text)
+std::optional<std::chrono::system_clock::time_point> parseUtcTimeText(std::string_view text)
 {
     if (text.size() != 20 || text[10] != 'T' || text[19] != 'Z')
         return std::nullopt;
@@ -98,8 +98,23 @@ std::optional<BookDate> localDateOfUtcText(std::string_view text)
     const std::chrono::sys_days days = std::chrono::year_month_day{
         std::chrono::year(*year), std::chrono::month(static_cast<unsigned>(*month)),
         std::chrono::day(static_cast<unsigned>(*day))};
-    return localDateOf(days + std::chrono::hours(*hour) + std::chrono::minutes(*minute) +
-                       std::chrono::seconds(*second));
+    return days + std::chrono::hours(*hour) + std::chrono::minutes(*minute) + std::chrono::seconds(*second);
+}
+
+std::optional<BookDate> localDateOfUtcText(std::string_view text)
+{
+    const auto moment = parseUtcTimeText(text);
+    return moment ? std::optional<BookDate>(localDateOf(*moment)) : std::nullopt;
+}
+
+std::string localTimeText(std::chrono::system_clock::time_point moment)
+{
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    char text[32];
+    std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S", &local);
+    return text;
 }
 
 } // namespace zw

@@ -34,7 +34,11 @@ inline std::chrono::system_clock::time_point systemNow() { return std::chrono::s
 BookDate localDateOf(std::chrono::system_clock::time_point moment);
 // "JJJJ-MM-TTTHH:MM:SSZ".
 std::string utcTimeText(std::chrono::system_clock::time_point moment);
+// The moment such a text names; nothing for a text that is no such time.
+std::optional<std::chrono::system_clock::time_point> parseUtcTimeText(std::string_view text);
 // The local day of such a text; nothing for a text that is no such time.
 std::optional<BookDate> localDateOfUtcText(std::string_view text);
+// "TT.MM.JJJJ HH:MM:SS" on the local clock.
+std::string localTimeText(std::chrono::system_clock::time_point moment);
 
 } // namespace zw

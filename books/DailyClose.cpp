@@ -102,6 +102,20 @@ std::int64_t parseCount(std::string_view text, Cents denomination)
     return *count;
 }
 
+CountEvaluation evaluateCounts(const std::array<std::string, kDenominations.size()>& typed)
+{
+    CountEvaluation evaluation;
+    for (std::size_t i = 0; i < typed.size(); ++i) {
+        try {
+            evaluation.sheet.counts[i] = parseCount(typed[i], kDenominations[i]);
+        } catch (const RunError& error) {
+            if (evaluation.problem.empty())
+                evaluation.problem = error.description();
+        }
+    }
+    return evaluation;
+}
+
 std::string closeRecordText(const CloseRecord& record)
 {
     std::string sheet;

@@ -36,6 +36,14 @@ struct CountSheet
 // A count typed into the sheet: whole numbers from 0; empty is 0. Throws RunError 13 with the denomination named.
 std::int64_t parseCount(std::string_view text, Cents denomination);
 
+// The count sheet as typed: the sheet, or the first count that is no whole number from 0 as its message.
+struct CountEvaluation
+{
+    CountSheet sheet;
+    std::string problem;
+};
+CountEvaluation evaluateCounts(const std::array<std::string, kDenominations.size()>& typed);
+
 // What a daily close found and decided; kept in the journal's close entry, from which the report is made again.
 struct CloseRecord
 {

@@ -176,6 +176,12 @@ std::string handEditMessage(const ReceiptLedger& expected, std::string_view onDi
     return message + "die Zeilen sind dieselben, aber die Bytes der Datei nicht (Zeilenenden oder Zeichensatz).";
 }
 
+std::string entryTime(const JournalEntry& entry)
+{
+    const auto moment = parseUtcTimeText(entry.time);
+    return moment ? localTimeText(*moment) : entry.time;
+}
+
 bool withinBounds(const JournalEntry& entry, const std::optional<BookDate>& from, const std::optional<BookDate>& to)
 {
     if (!from && !to)
@@ -269,12 +275,38 @@ std::vector<JournalEntry> journalEntries(const ProgramPaths& paths, std::optiona
     return entries;
 }
 
+JournalListing listJournal(const ProgramPaths& paths, std::string_view fromText, std::string_view toText)
+{
+    JournalListing listing;
+    auto bound = [&listing](std::string_view text) -> std::optional<BookDate> {
+        if (text.find_first_not_of(' ') == std::string_view::npos)
+            return std::nullopt;
+        const auto date = parseGermanDate(text);
+        if (!date && listing.problem.empty())
+            listing.problem = "\"" + std::string(text) + "\" ist kein Datum der Form TT.MM.JJJJ.";
+        return date;
+    };
+    const auto from = bound(fromText);
+    const auto to = bound(toText);
+    if (listing.problem.empty())
+        listing.entries = journalEntries(paths, from, to);
+    return listing;
+}
+
+
+std::vector<std::string> entryCells(const JournalEntry& entry)
+{
+    std::string after = asFileText(entry.after);
+    if (!entry.document.empty())
+        after += (after.empty() ? "" : "  ") + entry.document;
+    return {std::to_string(entry.sequence), entryTime(entry), entry.user,
+            std::string(operationCaption(entry.operation)), entry.row > 0 ? std::to_string(entry.row) : std::string(),
+            asFileText(entry.before), after};
+}
+
 std::string readableEntry(const JournalEntry& entry)
 {
-    std::string time = entry.time;
-    if (const auto day = localDateOfUtcText(entry.time))
-        time = day->german() + " " + entry.time.substr(11, 8) + " UTC";
-    std::string text = std::to_string(entry.sequence) + "  " + time + "  " + entry.user + "  " +
+    std::string text = std::to_string(entry.sequence) + "  " + entryTime(entry) + "  " + entry.user + "  " +
                        std::string(operationCaption(entry.operation));
     if (entry.row > 0)
         text += " (Zeile " + std::to_string(entry.row) + ")";

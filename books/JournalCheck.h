@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "books/BookDate.h"
@@ -28,6 +29,17 @@ JournalVerdict verifyJournal(const ProgramPaths& paths);
 // cannot be read are passed over; verifyJournal names them.
 std::vector<JournalEntry> journalEntries(const ProgramPaths& paths, std::optional<BookDate> from,
                                          std::optional<BookDate> to);
+
+// The window's list: the entries between two typed days (empty: no bound), or the message for a day typed wrong.
+struct JournalListing
+{
+    std::vector<JournalEntry> entries;
+    std::string problem;
+};
+JournalListing listJournal(const ProgramPaths& paths, std::string_view fromText, std::string_view toText);
+// The columns of the window's list: Nr., Zeit, Benutzer, Vorgang, Zeile, Vorher, Nachher.
+inline constexpr int kJournalColumnCount = 7;
+std::vector<std::string> entryCells(const JournalEntry& entry);
 
 // An entry for a person: number, local time, user, what happened, the row and its text before and after.
 std::string readableEntry(const JournalEntry& entry);

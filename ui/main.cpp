@@ -35,6 +35,7 @@ static void joinParts(const PartContext& context)
     ZW_JOIN(installMail);
     ZW_JOIN(installService);
     ZW_JOIN(installSmallWindows);
+    ZW_JOIN(installCashBook);
 }
 
 } // namespace zw

@@ -176,7 +176,14 @@ TEST(Journal, ShowListsTheEntriesOfTheDaysAsked)
     std::ostringstream out;
     EXPECT_EQ(showJournal(folder.paths, BookDate{2026, 11, 26}, std::nullopt, out), 0);
     EXPECT_EQ(showJournal(folder.paths, BookDate{2026, 11, 25}, BookDate{2026, 11, 25}, out), 2);
-    EXPECT_NE(out.str().find("2  25.11.2026 12:00:00 UTC"), std::string::npos) << out.str();
+    // The time is the trader's own: noon UTC is one o'clock in Berlin in November.
+    ::setenv("TZ", "Europe/Berlin", 1);
+    ::tzset();
+    out.str("");
+    showJournal(folder.paths, std::nullopt, std::nullopt, out);
+    ::unsetenv("TZ");
+    ::tzset();
+    EXPECT_NE(out.str().find("2  25.11.2026 13:00:00  "), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("Beleg storniert (Zeile 1)\n    nachher: 25.11.2026;1048;-119,00;"), std::string::npos);
 }
 
