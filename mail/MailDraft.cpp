@@ -117,6 +117,7 @@ void prepareErrorReport(sevSMTP& smtp, const std::string& reportHtml, const std:
         smtp.CopyRecipient = replyAddress;
     smtp.Subject = "Fehlermeldung aus Zettelwerk " + versionText();
     smtp.PlainBody.clear();
+    smtp.HtmlAlone = true; // the report mail has no plain part
     smtp.MessageSwitch1 = true;
     smtp.MessageSwitch2 = true;
     smtp.ClearAttachments();

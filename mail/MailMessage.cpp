@@ -140,25 +140,19 @@ std::string quotedString(std::string_view text)
     return out + "\"";
 }
 
-// The name an old mail program shows for a name it cannot decode: "anhang" with the extension, if that is plain.
-std::string asciiFallbackName(const std::string& name)
-{
-    const std::string extension = std::filesystem::path(name).extension().string();
-    const bool plain = extension.size() > 1 && std::all_of(extension.begin() + 1, extension.end(), [](char c) {
-        return std::isalnum(static_cast<unsigned char>(c)) && static_cast<unsigned char>(c) < 0x80;
-    });
-    return plain ? "anhang" + extension : "anhang";
-}
-
+// The full name in the RFC 2231 filename* for the programs that read it, and as RFC 2047 words in name and filename
+// for the others, as mail programs write them.
 void appendAttachment(std::string& out, const std::string& name, std::string_view bytes, const std::string& type)
 {
-    const std::string asciiName = quotedString(isPlainAscii(name) ? name : asciiFallbackName(name));
-    out += "Content-Type: " + type + "; name=" + asciiName + "\r\n";
+    const std::string flat = withoutLineBreaks(name);
+    const bool plain = isPlainAscii(flat);
+    const std::string shown = quotedString(plain ? flat : encodedWords(flat));
+    out += "Content-Type: " + type + "; name=" + shown + "\r\n";
     out += "Content-Transfer-Encoding: base64\r\n";
-    out += "Content-Disposition: attachment; filename=" + asciiName;
-    if (!isPlainAscii(name))
-        out += ";\r\n filename*=UTF-8''" + percentEncoded(withoutLineBreaks(name));
-    out += "\r\n\r\n" + base64Lines(bytes);
+    out += "Content-Disposition: attachment; ";
+    if (!plain)
+        out += "filename*=UTF-8''" + percentEncoded(flat) + ";\r\n ";
+    out += "filename=" + shown + "\r\n\r\n" + base64Lines(bytes);
 }
 
 std::string textPart(std::string_view type, std::string_view text)
@@ -261,8 +255,9 @@ std::string composeMessage(const MailContent& mail, std::string_view date, std::
     const std::string alternative = boundary("alt");
     out += "Content-Type: multipart/mixed; boundary=\"" + mixed + "\"\r\n\r\n";
     out += "This is a multi-part message in MIME format.\r\n";
-    const bool plain = !mail.plainBody.empty();
+    // An HTML body has its plain alternative, an empty one too, unless the sender wants HTML alone.
     const bool html = !mail.htmlBody.empty();
+    const bool plain = !html || !mail.htmlAlone;
     if (plain && html) {
         out += "--" + mixed + "\r\nContent-Type: multipart/alternative; boundary=\"" + alternative + "\"\r\n\r\n";
         out += "--" + alternative + "\r\n" + textPart("text/plain", mail.plainBody);

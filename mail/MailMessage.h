@@ -23,11 +23,13 @@ struct MailContent
     bool readReceipt = false;
     std::vector<std::filesystem::path> attachments;
     bool zipAttachments = false; // one ZIP of all attachments, named after the first one
+    bool htmlAlone = false;      // the HTML body without a plain alternative
 };
 
-// The finished RFC 5322 message with CR LF line ends: multipart/mixed holding multipart/alternative (an empty
-// alternative left out) and the attachments, base64. Non-ASCII header text is encoded as RFC 2047 words and
-// attachment names per RFC 2231; CR and LF typed into a field never start a header line of their own.
+// The finished RFC 5322 message with CR LF line ends: multipart/mixed holding multipart/alternative (plain and
+// HTML; the plain part alone without HTML, the HTML part alone with htmlAlone) and the attachments, base64.
+// Non-ASCII header text is encoded as RFC 2047 words, attachment names per RFC 2231 and RFC 2047; CR and LF typed
+// into a field never start a header line of their own.
 // Throws RunError 53 for an attachment that cannot be read.
 std::string composeMessage(const MailContent& mail, std::string_view date, std::string_view messageId);
 

@@ -113,7 +113,7 @@ int sevSMTP::Send()
         return 0;
     }
     MailContent mail{MailerTag,    SenderName, SenderAddress, Recipient, CopyRecipient, Organization, Subject,
-                     PlainBody,    HtmlBody,   Priority,      ReadReceipt, m_attachments, ZipRate > 0};
+                     PlainBody,    HtmlBody,   Priority,      ReadReceipt, m_attachments, ZipRate > 0, HtmlAlone};
     try {
         send->message = composeMessage(mail, mailDate(), newMessageId(SenderAddress));
     } catch (const RunError&) {

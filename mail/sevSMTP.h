@@ -40,6 +40,7 @@ public:
     std::string Subject;
     std::string PlainBody;
     std::string HtmlBody;
+    bool HtmlAlone = false; // HtmlBody goes without a plain alternative, as the error report does
     bool MessageSwitch1 = false; // set by every mail; they switch nothing
     bool MessageSwitch2 = false;
     int ZipRate = 0; // above 0: the attachments go as one ZIP archive

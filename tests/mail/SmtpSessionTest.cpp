@@ -186,7 +186,35 @@ TEST(MailMessage, HostileNamesStayOneMailboxOneParameterAndOneLine)
                             (folder / "mail.eml").string()),
               "[('Meier, Hans <evil@example.net>', 'kasse@example.org')]\nTrue\n"
               "7\"; name=\"evil.exe.bmp [('image/bmp', ''), ('name', '7\"; name=\"evil.exe.bmp')] None\n"
-              "anhang [('application/octet-stream', ''), ('name', 'anhang')] None\n");
+              "Quittung ä.b  X-Evil: 1 [('application/octet-stream', ''), ('name', 'Quittung ä.b  X-Evil: 1')] None\n");
+}
+
+// A non-ASCII name arrives whole whether the reader takes RFC 2231 (email's default policy) or the RFC 2047 words
+// of the plain parameters (its old policy, as older mail programs read them); a message with nothing typed keeps
+// its plain alternative.
+TEST(MailMessage, NonAsciiNamesArriveWholeAndAnEmptyMessageKeepsItsPlainPart)
+{
+    test::TempFolder folder;
+    const auto picture = folder / "Quittung März – Nr. 7 für Müller & Söhne, Düsseldorf.bmp";
+    std::ofstream(picture) << "Bild";
+    MailContent mail;
+    mail.senderAddress = "kasse@example.org";
+    mail.recipient = "chef@example.org";
+    mail.htmlBody = "<html><body></body></html>";
+    mail.attachments = {picture};
+    std::ofstream(folder / "mail.eml", std::ios::binary)
+        << composeMessage(mail, "Tue, 24 Nov 2026 17:00:00 +0100", "<1@example.org>");
+    EXPECT_EQ(test::runPeer("/usr/bin/python3 -c 'import email,email.policy,email.header,sys\n"
+                            "data=open(sys.argv[1],\"rb\").read()\n"
+                            "m=email.message_from_bytes(data,policy=email.policy.default)\n"
+                            "print([p.get_content_type() for p in m.walk() if not p.is_multipart()])\n"
+                            "old=[p for p in email.message_from_bytes(data).walk() if p.get_filename()][0]\n"
+                            "words=lambda v: str(email.header.make_header(email.header.decode_header(v)))\n"
+                            "print([a.get_filename() for a in m.iter_attachments()])\n"
+                            "print(words(old.get_filename()) == words(old.get_param(\"name\")) == sys.argv[2])' " +
+                            (folder / "mail.eml").string() + " '" + picture.filename().string() + "'"),
+              "['text/plain', 'text/html', 'image/bmp']\n"
+              "['Quittung März – Nr. 7 für Müller & Söhne, Düsseldorf.bmp']\nTrue\n");
 }
 
 TEST(VendorMail, HelpCodeStartTextAndNewsletterSubject)
