@@ -17,10 +17,11 @@ public:
     virtual void report(const RunError& error, std::string_view windowName) = 0;
 };
 
-// Sends a filled error report (rich text) with the user's reply address, empty for an anonymous report. False
-// when no connection came about: the error window then keeps its hourglass (which the sender ends otherwise)
-// and its disabled button.
-using FaultMailSender = std::function<bool(const std::string& report, const std::string& replyAddress)>;
+// Sends a filled error report (rich text) with the user's reply address, empty for an anonymous report. Once a
+// session ended, before its closing message, the sender calls `sessionEnded`, where the error window gives back its
+// button and ends the hourglass. False when no connection came about: the window then keeps both as they are.
+using FaultMailSender = std::function<bool(const std::string& report, const std::string& replyAddress,
+                                           const std::function<void()>& sessionEnded)>;
 
 // The run time's message for a fault that no routine traps: "Laufzeitfehler '<n>':" and the description.
 std::string untrappedFaultMessage(const RunError& error);

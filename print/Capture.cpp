@@ -49,6 +49,8 @@ void drawText(QPainter& painter, const ReceiptForm& form, const LayoutEntry& ent
         const auto span = captionSpan(entry, painter.fontMetrics().horizontalAdvance(text));
         field.setLeft(span.left);
         field.setWidth(span.width);
+        if (span.fontScale < 1.0)
+            painter.setFont(scaledFont(painter.font(), span.fontScale));
     }
     const int margin = textMargin(entry);
     QRect inner = field.adjusted(margin, entry.multiLine && entry.editable ? margin : 0, -margin, 0);

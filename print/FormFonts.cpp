@@ -1,5 +1,7 @@
 #include "print/FormFonts.h"
 
+#include <algorithm>
+
 #include "core/ReceiptForm.h"
 
 namespace zw {
@@ -35,6 +37,15 @@ void installFontSubstitutes()
     QFont::insertSubstitution("Arial", "Liberation Sans");
     QFont::insertSubstitution("Courier New", "Liberation Mono");
     QFont::insertSubstitution("Verdana", "DejaVu Sans");
+}
+
+QFont scaledFont(QFont font, double scale)
+{
+    if (font.pixelSize() > 0)
+        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * scale)));
+    else
+        font.setPointSizeF(std::max(1.0, font.pointSizeF() * scale));
+    return font;
 }
 
 } // namespace zw

@@ -12,6 +12,9 @@ class ReceiptForm;
 // The font an element of the receipt area is drawn in: the screen and the photograph take it from here.
 QFont formFont(const ReceiptForm& form, FormElement element);
 
+// The font drawn smaller by scale (below 1), for a caption too long for its room.
+QFont scaledFont(QFont font, double scale);
+
 // Where a one-line field puts its text: the screen and the photograph take it from here.
 Qt::Alignment alignmentOf(Align align);
 

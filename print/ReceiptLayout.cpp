@@ -53,8 +53,17 @@ std::span<const LayoutEntry> receiptLayout() { return kLayout; }
 
 CaptionSpan captionSpan(const LayoutEntry& entry, int textWidth)
 {
-    const int extra = std::max(0, textWidth - entry.widthPixels());
-    return {std::max(0, entry.leftPixels() - (extra + 1) / 2), entry.widthPixels() + extra};
+    // The written area of the form: from the leftmost entry to the right edge of the stamp.
+    constexpr int kAreaLeft = 240 / kTwipsPerPixel;
+    constexpr int kAreaRight = (6600 + 1740) / kTwipsPerPixel;
+    const int extra = std::clamp(textWidth - entry.widthPixels(), 0, entry.widthPixels() / 2);
+    const int grownLeft = entry.leftPixels() - (extra + 1) / 2;
+    const int left = std::max(kAreaLeft, grownLeft);
+    const int right = std::min(kAreaRight, grownLeft + entry.widthPixels() + extra);
+    CaptionSpan span{left, std::max(0, right - left)};
+    if (textWidth > span.width && textWidth > 0)
+        span.fontScale = static_cast<double>(span.width) / textWidth;
+    return span;
 }
 
 std::optional<LayoutEntry> layoutOf(FormElement element)

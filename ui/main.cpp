@@ -44,7 +44,8 @@ int main(int argc, char** argv)
 {
     zw::TrappingApplication application(argc, argv);
     QApplication::setApplicationName("Zettelwerk");
-    // The program speaks German whatever the desktop's language; the toolkit's dialogs and buttons too.
+    // The program speaks German whatever the desktop's language; the toolkit's dialogs, buttons and calendars too.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     QTranslator toolkitTexts;
     if (toolkitTexts.load(QLocale(QLocale::German, QLocale::Germany), "qtbase", "_",
                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

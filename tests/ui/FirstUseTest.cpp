@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -82,11 +84,17 @@ TEST_F(FirstUseTest, F10AndTheSwitchedOnButtonOpenTheCalendarThatWritesTheDate)
     ASSERT_NE(button, nullptr);
     EXPECT_FALSE(button->isVisible());
 
+    // The calendar speaks German whatever the desktop's language.
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
     date->setFocus();
     QTest::keyClick(date, Qt::Key_F10);
     auto* calendar = qobject_cast<QCalendarWidget*>(QApplication::activePopupWidget());
     ASSERT_NE(calendar, nullptr);
     calendar->setSelectedDate(QDate(2026, 3, 5));
+    auto* month = calendar->findChild<QToolButton*>("qt_calendar_monthbutton");
+    ASSERT_NE(month, nullptr);
+    EXPECT_EQ(month->text(), "März");
     QTest::keyClick(calendar->focusWidget() ? calendar->focusWidget() : calendar, Qt::Key_Return);
     EXPECT_EQ(form.text(F::Text9), "05.03.2026");
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
@@ -138,6 +146,41 @@ TEST_F(FirstUseTest, TheMessageDialogHasItsCaptionsInEveryShapeAndItsHelpIsThePr
         EXPECT_EQ(captions[i], (QStringList{"Okay", "Abbrechen", "Hilfe"})) << i;
     ASSERT_FALSE(desktop.urls.empty());
     EXPECT_EQ(QUrl(desktop.urls.front()).toLocalFile().toStdString(), (paths.helpFolder() / "index.html").string());
+}
+
+// A long label of the user's own is drawn smaller inside the form's frame, on the screen as on the photograph.
+TEST_F(FirstUseTest, ALongLabelStaysInsideTheFormsFrameAndShowsWhole)
+{
+    // The frame's two upright lines, read off the empty form's photograph between two rows of fields.
+    const QImage empty = capture(form);
+    std::vector<int> lines;
+    for (int x = 0; x < empty.width(); ++x) {
+        if (qGray(empty.pixel(x, 200)) < 150)
+            lines.push_back(x);
+    }
+    ASSERT_GE(lines.size(), 2u);
+    const int frameLeft = lines.front();
+    const int frameRight = lines.back();
+
+    const std::string text = "Den obigen Betrag in Worten haben wir von Herrn Dr. Maximilian Mustermann-Lüdenscheid, "
+                             "Düsseldorf, dankend erhalten";
+    for (F label : {F::Label4, F::Label5, F::Label11}) {
+        SCOPED_TRACE(elementName(label).data());
+        form.setText(label, text);
+        const QImage written = capture(form);
+        int outside = 0;
+        for (int y = 0; y < written.height(); ++y) {
+            for (int x = 0; x < written.width(); ++x)
+                outside += (x <= frameLeft || x >= frameRight) && written.pixel(x, y) != empty.pixel(x, y);
+        }
+        EXPECT_EQ(outside, 0);
+        auto* shown = qobject_cast<QLabel*>(window->formView()->widgetOf(label));
+        ASSERT_NE(shown, nullptr);
+        EXPECT_GT(shown->geometry().left(), frameLeft);
+        EXPECT_LT(shown->geometry().right(), frameRight);
+        EXPECT_LE(QFontMetrics(shown->font()).horizontalAdvance(shown->text()), shown->width() + 2);
+        form.setText(label, "");
+    }
 }
 
 TEST_F(FirstUseTest, ThePictureSaveDialogsShowTheirPatternAsTheFileName)

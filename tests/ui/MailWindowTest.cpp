@@ -4,7 +4,9 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTextEdit>
+#include <QToolBar>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -15,6 +17,7 @@
 #include "app/TextFile.h"
 #include "core/RunError.h"
 #include "tests/app/PeerProgram.h"
+#include "tests/app/TempFolder.h"
 #include "tests/net/Peer.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
@@ -64,14 +67,24 @@ protected:
 TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSenderAndCopy)
 {
     // A description with rich-text control characters goes into the report raw; the send still works.
+    // The report key is back and the hourglass gone by the time the closing words ask.
+    QDialog* shownReport = nullptr;
+    bool keyBackAtBox = false;
+    answerer.inspect = [&](QDialog&) {
+        keyBackAtBox = shownReport->findChild<QPushButton*>("Command3")->isEnabled() &&
+                       QApplication::overrideCursor() == nullptr;
+    };
     inModal([&] { window->faultReporter().report(RunError(13, "Typen unverträglich {\\b"), "optionen"); },
-            [](QDialog& report) {
+            [&](QDialog& report) {
+                shownReport = &report;
                 report.findChild<QPushButton*>("Command3")->click();
                 report.findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
                 report.findChild<QPushButton*>("Command4")->click();
                 EXPECT_TRUE(report.findChild<QPushButton*>("Command3")->isEnabled());
             });
     EXPECT_EQ(boxes, std::vector<QString>{"Support: Übermittlung erfolgreich abgeschlossen."});
+    EXPECT_EQ(answerer.keys, std::vector<QString>{"Support: Ja / Nein"});
+    EXPECT_TRUE(keyBackAtBox);
     EXPECT_EQ(summary("Typen unverträglich"), "Fehlermeldung aus Zettelwerk 6.0.0\nkunde@example.org\n"
                                               "support@zettelwerk.example\nkunde@example.org\n['text/html']\nTrue\n");
 }
@@ -138,6 +151,63 @@ TEST_F(MailWindowTest, ARefusedConnectionOrRecipientShowsItsBox)
     }
 }
 
+// The mail window asks with the platform's "Ja" and "Nein" and reports a failure with "OK" alone; "Nein" keeps
+// the contact.
+TEST_F(MailWindowTest, TheMailWindowsBoxesHaveTheButtonsTheyAskWith)
+{
+    test::writeBytes(paths.dataFile("adressbuch.dat"), "kunde@example.org;Hans;Meier;Herr\r\n");
+    test::writeBytes(folder.path() / "1.bmp", "BM");
+    settings.save("Zettelwerk", "EMail", "SMTP", "127.0.0.1:1"); // nobody listens there
+    frmLog log(window.get());
+    beleg_mail mail(settings, paths, *window, log, folder.path() / "1.bmp", window.get());
+    ASSERT_TRUE(mail.loaded());
+    mail.findChild<QPushButton*>("cmdSend")->click();
+    auto* cancel = mail.findChild<QPushButton*>("cmdCancel");
+    cancel->setEnabled(true); // as while a send runs
+    cancel->click();
+    for (auto* key : mail.findChildren<QPushButton*>("Command5")) {
+        if (key->property("Index").toInt() == 2)
+            key->click();
+    }
+    EXPECT_EQ(answerer.keys, (std::vector<QString>{"Zettelwerk: OK", "Abbrechen: Ja / Nein",
+                                                   "Eintrag löschen: Ja / Nein"}));
+    EXPECT_EQ(mail.findChild<QTableWidget*>("Grid1")->rowCount(), 1);
+}
+
+// The rich-text keys in their groups; a key toggles a selection that is all one way and leaves a mixed one as it is.
+TEST_F(MailWindowTest, TheRichTextKeysToggleAUniformSelectionAndLeaveAMixedOne)
+{
+    test::writeBytes(folder.path() / "1.bmp", "BM");
+    settings.save("Zettelwerk", "EMail", "SMTP", "127.0.0.1:1");
+    frmLog log(window.get());
+    beleg_mail mail(settings, paths, *window, log, folder.path() / "1.bmp", window.get());
+    QStringList keys;
+    for (QAction* key : mail.findChild<QToolBar*>("Coolbar2")->actions())
+        keys << (key->isSeparator() ? "|" : key->objectName());
+    EXPECT_EQ(keys.join(' '), "fett kursiv unterstrichen durchgestrichen | schriftart schriftfarbe | aufzaehlung | "
+                              "links mitte rechts | "); // the last is the insert menu's key
+
+    auto* message = mail.findChild<QTextEdit*>("RichTextBox1");
+    const auto boldOf = [message](int position) {
+        QTextCursor at(message->document());
+        at.setPosition(position + 1);
+        return at.charFormat().fontWeight() > QFont::Normal;
+    };
+    struct Row
+    {
+        const char* html;
+        bool firstAfter, lastAfter;
+    };
+    for (const Row& row : {Row{"<b>fett</b>normal", true, false}, Row{"normal", true, true}, Row{"<b>fett</b>", false, false}}) {
+        SCOPED_TRACE(row.html);
+        message->setHtml(row.html);
+        message->selectAll();
+        mail.findChild<QAction*>("fett")->trigger();
+        EXPECT_EQ(boldOf(0), row.firstAfter);
+        EXPECT_EQ(boldOf(static_cast<int>(message->toPlainText().size()) - 1), row.lastAfter);
+    }
+}
+
 // A second click on a send key while the first send waits: one mail, no second send.
 TEST_F(MailWindowTest, ASecondClickOnSendWhileTheFirstWaitsSendsNothing)
 {
@@ -181,7 +251,13 @@ TEST_F(MailWindowTest, TheSupportWizardKeepsWhatWasTyped)
                 QApplication::setActiveWindow(nullptr);
                 QApplication::setActiveWindow(&wizard);
                 EXPECT_EQ(message->toPlainText().count("HelpCode: "), 1);
-                inModal([&] { wizard.findChild<QPushButton*>("Command1")->click(); }, [](QDialog&) {});
+                // The help wraps its text and fits a 1024 x 768 screen with its key.
+                inModal([&] { wizard.findChild<QPushButton*>("Command1")->click(); }, [](QDialog& help) {
+                    EXPECT_EQ(help.objectName(), "hilfesupport");
+                    EXPECT_LE(help.width(), 1024);
+                    EXPECT_LE(help.height(), 768);
+                    EXPECT_TRUE(help.findChild<QPushButton*>("xpButton1")->isVisible());
+                });
                 QApplication::setActiveWindow(&wizard);
                 const QString text = message->toPlainText();
                 EXPECT_EQ(text.count("HelpCode: "), 2);

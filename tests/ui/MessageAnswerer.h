@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -20,15 +21,24 @@ public:
     {
         QObject::connect(&m_timer, &QTimer::timeout, [this] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || dialog->objectName() != "MessageDialog")
+            if (dialog == nullptr ||
+                (dialog->objectName() != "MessageDialog" && dialog->objectName() != "MessageBox"))
                 return;
             auto* text = dialog->findChild<QLabel*>("text");
             boxes.push_back(dialog->windowTitle() + ": " + (text ? text->text().section('\n', 0, 0) : QString()));
+            QStringList captions;
+            for (auto* key : dialog->findChildren<QPushButton*>())
+                captions << key->text();
+            keys.push_back(dialog->windowTitle() + ": " + captions.join(" / "));
+            if (inspect)
+                inspect(*dialog);
             dialog->reject();
         });
         m_timer.start(20);
     }
     std::vector<QString> boxes;
+    std::vector<QString> keys; // "title: first key / second key ..."
+    std::function<void(QDialog&)> inspect; // runs while the box is up
 
 private:
     QTimer m_timer;

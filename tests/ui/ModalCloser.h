@@ -25,7 +25,8 @@ public:
                 return;
             dialog->setProperty("zwNoted", true);
             seen.push_back(dialog->objectName().isEmpty() ? dialog->metaObject()->className() : dialog->objectName());
-            if (auto* text = dialog->findChild<QLabel*>("text"); text && dialog->objectName() == "MessageDialog")
+            const bool message = dialog->objectName() == "MessageDialog" || dialog->objectName() == "MessageBox";
+            if (auto* text = dialog->findChild<QLabel*>("text"); text && message)
                 messages.push_back(dialog->windowTitle() + ": " + text->text());
             if (m_inspect)
                 m_inspect(dialog);

@@ -1,9 +1,11 @@
 // The label editor, the tips, the news, the autostart switch and the handbook as a user meets them.
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTextBrowser>
 #include <QTextEdit>
 #include <gtest/gtest.h>
@@ -99,7 +101,7 @@ TEST_F(SmallWindowTest, TheAutostartEntryComesAndGoes)
 TEST_F(SmallWindowTest, TheNewsAndTheHandbookComeFromTheDistribution)
 {
     test::inModal([&] { window->action("whatistnew")->trigger(); }, [&](QDialog& news) {
-        EXPECT_EQ(news.findChild<QLabel*>("Label2")->text(), "Version 6 . 0 . 0");
+        EXPECT_EQ(news.findChild<QLabel*>("Label2")->text(), "6 . 0 . 0");
         EXPECT_TRUE(news.findChild<QTextEdit*>("sevText1")->toPlainText().contains("6.0.0"));
     });
     fs::remove(paths.home() / "neu_in_dieser_version.txt");
@@ -113,6 +115,37 @@ TEST_F(SmallWindowTest, TheNewsAndTheHandbookComeFromTheDistribution)
     for (const char* section : {"Datensicherung", "Eine Sicherung einspielen", "Tastatur", "Wo Ihre Daten liegen"})
         EXPECT_TRUE(handbook.contains(section)) << section;
     help->close();
+}
+
+TEST_F(SmallWindowTest, TheInformationWindowsHaveTheirTitlesAndTheCopyrightItsVersionAndSystem)
+{
+    test::inModal([&] { window->action("info")->trigger(); },
+                  [](QDialog& info) { EXPECT_EQ(info.windowTitle(), "Informationen zum Programm"); });
+    test::inModal([&] { window->action("copy")->trigger(); }, [](QDialog& rights) {
+        QStringList lines;
+        for (auto* line : rights.findChildren<QLabel*>())
+            lines << line->text();
+        EXPECT_TRUE(lines.contains("Version 6.0.0")) << lines.join('|').toStdString();
+        EXPECT_EQ(lines.filter(QRegularExpression("^.+ \\( Version .+\\)$")).size(), 1) << lines.join('|').toStdString();
+    });
+}
+
+// A question's "Hilfe" shows the handbook in the program's own window, which takes input above the question.
+TEST_F(SmallWindowTest, AQuestionsHelpShowsTheHandbookAboveIt)
+{
+    QString above;
+    answerer.inspect = [&above](QDialog& question) {
+        for (auto* key : question.findChildren<QPushButton*>()) {
+            if (key->text() == "Hilfe")
+                key->click();
+        }
+        if (QWidget* top = QApplication::activeModalWidget(); top && top != &question) {
+            above = top->objectName();
+            top->close();
+        }
+    };
+    window->confirmQuestion("Frage", MessageStyle::QuestionYesNo, "Titel");
+    EXPECT_EQ(above, "helpp3");
 }
 
 } // namespace

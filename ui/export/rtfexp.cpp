@@ -268,7 +268,7 @@ void showHilfertf(QWidget* parent)
 {
     QDialog dialog(parent);
     dialog.setObjectName("hilfertf");
-    dialog.setWindowTitle("Hilfe");
+    dialog.setWindowTitle("Hilfe zur Texteingabe beim RTF-Export");
     auto* layout = new QVBoxLayout(&dialog);
     auto* text = new QTextBrowser(&dialog);
     text->setHtml(QString::fromUtf8(

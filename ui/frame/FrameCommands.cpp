@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <QSysInfo>
 #include <QSystemTrayIcon>
 #include <QToolBar>
 #include <QToolBox>
@@ -122,7 +123,7 @@ private:
         command("www_neu", [this] { openUrl(m_vendor.webNews); });
         command("softbew", [this] { openUrl(m_vendor.ratingForm); });
         command("fehlmit", [this] { openUrl(m_vendor.errorForm); });
-        m_window.setWindowOpener("info1", [this] { aboutWindow("info1", "Info zum Programm", false); });
+        m_window.setWindowOpener("info1", [this] { aboutWindow("info1", "Informationen zum Programm", false); });
         m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
@@ -143,8 +144,14 @@ private:
         headline->setFont(big);
         layout->addWidget(headline);
         layout->addWidget(new QLabel("Quittungen und Belege ausstellen, drucken, exportieren und verwalten.", &dialog));
-        if (rights)
+        if (rights) {
+            layout->addWidget(new QLabel("Version " + qt(versionText()), &dialog));
+            // The system's line: its name and, as the old line had, its version in brackets.
+            layout->addWidget(new QLabel(QSysInfo::prettyProductName() + " ( Version " + QSysInfo::kernelVersion() +
+                                             ")",
+                                         &dialog));
             layout->addWidget(new QLabel("Copyright © Zettelwerk. Alle Rechte vorbehalten.", &dialog));
+        }
         auto* web = new QLabel("<a href=\"" + qt(m_vendor.webHome) + "\">" + qt(m_vendor.webHome) + "</a>", &dialog);
         web->setOpenExternalLinks(true);
         layout->addWidget(web);

@@ -27,35 +27,37 @@ QString displayText(std::string_view text)
     return shown;
 }
 
-QStyle::StandardPixmap iconFor(MessageStyle style)
+// The icon bits of the platform's style number: 16 error, 32 question, 48 warning, 64 information.
+QStyle::StandardPixmap iconFor(int style)
 {
-    switch (style) {
-    case MessageStyle::Error:
+    switch (style & 0x70) {
+    case 16:
         return QStyle::SP_MessageBoxCritical;
-    case MessageStyle::QuestionOkCancel:
-    case MessageStyle::QuestionYesNo:
+    case 32:
         return QStyle::SP_MessageBoxQuestion;
-    case MessageStyle::Warning:
+    case 48:
         return QStyle::SP_MessageBoxWarning;
-    case MessageStyle::Information:
-        break;
+    default:
+        return QStyle::SP_MessageBoxInformation;
     }
-    return QStyle::SP_MessageBoxInformation;
 }
 
 } // namespace
 
-MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style,
-                             std::string_view title, std::string_view initial, const std::filesystem::path& helpFile,
-                             const QStringList& captions)
+MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text, int style, std::string_view title,
+                             std::string_view initial, const HelpOpener& openHelp, const QStringList& captions)
     : QDialog(parent)
 {
     setWindowTitle(qt(title));
-    setObjectName("MessageDialog");
-    setAutoFillBackground(true);
-    QPalette colours = palette();
-    colours.setColor(QPalette::Window, QColor(0xFF, 0xFF, 0xCC));
-    setPalette(colours);
+    if (shape == Shape::Box) {
+        setObjectName("MessageBox");
+    } else {
+        setObjectName("MessageDialog");
+        setAutoFillBackground(true);
+        QPalette colours = palette();
+        colours.setColor(QPalette::Window, QColor(0xFF, 0xFF, 0xCC));
+        setPalette(colours);
+    }
 
     auto* icon = new QLabel(this);
     icon->setPixmap(QApplication::style()->standardIcon(iconFor(style)).pixmap(32, 32));
@@ -87,22 +89,39 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
         buttons->addWidget(button);
         return button;
     };
-    if (!captions.isEmpty()) {
+    if (shape == Shape::Box) {
+        const bool secondIsDefault = (style & 0x300) == 256;
+        switch (style & 0x7) {
+        case 1:
+            addButton("OK", kAnswerOk, !secondIsDefault);
+            addButton("Abbrechen", kAnswerCancel, secondIsDefault);
+            break;
+        case 4:
+            // Closing a yes/no box is its no.
+            m_answer = kAnswerNo;
+            addButton("Ja", kAnswerYes, !secondIsDefault);
+            addButton("Nein", kAnswerNo, secondIsDefault);
+            break;
+        default:
+            m_answer = kAnswerOk;
+            addButton("OK", kAnswerOk, true);
+            break;
+        }
+    } else if (!captions.isEmpty()) {
         for (int i = 0; i < captions.size(); ++i)
             addButton(captions[i], i == 0 ? kAnswerYes : kAnswerNo, i == 0);
     } else if (shape == Shape::Message) {
-        // Both buttons only close the message.
         addButton("OK", kAnswerOk, true);
-        addButton("JA", kAnswerOk, false);
+        addButton("JA", kAnswerYes, false);
     } else {
         // The same three buttons for every style: "Okay" is the yes of a yes/no question.
-        addButton("Okay", shape == Shape::Question && style != MessageStyle::QuestionOkCancel ? kAnswerYes : kAnswerOk,
-                  true);
+        addButton("Okay", shape == Shape::Question && (style & 0x7) == 4 ? kAnswerYes : kAnswerOk, true);
         addButton("Abbrechen", kAnswerCancel, false);
         auto* help = addButton("Hilfe", -1, false);
         disconnect(help, nullptr, this, nullptr);
-        connect(help, &QPushButton::clicked, this, [helpFile] {
-            QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(helpFile.string())));
+        connect(help, &QPushButton::clicked, this, [openHelp] {
+            if (openHelp)
+                openHelp();
         });
     }
     auto* layout = new QVBoxLayout(this);
@@ -111,24 +130,32 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
     setModal(true);
 }
 
-void MessageDialog::showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title)
+int MessageDialog::showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title)
 {
-    MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {});
+    MessageDialog dialog(parent, Shape::Message, text, static_cast<int>(style), title, {}, {});
     dialog.exec();
+    return dialog.m_answer;
+}
+
+int MessageDialog::messageBox(QWidget* parent, std::string_view text, int style, std::string_view title)
+{
+    MessageDialog dialog(parent, Shape::Box, text, style, title, {}, {});
+    dialog.exec();
+    return dialog.m_answer;
 }
 
 int MessageDialog::askWithCaptions(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
                                    const QStringList& captions)
 {
-    MessageDialog dialog(parent, Shape::Message, text, style, title, {}, {}, captions);
+    MessageDialog dialog(parent, Shape::Message, text, static_cast<int>(style), title, {}, {}, captions);
     dialog.exec();
     return dialog.m_answer;
 }
 
 int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,
-                                   std::string_view title, const std::filesystem::path& helpFile)
+                                   std::string_view title, const HelpOpener& openHelp)
 {
-    MessageDialog dialog(parent, Shape::Question, text, style, title, {}, helpFile);
+    MessageDialog dialog(parent, Shape::Question, text, static_cast<int>(style), title, {}, openHelp);
     dialog.exec();
     // A warning or information "question" answers yes with its Okay button.
     if (dialog.m_answer == kAnswerOk && style != MessageStyle::QuestionOkCancel)
@@ -136,11 +163,19 @@ int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, Messa
     return dialog.m_answer;
 }
 
+int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,
+                                   std::string_view title, const std::filesystem::path& helpPage)
+{
+    return confirmQuestion(parent, text, style, title, [helpPage] {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(helpPage.string())));
+    });
+}
+
 std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_view text, MessageStyle style,
                                                   std::string_view title, std::string_view initial,
-                                                  const std::filesystem::path& helpFile)
+                                                  const HelpOpener& openHelp)
 {
-    MessageDialog dialog(parent, Shape::Text, text, style, title, initial, helpFile);
+    MessageDialog dialog(parent, Shape::Text, text, static_cast<int>(style), title, initial, openHelp);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.m_input->text().toStdString();
@@ -148,9 +183,9 @@ std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_v
 
 std::optional<double> MessageDialog::askNumber(QWidget* parent, std::string_view text, MessageStyle style,
                                                std::string_view title, std::string_view initial,
-                                               const std::filesystem::path& helpFile)
+                                               const HelpOpener& openHelp)
 {
-    MessageDialog dialog(parent, Shape::Number, text, style, title, initial, helpFile);
+    MessageDialog dialog(parent, Shape::Number, text, static_cast<int>(style), title, initial, openHelp);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     try {

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QStringList>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,29 +17,40 @@ class QPushButton;
 namespace zw {
 
 // The one message dialog of the program, with its four call shapes. ShowMessage has the buttons "OK" and
-// "JA"; the other shapes "Okay", "Abbrechen" and "Hilfe", whatever the style. "Hilfe" opens `helpFile`, the help
-// page of the program folder. Light yellow background, as the program always had.
+// "JA"; the other shapes "Okay", "Abbrechen" and "Hilfe", whatever the style. "Hilfe" runs `openHelp`, which shows
+// the handbook. Light yellow background, as the program always had.
 class MessageDialog : public QDialog
 {
 public:
-    static void showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title);
+    using HelpOpener = std::function<void()>;
+
+    // "OK" answers kAnswerOk, "JA" kAnswerYes, so a question asked in this shape goes on at "JA" only.
+    static int showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title);
     static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
-                               const std::filesystem::path& helpFile);
+                               const HelpOpener& openHelp);
+    // "Hilfe" opens the page with the desktop's opener.
+    static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
+                               const std::filesystem::path& helpPage);
     static std::optional<std::string> askText(QWidget* parent, std::string_view text, MessageStyle style,
                                               std::string_view title, std::string_view initial,
-                                              const std::filesystem::path& helpFile);
+                                              const HelpOpener& openHelp);
     static std::optional<double> askNumber(QWidget* parent, std::string_view text, MessageStyle style,
                                            std::string_view title, std::string_view initial,
-                                           const std::filesystem::path& helpFile);
+                                           const HelpOpener& openHelp);
 
     // The message shape with a window's own button captions: the first answers yes, every other no.
     static int askWithCaptions(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
                                const QStringList& captions);
 
+    // The platform's own message box, where a window asks without this dialog: the buttons its style number names
+    // (0 "OK", 1 "OK" and "Abbrechen", 4 "Ja" and "Nein"; 256 makes the second the default), the icon of 16, 32,
+    // 48 or 64, no help and no colour of its own. Answers kAnswerOk, kAnswerCancel, kAnswerYes or kAnswerNo.
+    static int messageBox(QWidget* parent, std::string_view text, int style, std::string_view title);
+
 private:
-    enum class Shape { Message, Question, Text, Number };
-    MessageDialog(QWidget* parent, Shape shape, std::string_view text, MessageStyle style, std::string_view title,
-                  std::string_view initial, const std::filesystem::path& helpFile, const QStringList& captions = {});
+    enum class Shape { Message, Question, Text, Number, Box };
+    MessageDialog(QWidget* parent, Shape shape, std::string_view text, int style, std::string_view title,
+                  std::string_view initial, const HelpOpener& openHelp, const QStringList& captions = {});
 
     int m_answer = kAnswerCancel;
     QLineEdit* m_input = nullptr;

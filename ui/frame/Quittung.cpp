@@ -556,13 +556,13 @@ void Quittung::showMessage(std::string_view text, MessageStyle style, std::strin
 
 int Quittung::confirmQuestion(std::string_view text, MessageStyle style, std::string_view title)
 {
-    return MessageDialog::confirmQuestion(this, text, style, title, m_paths.helpFolder() / "index.html");
+    return MessageDialog::confirmQuestion(this, text, style, title, [this] { action("hel11")->trigger(); });
 }
 
 std::optional<std::string> Quittung::askText(std::string_view text, MessageStyle style, std::string_view title,
                                              std::string_view initial)
 {
-    return MessageDialog::askText(this, text, style, title, initial, m_paths.helpFolder() / "index.html");
+    return MessageDialog::askText(this, text, style, title, initial, [this] { action("hel11")->trigger(); });
 }
 
 void Quittung::showNotice(Notice notice) { NoticeWindow::run(this, notice); }

@@ -22,6 +22,7 @@
 #include "ui/frame/Pause.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/RichTextView.h"
+#include "ui/frame/UserLocale.h"
 
 namespace zw {
 
@@ -91,10 +92,14 @@ fehlerform::fehlerform(QWidget* parent, std::function<void()> closer)
             return;
         m_sendShow->setEnabled(false);
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        // After a connect the sender ends the hourglass before its closing message; after a failed connect the
-        // hourglass and the disabled button stay, as they always did.
-        if (m_mailSender(m_reportSource, m_mail->text().toStdString()))
-            m_sendShow->setEnabled(true);
+        // After a connect the button comes back and the hourglass ends before the closing message; after a failed
+        // connect both stay, as they always did.
+        QPointer<QPushButton> sendShow(m_sendShow);
+        m_mailSender(m_reportSource, m_mail->text().toStdString(), [sendShow] {
+            if (sendShow)
+                sendShow->setEnabled(true);
+            QApplication::restoreOverrideCursor();
+        });
     });
     frameLayout->addWidget(m_send, 0, Qt::AlignRight);
     m_frame->hide();
@@ -158,7 +163,7 @@ void fehlerform::showEvent(QShowEvent* event)
 
 void fehlerform::activate()
 {
-    const std::string now = QDateTime::currentDateTime().toString("dd.MM.yyyy HH:mm:ss").toStdString();
+    const std::string now = userDateTime(QDateTime::currentDateTime()).toStdString();
     m_reportSource = fillErrorReport(kErrorReportTemplate,
                                      {m_number->text().toStdString(), m_description->text().toStdString(),
                                       m_form->text().toStdString()},

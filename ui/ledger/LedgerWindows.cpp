@@ -24,6 +24,7 @@
 #include "ledger/LedgerOperations.h"
 #include "ledger/LedgerReport.h"
 #include "ledger/Totals.h"
+#include "ui/frame/ProportionalLayout.h"
 #include "ui/frame/WindowTitle.h"
 
 namespace zw {
@@ -180,25 +181,26 @@ ReportWindow::ReportWindow(QWidget* parent, const ReceiptLedger& ledger, const P
 {
     setObjectName("report1");
     setWindowTitle("Belegliste aller ausgedruckten Quittungen");
-    resize(760, 560);
-    // Layouts keep every control in its place relative to the window as it is resized.
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(headline("Belegliste der bisher gedruckten und gespeicherten Belege", this));
+    setSizeGripEnabled(true);
+    auto* title = headline("Belegliste der bisher gedruckten und gespeicherten Belege", this);
+    title->setObjectName("Label1");
     m_browser = new QTextBrowser(this);
     m_browser->setObjectName("WebBrowser1");
-    layout->addWidget(m_browser, 1);
-    auto* buttons = new QHBoxLayout;
     auto* print = new QPushButton("Belegliste &drucken", this);
     print->setObjectName("xpButton3");
     auto* clear = new QPushButton("Belegliste &löschen", this);
     clear->setObjectName("Command1");
     auto* okay = new QPushButton("&Okay", this);
     okay->setObjectName("xpButton1");
-    buttons->addWidget(print);
-    buttons->addWidget(clear);
-    buttons->addStretch();
-    buttons->addWidget(okay);
-    layout->addLayout(buttons);
+    // Every control keeps its place and size relative to the window as it is resized; the window never gets so
+    // small that the headline is cut.
+    auto* layout = new ProportionalLayout(this, {760, 560});
+    layout->place(title, {12, 8, 736, 36}, ProportionalLayout::Text::KeptWhole);
+    layout->place(m_browser, {12, 50, 736, 450});
+    layout->place(print, {12, 514, 170, 32});
+    layout->place(clear, {192, 514, 170, 32});
+    layout->place(okay, {628, 514, 120, 32});
+    resize(760, 560);
 
     printPage = [this](QTextBrowser& page) {
         QPrinter printer;

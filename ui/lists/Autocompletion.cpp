@@ -1,5 +1,6 @@
 #include "ui/lists/Autocompletion.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -118,6 +119,11 @@ void installHelpWindow(const PartContext& context)
         if (*open == nullptr) {
             *open = new helpp3(page, &window);
             (*open)->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        // Opened from a question's "Hilfe", the window must take input above that question.
+        if (QApplication::activeModalWidget() != nullptr && !(*open)->isModal()) {
+            (*open)->hide();
+            (*open)->setWindowModality(Qt::ApplicationModal);
         }
         (*open)->show();
         (*open)->raise();

@@ -1,11 +1,10 @@
 #include "ui/lists/helpp3.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QUrl>
-#include <QVBoxLayout>
 
+#include "ui/frame/ProportionalLayout.h"
 #include "ui/frame/QtText.h"
 
 namespace zw {
@@ -30,12 +29,10 @@ helpp3::helpp3(const std::filesystem::path& page, QWidget* parent) : QDialog(par
     close->setObjectName("Command1");
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_browser, 1);
-    layout->addLayout(buttons);
+    // Both controls keep their places and sizes relative to the window as it is resized.
+    auto* layout = new ProportionalLayout(this, {720, 560});
+    layout->place(m_browser, {10, 10, 700, 496});
+    layout->place(close, {600, 516, 110, 32});
     resize(720, 560);
 }
 

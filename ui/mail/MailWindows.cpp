@@ -17,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QLocale>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -26,6 +25,7 @@
 #include <QStackedWidget>
 #include <QTableWidget>
 #include <QTextEdit>
+#include <QTextBlock>
 #include <QTextList>
 #include <QTimer>
 #include <QToolBar>
@@ -33,6 +33,7 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <optional>
 #include <random>
 
 #include "app/SettingsStore.h"
@@ -53,6 +54,7 @@
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/RtfBridge.h"
+#include "ui/frame/UserLocale.h"
 #include "ui/frame/fehlerform.h"
 
 namespace zw {
@@ -74,6 +76,12 @@ QLineEdit* field(const char* name, QWidget* parent)
 }
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
+
+// The platform's message box styles this window asks with: 36 a question with yes and no, 64 information with OK,
+// 68 information with yes and no.
+constexpr int kYesNoQuestion = 36;
+constexpr int kInformationBox = 64;
+constexpr int kYesNoInformation = 68;
 
 // A key disabled while its routine lets window events run, and given back its state afterwards.
 class KeyHeld
@@ -109,7 +117,32 @@ void followSession(sevSMTP& smtp, QLabel* status, QProgressBar* progress, frmLog
     smtp.OnLog = [&log](const std::string& piece) { log.add(piece); };
 }
 
-// Coolbar2: bold, italic, underline, strike-through, font, colour, bullets and alignment for a message editor.
+// One attribute over the editor's selection: the same on every character, or nothing where the selection mixes
+// it (the old editor's Null). Without a selection, the format at the caret.
+template <typename Read> std::optional<bool> selectionState(const QTextEdit* editor, Read read)
+{
+    const QTextCursor cursor = editor->textCursor();
+    if (!cursor.hasSelection())
+        return read(editor->currentCharFormat());
+    const int start = cursor.selectionStart();
+    const int end = cursor.selectionEnd();
+    std::optional<bool> state;
+    for (QTextBlock block = editor->document()->findBlock(start); block.isValid() && block.position() < end;
+         block = block.next()) {
+        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+            const QTextFragment fragment = piece.fragment();
+            if (fragment.position() + fragment.length() <= start || fragment.position() >= end)
+                continue;
+            const bool value = read(fragment.charFormat());
+            if (state && *state != value)
+                return std::nullopt;
+            state = value;
+        }
+    }
+    return state ? state : read(editor->currentCharFormat());
+}
+
+// Coolbar2: bold, italic, underline, strike-through | font, colour | bullets | alignment, for a message editor.
 QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
 {
     auto* toolbar = new QToolBar(parent);
@@ -118,9 +151,12 @@ QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
         QAction* action = toolbar->addAction(caption);
         action->setObjectName(key);
         QObject::connect(action, &QAction::triggered, toolbar, [message, read, write] {
-            QTextCharFormat format;
-            write(format, !read(message->currentCharFormat()));
-            message->mergeCurrentCharFormat(format);
+            // A mixed selection reads as Null, and Null negated stays Null: nothing changes.
+            if (const std::optional<bool> state = selectionState(message, read)) {
+                QTextCharFormat format;
+                write(format, !*state);
+                message->mergeCurrentCharFormat(format);
+            }
             message->setFocus();
         });
         return action;
@@ -151,6 +187,7 @@ QToolBar* richTextToolbar(QTextEdit* message, QWidget* parent)
             message->setTextColor(picked);
         message->setFocus();
     });
+    toolbar->addSeparator();
     QAction* bullets = toolbar->addAction("Aufzählung");
     bullets->setObjectName("aufzaehlung");
     QObject::connect(bullets, &QAction::triggered, toolbar, [message] {
@@ -497,8 +534,8 @@ QWidget* beleg_mail::buildMenuBar()
     layout->addStretch();
     connect(m_send, &QPushButton::clicked, this, &beleg_mail::send);
     connect(m_cancel, &QPushButton::clicked, this, [this] {
-        if (MessageDialog::confirmQuestion(this, "Sendevorgang wiklich abbrechen?", MessageStyle::QuestionYesNo,
-                                           "Abbrechen", m_paths.helpFolder() / "index.html") == kAnswerYes)
+        if (MessageDialog::messageBox(this, "Sendevorgang wiklich abbrechen?", kYesNoQuestion, "Abbrechen") ==
+            kAnswerYes)
             m_smtp.Abort();
     });
     connect(protocol, &QPushButton::clicked, this, [this] { m_log.exec(); });
@@ -608,9 +645,7 @@ QWidget* beleg_mail::buildEditor()
     QAction* longDate = insert->addAction("Aktuelles Datum &lang");
     longDate->setObjectName("datumlang");
     connect(longDate, &QAction::triggered, this, [insertText] {
-        insertText(QLocale(QLocale::German, QLocale::Germany)
-                       .toString(QDate::currentDate(), "dddd, dd.MM.yyyy")
-                       .replace(", ", ", den "));
+        insertText(userLongDate(QDate::currentDate()));
     });
     QAction* greeting = insert->addAction("&Anrede");
     greeting->setObjectName("anrede");
@@ -713,8 +748,8 @@ void beleg_mail::deleteContact()
     const int row = m_grid->currentRow();
     if (row < 0)
         throw RunError::subscriptOutOfRange();
-    if (MessageDialog::confirmQuestion(this, deleteContactQuestion(m_book, row), MessageStyle::QuestionYesNo,
-                                       "Eintrag löschen", m_paths.helpFolder() / "index.html") != kAnswerYes)
+    if (MessageDialog::messageBox(this, deleteContactQuestion(m_book, row), kYesNoQuestion, "Eintrag löschen") !=
+        kAnswerYes)
         return;
     m_book.removeRows({row});
     saveBook();
@@ -756,7 +791,7 @@ void beleg_mail::send()
     prepareSession(m_smtp, account(), draft, mailerTag(vendorAddresses(m_paths)));
     const std::string failure = connectAndSend(m_smtp);
     if (!failure.empty())
-        MessageDialog::showMessage(this, failure, MessageStyle::Information, "Zettelwerk");
+        MessageDialog::messageBox(this, failure, kInformationBox, "Zettelwerk");
     setSending(false);
 }
 
@@ -779,14 +814,12 @@ void beleg_mail::showEvent(QShowEvent* event)
 namespace {
 
 // After every vendor mail, sent or not: the closing words and, on "Ja", the transcript.
-void offerTranscript(QWidget* over, const std::string& firstLine, const char* title, const ProgramPaths& paths,
-                     frmLog& log)
+void offerTranscript(QWidget* over, const std::string& firstLine, const char* title, frmLog& log)
 {
-    if (MessageDialog::confirmQuestion(over,
-                                       firstLine + "\r\rWenn Sie das Übertragungsprotokoll sehen wollen,\rdann klicken "
-                                                   "Sie auf \"Ja\".",
-                                       MessageStyle::QuestionYesNo, title, paths.helpFolder() / "index.html") ==
-        kAnswerYes)
+    if (MessageDialog::messageBox(over,
+                                  firstLine + "\r\rWenn Sie das Übertragungsprotokoll sehen wollen,\rdann klicken Sie "
+                                              "auf \"Ja\".",
+                                  kYesNoInformation, title) == kAnswerYes)
         log.exec();
 }
 
@@ -794,20 +827,20 @@ void offerTranscript(QWidget* over, const std::string& firstLine, const char* ti
 bool vendorSend(sevSMTP& smtp, QWidget* over)
 {
     if (!smtp.Connect()) {
-        MessageDialog::showMessage(over, "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError(),
-                                   MessageStyle::Information, "Zettelwerk");
+        MessageDialog::messageBox(over, "Fehler beim Verbinden mit dem Mailserver\r\n" + smtp.LastError(),
+                                  kInformationBox, "Zettelwerk");
         return false;
     }
     if (smtp.Send() < 1)
-        MessageDialog::showMessage(over, "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError(),
-                                   MessageStyle::Information, "Zettelwerk");
+        MessageDialog::messageBox(over, "Fehler beim Versenden der Nachricht\r\n" + smtp.LastError(),
+                                  kInformationBox, "Zettelwerk");
     smtp.Disconnect();
     return true;
 }
 
 // The error window's "Fehlermeldung jetzt senden": the report as HTML alone to the vendor's support address.
 bool sendErrorReport(const std::string& report, const std::string& replyAddress, const ProgramPaths& paths,
-                     frmLog& log)
+                     frmLog& log, const std::function<void()>& sessionEnded)
 {
     QWidget* over = QApplication::activeModalWidget();
     QtEventPoster poster;
@@ -816,9 +849,9 @@ bool sendErrorReport(const std::string& report, const std::string& replyAddress,
     prepareErrorReport(smtp, RtfToHtml().Convert(report, true, ""), replyAddress, vendorAddresses(paths));
     if (!vendorSend(smtp, over))
         return false;
-    QApplication::restoreOverrideCursor();
+    sessionEnded();
     // Shown after a failed send too, as it always was.
-    offerTranscript(over, "Übermittlung erfolgreich abgeschlossen.", "Support", paths, log);
+    offerTranscript(over, "Übermittlung erfolgreich abgeschlossen.", "Support", log);
     return true;
 }
 
@@ -897,10 +930,14 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* 
         text.setObjectName("hilfesupport");
         text.setWindowTitle("Hilfe zum Abschicken einer Supportnachricht");
         auto* layout = new QVBoxLayout(&text);
-        layout->addWidget(new QLabel("Geben Sie Ihre E-Mail-Adresse an, damit wir Ihnen antworten können, wählen "
-                                     "Sie einen Betreff und schreiben Sie Ihre Nachricht unter den vorgegebenen Text. "
-                                     "Mit \"Senden\" geht sie über unseren Mailserver an den Support.",
-                                     &text));
+        auto* explanation = new QLabel("Geben Sie Ihre E-Mail-Adresse an, damit wir Ihnen antworten können, wählen "
+                                       "Sie einen Betreff und schreiben Sie Ihre Nachricht unter den vorgegebenen "
+                                       "Text. Mit \"Senden\" geht sie über unseren Mailserver an den Support.",
+                                       &text);
+        explanation->setObjectName("Label1");
+        explanation->setWordWrap(true); // one line would be wider than a 1024 x 768 screen
+        explanation->setMinimumWidth(420);
+        layout->addWidget(explanation);
         auto* close = button("xpButton1", "&Schließen", &text);
         connect(close, &QPushButton::clicked, &text, &QDialog::accept);
         layout->addWidget(close, 0, Qt::AlignRight);
@@ -933,7 +970,7 @@ bool anregungen_neu::event(QEvent* event)
         m_progress->show();
         static std::mt19937 random(std::random_device{}());
         const std::string code = helpCode(std::uniform_real_distribution<double>(0.0, 1.0)(random));
-        const QString date = QLocale(QLocale::German, QLocale::Germany).toString(QDate::currentDate(), "dd.MM.yyyy");
+        const QString date = userShortDate(QDate::currentDate());
         QTextCursor end(m_message->document());
         end.movePosition(QTextCursor::End);
         if (!m_message->document()->isEmpty() && !m_message->toPlainText().endsWith('\n'))
@@ -966,7 +1003,7 @@ void anregungen_neu::finish()
     m_status->hide();
     m_progress->hide();
     m_done->show();
-    offerTranscript(this, "Übermittlung erfolgreich abgeschlossen.", "Support", m_paths, m_log);
+    offerTranscript(this, "Übermittlung erfolgreich abgeschlossen.", "Support", m_log);
 }
 
 newsletter::newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent)
@@ -1005,7 +1042,7 @@ newsletter::newsletter(const ProgramPaths& paths, frmLog& log, QWidget* parent)
         prepareNewsletter(m_smtp, text(from), vendorAddresses(m_paths));
         progress->show();
         if (vendorSend(m_smtp, this))
-            offerTranscript(this, "Anmeldung erfolgreich abgeschlossen.", "Newsletter", m_paths, m_log);
+            offerTranscript(this, "Anmeldung erfolgreich abgeschlossen.", "Newsletter", m_log);
         progress->hide();
     });
     auto* layout = new QFormLayout(this);
@@ -1030,11 +1067,12 @@ void installMail(const PartContext& context)
     auto* log = new frmLog(&window); // one transcript for the whole run
     // The error window's send key may be pressed again while its send lets events run: one report at a time.
     auto reportSending = std::make_shared<bool>(false);
-    window.setFaultMailSender([&paths, log, reportSending](const std::string& report, const std::string& replyAddress) {
+    window.setFaultMailSender([&paths, log, reportSending](const std::string& report, const std::string& replyAddress,
+                                                           const std::function<void()>& sessionEnded) {
         if (*reportSending)
             return false;
         *reportSending = true;
-        const bool sent = sendErrorReport(report, replyAddress, paths, *log);
+        const bool sent = sendErrorReport(report, replyAddress, paths, *log, sessionEnded);
         *reportSending = false;
         return sent;
     });

@@ -2,7 +2,9 @@
 #include "ui/frame/QtText.h"
 
 #include <QCalendarWidget>
+#include <QLocale>
 #include <QDate>
+#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -182,6 +184,7 @@ void ReceiptFormView::openCalendar()
     calendar->setWindowFlags(Qt::Popup);
     calendar->setAttribute(Qt::WA_DeleteOnClose);
     calendar->setGridVisible(true);
+    calendar->setLocale(QLocale(QLocale::German, QLocale::Germany)); // its month and day names, whatever LANG says
     const QDate shown = QDate::fromString(QString::fromStdString(m_form.text(F::Text9)), "dd.MM.yyyy");
     calendar->setSelectedDate(shown.isValid() ? shown : QDate::currentDate());
     auto choose = [this, calendar](QDate day) {
@@ -215,9 +218,12 @@ void ReceiptFormView::mirrorText(FormElement element)
     } else if (auto* label = qobject_cast<QLabel*>(widget)) {
         if (!isPicture(element)) {
             label->setText(text);
-            // A one-line caption is never cut: the form's font may be a little wider than the one it was drawn for.
+            // A one-line caption is never cut: the form's font may be a little wider than the one it was drawn for,
+            // and a long label of the user's own is drawn smaller within the form, as the photograph draws it.
             if (auto entry = layoutOf(element); entry && !entry->multiLine) {
-                const auto span = captionSpan(*entry, label->sizeHint().width());
+                const QFont font = formFont(m_form, element);
+                const auto span = captionSpan(*entry, QFontMetrics(font).horizontalAdvance(text));
+                label->setFont(span.fontScale < 1.0 ? scaledFont(font, span.fontScale) : font);
                 label->setGeometry(span.left, entry->topPixels(), span.width, entry->heightPixels());
             }
         }

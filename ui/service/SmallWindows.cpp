@@ -204,9 +204,8 @@ whatsnew::whatsnew(QWidget* parent) : QDialog(parent)
     setObjectName("whatsnew");
     setWindowTitle("Was ist neu in dieser Version?");
     setModal(true);
-    auto* version = new QLabel(QString("Version %1 . %2 . %3").arg(kVersionMajor).arg(kVersionMinor).arg(
-                                   kVersionRevision),
-                               this);
+    auto* version =
+        new QLabel(QString("%1 . %2 . %3").arg(kVersionMajor).arg(kVersionMinor).arg(kVersionRevision), this);
     version->setObjectName("Label2");
     QFont bold = version->font();
     bold.setBold(true);
