@@ -2,11 +2,13 @@
 
 #include <cctype>
 #include <cstdint>
+#include <string_view>
 
 #include "app/AtomicFile.h"
 #include "app/CommonDialog.h"
 #include "core/FormHost.h"
 #include "app/ProgramPaths.h"
+#include "app/TextFile.h"
 #include "core/RunError.h"
 
 namespace fs = std::filesystem;
@@ -68,11 +70,72 @@ void createBackupFolder(const std::string& folder, const std::string& name)
         throw RunError::pathFileAccess();
 }
 
+namespace {
+
+// A word for the shell that stands for `text` exactly.
+std::string shellQuoted(std::string_view text)
+{
+    std::string out = "'";
+    for (char c : text)
+        out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+// Base64 in lines of 76 characters, for base64 -d.
+std::string base64Lines(std::string_view bytes)
+{
+    static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    std::size_t column = 0;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const auto byte = [&](std::size_t k) { return k < bytes.size() ? static_cast<unsigned char>(bytes[k]) : 0u; };
+        const unsigned value = byte(i) << 16 | byte(i + 1) << 8 | byte(i + 2);
+        out += kDigits[value >> 18 & 63];
+        out += kDigits[value >> 12 & 63];
+        out += i + 1 < bytes.size() ? kDigits[value >> 6 & 63] : '=';
+        out += i + 2 < bytes.size() ? kDigits[value & 63] : '=';
+        if ((column += 4) == 76) {
+            out += '\n';
+            column = 0;
+        }
+    }
+    return column > 0 ? out + '\n' : out;
+}
+
+} // namespace
+
+std::string settingsRestoreScript(const fs::path& settingsFile, std::string_view settingsBytes)
+{
+    const std::string file = shellQuoted(settingsFile.string());
+    // The settings travel as base64, so no byte of them can end the script's text early.
+    return "#!/bin/sh\n"
+           "# Zettelwerk: spielt die gesicherten Einstellungen wieder ein.\n"
+           "set -e\n"
+           "mkdir -p \"$(dirname " + file + ")\"\n"
+           "base64 -d > " + file + ".zwtmp <<'ZETTELWERK_EINSTELLUNGEN'\n" +
+           base64Lines(settingsBytes) +
+           "ZETTELWERK_EINSTELLUNGEN\n"
+           "chmod 600 " + file + ".zwtmp\n"
+           "mv -f " + file + ".zwtmp " + file + "\n"
+           "echo " + shellQuoted("Die Einstellungen von Zettelwerk wurden wieder eingespielt: " + settingsFile.string()) +
+           "\n";
+}
+
 fs::path writeSettingsExportScript(const ProgramPaths& paths, const std::string& chosenFile,
                                    const fs::path& settingsFile)
 {
+    std::string settings;
+    std::error_code missing;
+    if (fs::exists(settingsFile, missing))
+        settings = readFileBytes(settingsFile);
     const fs::path script = paths.home() / "save_reg.sh";
-    writeFileAtomically(script, "cp -f \"" + settingsFile.string() + "\" " + chosenFile + "\n", 0755);
+    // The restore script is written whole beside its name and then renamed, so a file of that name is complete.
+    writeFileAtomically(script,
+                        "#!/bin/sh\ncat > " + chosenFile + ".zwtmp <<'ZETTELWERK_SICHERUNG'\n" +
+                            settingsRestoreScript(settingsFile, settings) +
+                            "ZETTELWERK_SICHERUNG\nchmod 755 " + chosenFile + ".zwtmp && mv -f " + chosenFile +
+                            ".zwtmp " + chosenFile + "\n",
+                        0755);
     return script;
 }
 
@@ -86,7 +149,7 @@ void regspeichern(CommonDialog& dialog, const ProgramPaths& paths, const fs::pat
                   const std::function<void(const fs::path& script)>& start)
 {
     dialog.DialogTitle = "Sichern der Registrierung";
-    dialog.Filter = "Registrierungseintrag (*.REG)|*.REG";
+    dialog.Filter = "Registrierungseintrag zum Starten (*.sh)|*.sh";
     dialog.ShowSave();
     if (dialog.FileName.empty())
         return;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "service/ZipArchive.h"
 
@@ -45,8 +46,12 @@ void deleteBackupArchive(const std::string& folder, const std::string& file);
 // Makes <folder>/<name>. A folder that exists already, or one that cannot be made, throws RunError 75.
 void createBackupFolder(const std::string& folder, const std::string& name);
 
-// The settings export: writes ProgramPath/save_reg.sh with its single line, which copies the settings file to
-// `chosenFile` (left unquoted, as the line has always been), and returns the script's path.
+// The file the settings export leaves: a shell script that puts `settingsBytes` back into `settingsFile` when it
+// is run and says so in a German line.
+std::string settingsRestoreScript(const std::filesystem::path& settingsFile, std::string_view settingsBytes);
+
+// The settings export: writes ProgramPath/save_reg.sh, which writes the restore script of the settings as they are
+// now to `chosenFile` (left unquoted, as the line has always been), and returns the script's path.
 std::filesystem::path writeSettingsExportScript(const ProgramPaths& paths, const std::string& chosenFile,
                                                 const std::filesystem::path& settingsFile);
 // The message once the script has been started, lines parted by a single CR.

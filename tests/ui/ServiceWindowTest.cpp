@@ -10,6 +10,7 @@
 
 #include "app/TextFile.h"
 #include "tests/net/Peer.h"
+#include "tests/app/PeerProgram.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "ui/service/ServiceWindows.h"
@@ -89,6 +90,7 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
         EXPECT_EQ(text(dialog, "lblStatus1"), "24581 Bytes");
     });
     EXPECT_EQ(boxes, std::vector<QString>{"Update: Das Update wurde runtergeladen."});
+    EXPECT_EQ(answerer.keys, std::vector<QString>{"Update: OK / JA"}) << "the message shape asks";
     EXPECT_EQ(readFileBytes(paths.tempFolder() / "zettelwerk_6_0_0.exe"), installer);
 }
 
@@ -116,17 +118,27 @@ TEST_F(ServiceWindowTest, AMissingInstallerLeavesItsErrorStandingWithNoBytesCoun
     EXPECT_TRUE(fs::is_empty(paths.tempFolder()));
 }
 
-TEST_F(ServiceWindowTest, TheSettingsExportCopiesTheStoreThroughItsScript)
+// The exported file is a script that puts the settings of the moment of export back when it is started.
+TEST_F(ServiceWindowTest, TheSettingsExportLeavesAScriptThatRestoresTheSettings)
 {
-    const fs::path chosen = folder.path() / "einstellungen.REG";
-    window->fileDialog("regspeichern").setPresenter([&](const CommonDialog&, bool forSaving) {
+    const fs::path chosen = folder.path() / "einstellungen.sh";
+    window->fileDialog("regspeichern").setPresenter([&](const CommonDialog& dialog, bool forSaving) {
         EXPECT_TRUE(forSaving);
+        EXPECT_EQ(dialog.Filter, "Registrierungseintrag zum Starten (*.sh)|*.sh");
         return std::optional<std::string>(chosen.string());
     });
+    settings.save("zettelwerk", "Options", "Kennwort", "a'b\"c ä\r\nZETTELWERK_EINSTELLUNGEN");
+    const std::string exported = readFileBytes(settings.fileOf("zettelwerk"));
     window->action("regspeichern")->trigger();
     EXPECT_EQ(boxes, std::vector<QString>{"Sicherung angelegt: Die Sicherung des Registrierungseintrags wurde unter:"});
     ASSERT_TRUE(test::waitFor([&] { return fs::exists(chosen); })) << readFileBytes(paths.home() / "save_reg.sh");
-    EXPECT_EQ(readFileBytes(chosen), readFileBytes(settings.fileOf("zettelwerk")));
+
+    settings.save("zettelwerk", "Options", "Kennwort", "danach");
+    fs::remove(settings.fileOf("zettelwerk"));
+    EXPECT_EQ(test::runPeer("/bin/sh " + chosen.string()),
+              "Die Einstellungen von Zettelwerk wurden wieder eingespielt: " + settings.fileOf("zettelwerk").string() +
+                  "\n");
+    EXPECT_EQ(readFileBytes(settings.fileOf("zettelwerk")), exported);
 }
 
 } // namespace

@@ -421,6 +421,11 @@ void webupdate1::showProgress()
         m_prb->setValue(shown.percent);
     }
     m_lblStatus[6]->setText(qt(shown.status));
+    // The running line stands for a moment only: every block ends on the finished line, as it always did.
+    if (m_download->ErrorNumber == 0) {
+        m_lblStatus[6]->repaint();
+        m_lblStatus[6]->setText(qt(downloadEndStatus(*m_download)));
+    }
 }
 
 void webupdate1::downloaded()
@@ -437,7 +442,8 @@ void webupdate1::downloaded()
         showUntrappedFault(m_host, error);
         return;
     }
-    if (m_host.confirmQuestion(updateStartQuestion(), MessageStyle::QuestionYesNo, "Update") != kAnswerYes)
+    // Asked in the message shape: its "JA" starts the update.
+    if (MessageDialog::showMessage(this, updateStartQuestion(), MessageStyle::QuestionYesNo, "Update") != kAnswerYes)
         return;
     QDesktopServices::openUrl(QUrl::fromLocalFile(qt(installer.string())));
     QTimer::singleShot(2000, this, [this] { m_endProgram(); });
