@@ -179,14 +179,27 @@ bool CashBook::catchUpWithHash(const std::optional<std::string>& ledgerHash)
     return last.has_value();
 }
 
+bool CashBook::catchUpNow()
+{
+    const auto file = ledgerFile(m_paths);
+    FileLock lock(file);
+    const FileStamp stamp = stampOf(file);
+    return catchUpWithHash(stamp.exists ? std::optional<std::string>(sha256OfFile(file)) : std::nullopt);
+}
+
 JournalEntry CashBook::record(const LedgerEdit& edit, std::string_view newLedgerBytes)
+{
+    return recordWithHash(edit, sha256Hex(newLedgerBytes));
+}
+
+JournalEntry CashBook::recordWithHash(const LedgerEdit& edit, const std::string& newLedgerHash)
 {
     JournalEntry entry;
     entry.operation = edit.operation;
     entry.row = edit.row;
     entry.before = edit.before;
     entry.after = edit.after;
-    entry.ledgerHash = sha256Hex(newLedgerBytes);
+    entry.ledgerHash = newLedgerHash;
     if (edit.document) {
         entry.document = edit.document->name;
         entry.documentHash = edit.document->hash;

@@ -63,8 +63,12 @@ public:
     // The same when only the file's hash is known (nothing for a missing file); the bytes are read only for
     // the archive copy of a start or of a change made outside.
     bool catchUpWithHash(const std::optional<std::string>& ledgerHash);
+    // At the program's start: the same under belege.dat's own lock, reading the file.
+    bool catchUpNow();
     // Journals one change; `newLedgerBytes` is what replaces belege.dat next.
     JournalEntry record(const LedgerEdit& edit, std::string_view newLedgerBytes);
+    // The same with the new file's hash, made while the file was written.
+    JournalEntry recordWithHash(const LedgerEdit& edit, const std::string& newLedgerHash);
 
     struct Outcome
     {

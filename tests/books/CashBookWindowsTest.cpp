@@ -80,5 +80,26 @@ TEST_F(CashBookWindowsTest, TheJournalWindowListsFiltersAndFindsAHandEdit)
     EXPECT_EQ(answerer.boxes[0], "Änderungsprotokoll: \"32.01.2020\" ist kein Datum der Form TT.MM.JJJJ.");
 }
 
+class CashBookStartTest : public test::MainWindowFixture
+{
+};
+
+TEST_F(CashBookStartTest, ALedgerChangedOutsideSinceTheLastRunIsJournaledAndToldOnce)
+{
+    std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << "01.01.2020;1;1,00\r\n";
+    CashBook(paths).catchUpNow();
+    std::ofstream(paths.dataFile("belege.dat"), std::ios::app | std::ios::binary) << "02.01.2020;2;2,00\r\n";
+    test::MessageAnswerer answerer;
+    join(installCashBook);
+    start();
+    ASSERT_TRUE(test::waitFor([&] { return !answerer.boxes.empty(); }));
+    EXPECT_EQ(answerer.boxes[0], "Belegliste: Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung "
+                                 "ist im Änderungsprotokoll vermerkt.");
+    const auto entries = journalEntries(paths, std::nullopt, std::nullopt);
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_EQ(entries[1].operation, JournalOperation::OutsideChange);
+    EXPECT_TRUE(verifyJournal(paths).sound);
+}
+
 } // namespace
 } // namespace zw

@@ -1,8 +1,12 @@
 #include <QObject>
+#include <QTimer>
 
+#include "app/FaultReporter.h"
 #include "books/CashBook.h"
+#include "core/RunError.h"
 #include "print/ArchivePdf.h"
 #include "ui/books/CashBookWindows.h"
+#include "ui/frame/MessageDialog.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
 
@@ -23,6 +27,8 @@ public:
             window.exec();
         });
         m_window.setCommand("aenderungsprotokoll", [this] { m_window.openWindow("aenderungsprotokoll"); });
+        // Once the window stands, a ledger changed outside since the last run is journaled and told.
+        QTimer::singleShot(0, this, [this] { catchUp(); });
         m_window.setWindowOpener("aenderungsprotokoll", [this] {
             JournalWindow window(&m_window, m_paths);
             window.exec();
@@ -30,6 +36,16 @@ public:
     }
 
 private:
+    void catchUp()
+    {
+        try {
+            if (m_book.catchUpNow())
+                MessageDialog::showMessage(&m_window, kOutsideChangeNotice, MessageStyle::Warning, "Belegliste");
+        } catch (const RunError& error) {
+            m_window.faultReporter().report(error, "Quittung");
+        }
+    }
+
     Quittung& m_window;
     const ProgramPaths& m_paths;
     CashBook m_book;

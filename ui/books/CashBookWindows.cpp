@@ -232,9 +232,7 @@ void DailyCloseWindow::message(const std::string& text, MessageStyle style)
 void DailyCloseWindow::tellOutsideChange(bool changed)
 {
     if (changed)
-        message("Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung ist im Änderungsprotokoll "
-                "vermerkt.",
-                MessageStyle::Warning);
+        message(kOutsideChangeNotice, MessageStyle::Warning);
 }
 
 void DailyCloseWindow::refresh()

@@ -18,6 +18,10 @@ namespace zw {
 class DocumentWriter;
 class JournalModel;
 
+// Told once when the ledger was found changed outside the program.
+inline constexpr const char* kOutsideChangeNotice =
+    "Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung ist im Änderungsprotokoll vermerkt.";
+
 // "Änderungsprotokoll": the journal's entries between two days and the verdict of its check.
 class JournalWindow : public QDialog
 {
