@@ -26,6 +26,12 @@ bool isDirectory(const fs::path& path)
     return fs::is_directory(path, error);
 }
 
+bool isRegularFile(const fs::path& path)
+{
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
 } // namespace
 
 ProgramPaths::ProgramPaths(fs::path home) : m_home(std::move(home)) {}
@@ -45,6 +51,8 @@ ProgramPaths ProgramPaths::locate(const fs::path& executableFolder)
     // What an interrupted write of an earlier run left behind would otherwise stay forever and fill backups.
     for (const fs::path& folder : {paths.home(), paths.dataFolder()})
         removeStaleTemporaryFiles(folder, programStartTime());
+    if (auto help = distributionFolder(executableFolder) / "hilfe"; isRegularFile(help / "index.html"))
+        paths.m_helpFolder = help;
     return paths;
 }
 

@@ -30,7 +30,9 @@ public:
     std::filesystem::path tempFolder() const { return m_home / "temp"; }
     std::filesystem::path backgroundFolder() const { return m_home / "hintergrund"; }
     std::filesystem::path reportFolder() const { return m_home / "report"; }
-    std::filesystem::path helpFolder() const { return m_home / "hilfe"; }
+    // The help of the distribution the program runs from, so an update of the package brings the new help;
+    // hilfe/ of the program folder where the distribution has none.
+    std::filesystem::path helpFolder() const { return m_helpFolder.empty() ? m_home / "hilfe" : m_helpFolder; }
 
     // "\hintergrund\x.jpg" or "hintergrund/x.jpg" to a path below home.
     std::filesystem::path resolve(std::string_view programPath) const;
@@ -39,6 +41,7 @@ private:
     static ProgramPaths locateHome(const std::filesystem::path& executableFolder);
 
     std::filesystem::path m_home;
+    std::filesystem::path m_helpFolder;
 };
 
 } // namespace zw

@@ -9,8 +9,13 @@ packages=(
   fonts-liberation fonts-liberation2 fonts-dejavu-core
   libgtest-dev libgmock-dev libbenchmark-dev
 )
+# The mail password in the desktop's keyring.
+packages+=(qtkeychain-qt6-dev)
 if [[ "${1:-}" == "--tests" ]]; then
   packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui clang libclang-rt-14-dev)
+  # The package check: building, unpacking and validating the .deb, and a private keyring for the password.
+  packages+=(dpkg-dev fakeroot lintian man-db desktop-file-utils appstream shared-mime-info xdg-utils dbus gnome-keyring
+             libsecret-tools)
 fi
 
 missing=()

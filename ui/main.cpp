@@ -1,17 +1,28 @@
 #include <QApplication>
+#include <QByteArray>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 #include <QScreen>
+#include <QStringList>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+#include <vector>
 
+#include "app/HandOver.h"
+#include "app/MailPassword.h"
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
+#include "ledger/ReceiptFile.h"
 #include "print/FormFonts.h"
 #include "ui/frame/FaultTrap.h"
 #include "ui/frame/FrmSplash1.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
+#include "ui/desktop/KeyringPasswordStore.h"
+#include "ui/desktop/SingleInstance.h"
 
 namespace zw {
 
@@ -44,6 +55,7 @@ int main(int argc, char** argv)
 {
     zw::TrappingApplication application(argc, argv);
     QApplication::setApplicationName("Zettelwerk");
+    QApplication::setDesktopFileName("example.zettelwerk.Zettelwerk");
     // The program speaks German whatever the desktop's language; the toolkit's dialogs, buttons and calendars too.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     QTranslator toolkitTexts;
@@ -54,8 +66,23 @@ int main(int argc, char** argv)
     zw::installFontSubstitutes();
 
     const auto paths = zw::ProgramPaths::locate(QApplication::applicationDirPath().toStdString());
+
+    // A receipt file on the command line goes to the program already running, if there is one, and this start ends.
+    std::vector<std::string> arguments;
+    for (const QString& argument : QApplication::arguments().mid(1))
+        arguments.push_back(argument.toStdString());
+    const auto givenFile = zw::receiptFileArgument(arguments, std::filesystem::current_path());
+    const QString handOverName = QString::fromStdString(
+        zw::handOverServerName(paths.home(), qgetenv("XDG_RUNTIME_DIR").toStdString(), ::getuid()));
+    if (!givenFile.empty() && zw::handOver(handOverName, givenFile))
+        return 0;
+
     zw::SettingsStore settings(zw::SettingsStore::defaultFolder());
     zw::ReceiptForm form;
+    // The mail password goes to the desktop's keyring where one answers.
+    zw::KeyringPasswordStore keyring;
+    zw::MailPassword mailPassword(&keyring);
+    zw::installMailPassword(&mailPassword);
 
     std::optional<zw::RunError> splashFault;
     {
@@ -77,5 +104,23 @@ int main(int argc, char** argv)
     });
     if (splashFault)
         window.faultReporter().report(*splashFault, "FrmSplash1");
+
+    zw::ReceiptFileCommands receiptFiles(form, settings, window);
+    const auto openGivenFile = [&](const std::filesystem::path& file) {
+        zw::openReceiptFromOutside(
+            file, [&](const std::filesystem::path& zw5) { receiptFiles.open(zw5); },
+            [&](const std::filesystem::path& zwi) { receiptFiles.openOld(zwi); }, window.faultReporter());
+    };
+    zw::HandOverServer handOverServer(handOverName, [&](const std::filesystem::path& file) {
+        // Out of the tray or the task bar, to the front, then the file.
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.show();
+        window.raise();
+        window.activateWindow();
+        openGivenFile(file);
+    });
+    handOverServer.claim();
+    if (!givenFile.empty())
+        openGivenFile(givenFile);
     return QApplication::exec();
 }
