@@ -302,9 +302,8 @@ CashBook::Outcome CashBook::privateRow(ReceiptLedger& ledger, JournalOperation o
     const bool withdrawal = operation == JournalOperation::PrivateWithdrawal;
     const std::string kind = withdrawal ? "Privatentnahme" : "Privateinlage";
     return change(ledger, [&](ReceiptLedger& current) -> std::optional<LedgerEdit> {
-        const std::string purpose = note.empty() ? kind : kind + ": " + std::string(note);
         LedgerEdit edit{operation, 1, {},
-                        cashRow(day, nextReceiptNumber(current), withdrawal ? -amount : amount, kind, purpose, "EUR"),
+                        cashRow(day, nextReceiptNumber(current), withdrawal ? -amount : amount, kind, note, "EUR"),
                         std::nullopt};
         current.insertRow(0, edit.after);
         current.setCurrentRow(0);
@@ -343,7 +342,7 @@ CashBook::CloseResult CashBook::close(ReceiptLedger& ledger, const CloseRequest&
         if (difference != 0) {
             const LedgerEdit booking{JournalOperation::CashDifference, 1, {},
                                      cashRow(request.day, nextReceiptNumber(current), difference, "Kassendifferenz",
-                                             "Kassendifferenz: " + request.note, summary.currency),
+                                             request.note, summary.currency),
                                      std::nullopt};
             current.insertRow(0, booking.after);
             // The figures stay those before the count; the row of the difference is listed with the others.

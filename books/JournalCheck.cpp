@@ -7,6 +7,7 @@
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
 #include "books/Archive.h"
+#include "books/DailyClose.h"
 #include "books/Sha256.h"
 #include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
@@ -294,9 +295,20 @@ JournalListing listJournal(const ProgramPaths& paths, std::string_view fromText,
 }
 
 
+// What a close decided, as a person reads it.
+std::string closeSummary(const JournalEntry& entry)
+{
+    const auto record = parseCloseRecord(entry.after);
+    if (!record)
+        return asFileText(entry.after);
+    return "Abschluss " + record->from.german() + " bis " + record->to.german() + ": Soll " +
+           centsText(record->expected()) + ", gezählt " + centsText(record->counted) + ", Differenz " +
+           centsText(record->difference()) + (record->note.empty() ? "" : " (" + record->note + ")");
+}
+
 std::vector<std::string> entryCells(const JournalEntry& entry)
 {
-    std::string after = asFileText(entry.after);
+    std::string after = entry.operation == JournalOperation::Close ? closeSummary(entry) : asFileText(entry.after);
     if (!entry.document.empty())
         after += (after.empty() ? "" : "  ") + entry.document;
     return {std::to_string(entry.sequence), entryTime(entry), entry.user,
@@ -313,7 +325,9 @@ std::string readableEntry(const JournalEntry& entry)
     text += "\n";
     if (!entry.before.empty())
         text += "    vorher:  " + asFileText(entry.before) + "\n";
-    if (!entry.after.empty())
+    if (entry.operation == JournalOperation::Close)
+        text += "    " + closeSummary(entry) + "\n";
+    else if (!entry.after.empty())
         text += "    nachher: " + asFileText(entry.after) + "\n";
     if (!entry.document.empty())
         text += "    Datei:   " + entry.document + " (SHA-256 " + entry.documentHash + ")\n";

@@ -91,8 +91,8 @@ TEST(DailyClose, BooksTheDifferenceArchivesTheReportAndLocksTheDay)
 
     ReceiptLedger onDisk;
     loadLedger(onDisk, folder.paths);
-    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t\t-3,50\tEUR\t0\t3,50\t0,00\t\t\t\tKassendifferenz: Wechselgeld "
-                                 "falsch herausgegeben\t\t\tKassendifferenz");
+    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t\t-3,50\tEUR\t0\t3,50\t0,00\t\t\t\tWechselgeld falsch "
+                                 "herausgegeben\t\t\tKassendifferenz");
     EXPECT_EQ(folder.book.refusalForRow(test::kIncomeRow),
               "Der 25.11.2026 ist abgeschlossen: Einträge abgeschlossener Tage können nicht mehr geändert oder "
               "gelöscht werden. Bitte stornieren Sie den Beleg stattdessen (\"Beleg stornieren\").");
@@ -140,7 +140,7 @@ TEST(CashBook, PrivateRowsAndTheCashMinusWarning)
               "fallen; wahrscheinlich fehlt eine Einnahme oder eine Privateinlage.");
     folder.book.privateRow(folder.ledger, JournalOperation::PrivateDeposit, {2026, 11, 25}, 5000, "");
     loadLedger(onDisk, folder.paths);
-    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t50,00\t\tEUR\t0\t50,00\t0,00\t\t\t\tPrivateinlage\t\t\tPrivateinlage");
+    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t50,00\t\tEUR\t0\t50,00\t0,00\t\t\t\t\t\t\tPrivateinlage");
     EXPECT_EQ(cashMinusWarning(onDisk, 1450), std::nullopt);
 }
 

@@ -222,6 +222,7 @@ DailyCloseWindow::DailyCloseWindow(QWidget* parent, CashBook& book, const Docume
     connect(m_closeDay, &QPushButton::clicked, this, &DailyCloseWindow::closeDay);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     refresh();
+    m_counts.front()->setFocus();
 }
 
 void DailyCloseWindow::message(const std::string& text, MessageStyle style)
@@ -298,12 +299,12 @@ void DailyCloseWindow::closeDay()
         const auto result = m_book.close(m_ledger, request, m_writer);
         tellOutsideChange(result.changedOutside);
         const auto report = m_book.paths().dataFolder() / result.report.name;
-        const int answer = MessageDialog::confirmQuestion(
+        const int answer = MessageDialog::askWithCaptions(
             this,
             "Die Kasse ist bis zum " + result.record.to.german() + " abgeschlossen. Der Kassenbericht liegt in\r" +
                 report.string() + "\r\rSoll er jetzt zum Drucken geöffnet werden?",
-            MessageStyle::QuestionYesNo, "Tagesabschluss", MessageDialog::HelpOpener());
-        if (answer == kAnswerYes || answer == kAnswerOk)
+            MessageStyle::QuestionYesNo, "Tagesabschluss", {QStringLiteral("&Ja"), QStringLiteral("&Nein")});
+        if (answer == kAnswerYes)
             QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(report.string())));
         accept();
     } catch (const RunError& error) {
