@@ -60,6 +60,12 @@ running+=($!)
 ini=$XDG_CONFIG_HOME/Zettelwerk/zettelwerk.ini
 wait_for "grep -q '^Einnahme=0' '$ini'" || { cat "$work/window.log"; fail "the window did not load"; }
 kill -0 "${running[0]}" || fail "the window ended"
+# A second start with a receipt file hands it to the running window and ends instead of opening a window of its own.
+printf 'Quittung\r\n42\r\nEUR\r\n19\r\n\r\n\r\n119\r\n\r\nM\xfcller\r\n\r\nB\xfcro\r\nBerlin\r\n01.02.2026\r\n\r\n' \
+  >"$work/Beleg 42.ZW5"
+(cd "$work" && QT_QPA_PLATFORM=offscreen timeout 60 "$root/usr/bin/zettelwerk" "Beleg 42.ZW5" >"$work/second.log" 2>&1) ||
+  { cat "$work/second.log"; fail "the second start did not hand its file over"; }
+kill -0 "${running[0]}" || fail "the window ended after the hand-over"
 
 applications=$share/applications
 desktop-file-validate "$applications/example.zettelwerk.Zettelwerk.desktop" || fail "desktop-file-validate"
