@@ -9,6 +9,7 @@
 #include "app/FileLock.h"
 #include "app/ProgramPaths.h"
 #include "app/TextFile.h"
+#include <functional>
 #include "books/PrintedPage.h"
 #include "books/Sha256.h"
 #include "core/RunError.h"
@@ -132,10 +133,14 @@ std::string closedRowMessage(const BookDate& day)
            "Bitte stornieren Sie den Beleg stattdessen (\"Beleg stornieren\").";
 }
 
+std::string closedFilingMessage(const BookDate& day)
+{
+    return "Der " + day.german() + " ist abgeschlossen; auf diesen Tag kann kein Beleg mehr abgelegt werden.";
+}
+
 std::string closedFilingQuestion(const BookDate& day, const BookDate& today)
 {
-    return "Der " + day.german() + " ist abgeschlossen; auf diesen Tag kann kein Beleg mehr abgelegt werden.\r\r"
-           "Soll der Beleg mit dem heutigen Datum " + today.german() + " abgelegt werden?";
+    return closedFilingMessage(day) + "\r\rSoll der Beleg mit dem heutigen Datum " + today.german() + " abgelegt werden?";
 }
 
 CashBook::CashBook(const ProgramPaths& paths, BookClock clock)
@@ -229,6 +234,46 @@ CashBook::Outcome CashBook::change(ReceiptLedger& ledger, const Change& change)
         m_savedStamp = ledger.diskStamp();
         m_savedHash = savedHash;
     }
+    return outcome;
+}
+
+CashBook::Outcome CashBook::fileOnTop(const std::string& rowText,
+                                      const std::function<std::optional<ArchivedFile>()>& archive)
+{
+    const auto file = ledgerFile(m_paths);
+    if (isUnreadable(file))
+        throw unreadableError(file);
+    Outcome outcome;
+    FileLock lock(file);
+    if (const auto day = parseGermanDate(rowText.substr(0, rowText.find('\t'))))
+        if (const auto close = lastClose(); close && *day <= close->to)
+            throw refused(closedFilingMessage(*day));
+    const FileStamp stamp = stampOf(file);
+    std::optional<std::string> oldHash;
+    if (stamp.exists)
+        oldHash = stamp == m_savedStamp ? m_savedHash : sha256OfFile(file);
+    outcome.changedOutside = catchUpWithHash(oldHash);
+    auto document = archive();
+    std::string line;
+    appendLedgerLine(line, rowText);
+    Sha256 newHash;
+    writeFileAtomicallyInPieces(file, [&](const std::function<void(std::string_view)>& write) {
+        write(line);
+        newHash.update(line);
+        if (stamp.exists) {
+            try {
+                readFileInBlocks(file, [&](std::string_view block) {
+                    write(block);
+                    newHash.update(block);
+                });
+            } catch (const RunError&) {
+                throw unreadableError(file);
+            }
+        }
+        outcome.entry = recordWithHash({JournalOperation::Filing, 1, {}, rowText, std::move(document)}, newHash.finishHex());
+    });
+    m_savedStamp = stampOf(file);
+    m_savedHash = outcome.entry->ledgerHash;
     return outcome;
 }
 

@@ -42,6 +42,7 @@ std::string cashRow(const BookDate& date, std::string_view number, Cents amount,
 
 // The messages of closed days.
 std::string closedRowMessage(const BookDate& day);
+std::string closedFilingMessage(const BookDate& day);
 std::string closedFilingQuestion(const BookDate& day, const BookDate& today);
 
 // The cash book beside one program folder: the journal of belege.dat, the archive and the closes. Every change
@@ -83,6 +84,11 @@ public:
     std::optional<CloseRecord> lastClose();
     // The row's day is closed: its message, else nothing.
     std::optional<std::string> refusalForRow(std::string_view rowText);
+
+    // Files a row on top without holding the ledger (the command line's filing): under the lock the row's line and
+    // then the file's bytes go to the new file, hashed as they are written, and the entry is journaled before the
+    // new file replaces the old. `archive` makes the receipt's archive copy once the filing is allowed.
+    Outcome fileOnTop(const std::string& rowText, const std::function<std::optional<ArchivedFile>()>& archive);
 
     // `ledger storno NUMMER`.
     Outcome storno(ReceiptLedger& ledger, std::string_view number);

@@ -5,6 +5,9 @@
 #include "app/AtomicFile.h"
 #include "books/CashBook.h"
 #include "books/JournalCheck.h"
+#include "core/ReceiptForm.h"
+#include "ledger/ReceiptFile.h"
+#include "print/PrintCommand.h"
 #include "core/RunError.h"
 #include "print/ArchivePdf.h"
 #include "print/Capture.h"
@@ -12,6 +15,7 @@
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
 #include "tools/Environment.h"
+#include "tools/OpenedReceipt.h"
 
 namespace zw::cli {
 namespace {
@@ -127,6 +131,33 @@ int report(CliContext& context)
     return 0;
 }
 
+// `ledger file QUITTUNG.ZW5` with the cash book: the row on top as the ledger's own command files it, its PDF/A
+// copy in the archive, both journaled.
+int file(CliContext& context)
+{
+    if (context.arguments.size() != 2)
+        return runLedger(context);
+    const std::filesystem::path receipt = context.arguments[1];
+    ReceiptForm form;
+    openReceiptFile(receipt, form);
+    std::string rowText;
+    for (const auto& field : ledgerRow(form))
+        rowText += field + "\t";
+    rowText.pop_back();
+    const OpenedReceipt opened(context, receipt);
+    const ProgramPaths& paths = opened.paths;
+    CashBook book(paths);
+    const BookDate day = parseGermanDate(form.text(FormElement::Text9)).value_or(book.today());
+    Capture capture(paths);
+    const auto outcome = book.fileOnTop(rowText, [&]() -> std::optional<ArchivedFile> {
+        return archiveFile(paths, day.year, receiptArchiveStem(form.text(FormElement::Text1), day), ".pdf",
+                           ArchivePdf(capture).receiptPdf(opened.form));
+    });
+    if (outcome.changedOutside)
+        context.err << kOutsideNotice;
+    return 0;
+}
+
 int failed(CliContext& context, const RunError& error)
 {
     context.err << "Fehler " << error.number() << ": " << error.description() << "\n";
@@ -165,9 +196,11 @@ int runJournal(CliContext& context)
 int runLedgerWithBooks(CliContext& context)
 {
     const std::string what = context.arguments.empty() ? std::string() : context.arguments[0];
-    if (what != "storno" && what != "close" && what != "report")
+    if (what != "storno" && what != "close" && what != "report" && what != "file")
         return runLedger(context);
     try {
+        if (what == "file")
+            return file(context);
         if (what == "storno")
             return storno(context);
         if (what == "close")

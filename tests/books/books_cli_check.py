@@ -80,3 +80,19 @@ with tempfile.TemporaryDirectory() as folder:
     (daten / "journal.dat").write_bytes(journal[:-20])
     code, out, err = run("journal", "verify")
     assert code == 1 and err.startswith("Eintrag 4: das Journal endet mitten in diesem Eintrag"), (code, out, err)
+
+    # ledger file: the row on top as before, its PDF/A copy in the archive, both in the journal.
+    (daten / "journal.dat").write_bytes(journal)
+    receipt = Path(folder) / "q.ZW5"
+    # Type, number, currency, rate, net, share, gross, words, from (two lines), for, place, date, notes.
+    receipt.write_bytes("\r\n".join(["Quittung", "2001", "EUR", "19", "10,00", "1,90", "11,90", "elf", "Max Müller",
+                                     "", "Beratung", "Bonn", "03.01.2020", ""]).encode("cp1252") + b"\r\n")
+    code, out, err = run("ledger", "file", str(receipt))
+    assert code == 0, (code, out, err)
+    assert ledger.read_bytes().split(b"\r\n")[0].split(b";")[1] == b"2001", ledger.read_bytes()[:80]
+    copies = list((daten / "archiv").glob("*/2001-*.pdf"))
+    assert len(copies) == 1 and (copies[0].stat().st_mode & 0o777) == 0o444, copies
+    text = pdf_text(copies[0])
+    assert "2001" in text and "11,90" in text and "Max Müller" in text, text
+    code, out, err = run("journal", "verify")
+    assert (code, out) == (0, "Journal in Ordnung: 5 Einträge\n"), (code, out, err)
