@@ -1,6 +1,5 @@
 #include <QEvent>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 #include <filesystem>
 #include <functional>
@@ -63,10 +62,11 @@ TEST_F(FaultTrapTest, AFaultThroughEveryKindOfEntryPointIsAMessage)
              window->openWindow("feldbezeichnung");
          }},
         {"a part's own connection", [&] {
-             auto* button = new QPushButton("x", window.get());
-             QObject::connect(button, &QPushButton::clicked, window.get(), throwFileNotFound);
-             button->show();
-             QTest::mouseClick(button, Qt::LeftButton);
+             // A signal the event loop delivers; a mouse click would leave the toolkit's event objects behind.
+             auto* sender = new QObject(window.get());
+             QObject::connect(sender, &QObject::objectNameChanged, window.get(), throwFileNotFound);
+             QMetaObject::invokeMethod(sender, [sender] { sender->setObjectName("x"); }, Qt::QueuedConnection);
+             ASSERT_TRUE(test::waitFor([sender] { return sender->objectName() == "x"; }));
          }},
         {"timer", [&] {
              bool ran = false;

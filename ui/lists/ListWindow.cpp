@@ -32,6 +32,7 @@
 #include "app/ProgramPaths.h"
 #include "core/FormHost.h"
 #include "core/RunError.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
@@ -146,7 +147,7 @@ ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, 
         auto* action = toolbar->addAction(toolIcon(style(), key.key), qt(key.caption));
         action->setObjectName(qt(key.key));
         action->setToolTip(qt(key.toolTip));
-        connect(action, &QAction::triggered, this, actions.at(key.key));
+        connect(action, &QAction::triggered, this, faulttrap::trapped(actions.at(key.key)));
     }
     for (QAction* action : toolbar->actions()) {
         if (auto* button = qobject_cast<QToolButton*>(toolbar->widgetForAction(action)))
@@ -290,11 +291,7 @@ void ListWindow::takeOver()
     const QModelIndex current = m_grid->currentIndex();
     if (!current.isValid())
         return;
-    try {
-        takeOverRow(m_table, current.row(), m_gross != nullptr && m_gross->isChecked(), m_form);
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-    }
+    takeOverRow(m_table, current.row(), m_gross != nullptr && m_gross->isChecked(), m_form);
 }
 
 void ListWindow::paintProgress(int percent)
@@ -347,13 +344,10 @@ bool ListWindow::makeReport(const ReportOptions& options)
             // The finished report follows; an early look that could not be written is no loss.
         }
     };
-    bool written = false;
-    try {
+    const bool written = faulttrap::trapped([&] {
         writeFileAtomically(m_reportFile, listReportHtml(m_table, options, &look, todayText(), m_sum, events));
-        written = true;
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-    }
+        return true;
+    })();
     m_reportPanels->setCurrentIndex(0);
     if (written && shownWhenFinished(options, reportPageCount(m_table.rowCount(), options.rowsPerPage)))
         showReport(m_reportFile, options.inBrowser);
@@ -380,12 +374,11 @@ void ListWindow::showReport(const std::filesystem::path& file, bool inBrowser)
     auto* browser = view->findChild<QTextBrowser*>();
     // The toolkit's HTML view knows no CSS widths for tables; the file itself stays plain HTML 5.
     QString html;
-    try {
-        html = qt(readFileBytes(file));
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
+    if (!faulttrap::trapped([&] {
+            html = qt(readFileBytes(file));
+            return true;
+        })())
         return;
-    }
     html.replace("<table class=\"", "<table width=\"100%\" class=\"");
     browser->setHtml(html);
     view->show();

@@ -8,6 +8,7 @@
 
 #include "app/FaultReporter.h"
 #include "core/RunError.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/WindowTitle.h"
 #include "ui/frame/fehlerform.h"
@@ -79,11 +80,8 @@ autocom_bear::autocom_bear(Autocomplete& list, FormHost& host, FaultReporter& fa
 
 void autocom_bear::run(const std::function<void()>& routine)
 {
-    try {
-        routine();
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-    }
+    // A fault is a message; the list shows what the editor holds either way.
+    faulttrap::trapped(routine)();
     refill();
 }
 
