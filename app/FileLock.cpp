@@ -55,6 +55,11 @@ std::filesystem::path FileLock::lockFileOf(const std::filesystem::path& dataFile
     return dataFile.parent_path() / ("." + dataFile.filename().string() + ".lock");
 }
 
+bool FileLock::isLockFileName(std::string_view fileName)
+{
+    return fileName.size() > 6 && fileName.front() == '.' && fileName.ends_with(".lock");
+}
+
 FileLock::FileLock(const std::filesystem::path& dataFile)
 {
     const auto lockFile = lockFileOf(dataFile);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 namespace zw {
@@ -45,6 +46,8 @@ public:
     bool held() const { return m_held; }
 
     static std::filesystem::path lockFileOf(const std::filesystem::path& dataFile);
+    // True for a name lockFileOf gives: such a file holds no data and goes into no backup.
+    static bool isLockFileName(std::string_view fileName);
 
 private:
     int m_fd = -1;

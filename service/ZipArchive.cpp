@@ -13,6 +13,7 @@
 #include <zip.h>
 
 #include "app/AtomicFile.h"
+#include "app/FileLock.h"
 
 namespace fs = std::filesystem;
 
@@ -65,10 +66,10 @@ bool syncPath(const fs::path& path, int flags)
 
 bool syncFolder(const fs::path& folder) { return syncPath(folder, O_DIRECTORY); }
 
-// The program's temporary files, and the ones libzip puts beside such a file, are never data.
+// The program's temporary files and lock files, and the ones libzip puts beside such a file, are never data.
 bool isTemporaryName(const std::string& name)
 {
-    return isOwnTemporaryFile(name) || name.find(".zwtmp-") != std::string::npos;
+    return isOwnTemporaryFile(name) || FileLock::isLockFileName(name) || name.find(".zwtmp-") != std::string::npos;
 }
 
 // The archive's own mode when it came from a Unix system, never wider than the file it replaces; the address

@@ -139,7 +139,7 @@ with tempfile.TemporaryDirectory() as tmp:
     for name, link in (("belege.dat", elsewhere / "belege.dat"), ("adressbuch.dat", Path("../ablage/adressbuch.dat"))):
         (data / name).unlink()
         (data / name).symlink_to(link)
-    leftovers = [".belege.dat.zwtmp-Ab12Cd", ".backup_zw6.zip.zwtmp-Ef34Gh.ij56kl"]
+    leftovers = [".belege.dat.zwtmp-Ab12Cd", ".backup_zw6.zip.zwtmp-Ef34Gh.ij56kl", ".belege.dat.lock"]
     for name in leftovers:
         (data / name).write_bytes(b"halb")
     check(run("backup", str(store)).returncode == 0, "backup with links")
@@ -147,7 +147,8 @@ with tempfile.TemporaryDirectory() as tmp:
         packed = {i.filename: z.read(i) for i in z.infolist()}
     check(packed.get("daten/belege.dat") == b"1;extern\r\n" and
           packed.get("daten/adressbuch.dat") == b"Meier;meier@example.org\r\n", f"links packed as {sorted(packed)}")
-    check(not [name for name in packed if "zwtmp" in name], f"temporary files packed: {sorted(packed)}")
+    check(not [name for name in packed if "zwtmp" in name or name.endswith(".lock")],
+          f"temporary or lock files packed: {sorted(packed)}")
     for name in leftovers:
         (data / name).unlink()
     (elsewhere / "belege.dat").write_bytes(b"anders")
