@@ -46,4 +46,14 @@ inline constexpr std::string_view kMailPasswordKey = "EMail/Passwort";
 MailPassword& mailPassword();
 void installMailPassword(MailPassword* keeper);
 
+// Installs a keeper for as long as it lives.
+class InstalledMailPassword
+{
+public:
+    explicit InstalledMailPassword(MailPassword& keeper) { installMailPassword(&keeper); }
+    ~InstalledMailPassword() { installMailPassword(nullptr); }
+    InstalledMailPassword(const InstalledMailPassword&) = delete;
+    InstalledMailPassword& operator=(const InstalledMailPassword&) = delete;
+};
+
 } // namespace zw

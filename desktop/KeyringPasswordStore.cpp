@@ -1,4 +1,4 @@
-#include "ui/desktop/KeyringPasswordStore.h"
+#include "desktop/KeyringPasswordStore.h"
 
 #include <QEventLoop>
 #include <qt6keychain/keychain.h>

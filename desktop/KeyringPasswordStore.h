@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include "app/MailPassword.h"
 
 namespace zw {

@@ -21,7 +21,7 @@
 #include "ui/frame/FrmSplash1.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
-#include "ui/desktop/KeyringPasswordStore.h"
+#include "desktop/KeyringPasswordStore.h"
 #include "ui/desktop/SingleInstance.h"
 
 namespace zw {
@@ -82,7 +82,7 @@ int main(int argc, char** argv)
     // The mail password goes to the desktop's keyring where one answers.
     zw::KeyringPasswordStore keyring;
     zw::MailPassword mailPassword(&keyring);
-    zw::installMailPassword(&mailPassword);
+    zw::InstalledMailPassword installedMailPassword(mailPassword);
 
     std::optional<zw::RunError> splashFault;
     {

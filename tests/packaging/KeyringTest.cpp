@@ -5,7 +5,7 @@
 #include "app/MailPassword.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/core/FakeHost.h"
-#include "ui/desktop/KeyringPasswordStore.h"
+#include "desktop/KeyringPasswordStore.h"
 
 namespace zw {
 namespace {
