@@ -26,6 +26,7 @@
 #include "app/Version.h"
 #include "core/RunError.h"
 #include "service/Backup.h"
+#include "ui/frame/FaultTrap.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
@@ -251,25 +252,19 @@ void datensicherung::deleteArchive()
     if (MessageDialog::askWithCaptions(this, question, MessageStyle::QuestionYesNo, "Sicherungsdatei löschen",
                                        {"Weiter prüfen...", "Hilfe", "Hilfe"}) != kAnswerYes)
         return;
-    try {
+    faulttrap::trapped([&] {
         deleteBackupArchive(folder().toStdString(), file.toStdString());
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-        return;
-    }
-    showFiles();
+        showFiles();
+    })();
 }
 
 void datensicherung::createFolder()
 {
-    try {
+    faulttrap::trapped([&] {
         createBackupFolder(folder().toStdString(), m_newFolder->text().toStdString());
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
-        return;
-    }
-    m_newFolder->clear();
-    showFiles();
+        m_newFolder->clear();
+        showFiles();
+    })();
 }
 
 webupdate1::webupdate1(const ProgramPaths& paths, FormHost& host, std::function<void()> endProgram, QWidget* parent)
@@ -371,7 +366,7 @@ void webupdate1::check()
         m_check1->setEnabled(true);
         if (m_closing)
             return;
-        try {
+        faulttrap::trapped([&] {
             const auto outcome = m_check.take(m_description->body(), m_paths.home() / "webup.inf", versionText());
             for (std::size_t i = 0; i < m_captions.size(); ++i)
                 m_captions[i]->setText(qt(m_check.captions[i]).remove(QChar(0)).remove(QChar(8)));
@@ -384,9 +379,7 @@ void webupdate1::check()
                 m_host.showMessage(updateStatusText(outcome), static_cast<MessageStyle>(112), "Online-Update");
                 m_lblStatus[6]->setText(status);
             }
-        } catch (const RunError& error) {
-            showUntrappedFault(m_host, error);
-        }
+        })();
     };
     m_description = std::make_unique<net::Transfer>(m_poster, std::move(events));
     m_description->start(updateDescriptionRequest(vendorAddresses(m_paths)));
@@ -436,12 +429,11 @@ void webupdate1::downloaded()
     if (m_download->ErrorNumber != 0)
         return; // nothing arrived that could be renamed or started
     fs::path installer;
-    try {
-        installer = renameInstaller(m_txtFolder->text().toStdString());
-    } catch (const RunError& error) {
-        showUntrappedFault(m_host, error);
+    if (!faulttrap::trapped([&] {
+            installer = renameInstaller(m_txtFolder->text().toStdString());
+            return true;
+        })())
         return;
-    }
     // Asked in the message shape: its "JA" starts the update.
     if (MessageDialog::showMessage(this, updateStartQuestion(), MessageStyle::QuestionYesNo, "Update") != kAnswerYes)
         return;
