@@ -361,15 +361,20 @@ CloseFigures CashBook::preview(const ReceiptLedger& ledger, const BookDate& day)
     return closeFigures(ledger, lastClose(), day);
 }
 
+std::optional<std::string> CashBook::closeRefusal(const BookDate& day)
+{
+    if (day > today())
+        return "Der " + day.german() + " liegt in der Zukunft und kann noch nicht abgeschlossen werden.";
+    if (const auto close = lastClose(); close && day <= close->to)
+        return "Der " + day.german() + " ist bereits abgeschlossen (Abschluss bis " + close->to.german() + ").";
+    return std::nullopt;
+}
+
 CashBook::CloseResult CashBook::close(ReceiptLedger& ledger, const CloseRequest& request,
                                       const DocumentWriter& writer)
 {
-    const BookDate day = today();
-    if (request.day > day)
-        throw refused("Der " + request.day.german() + " liegt in der Zukunft und kann noch nicht abgeschlossen werden.");
-    if (const auto close = lastClose(); close && request.day <= close->to)
-        throw refused("Der " + request.day.german() + " ist bereits abgeschlossen (Abschluss bis " +
-                      close->to.german() + ").");
+    if (auto refusal = closeRefusal(request.day))
+        throw refused(std::move(*refusal));
     if (request.sheet && request.sheet->total() != request.counted)
         throw refused("Der gezählte Betrag stimmt nicht mit der Summe des Zählprotokolls überein.");
     CloseResult result;

@@ -115,6 +115,8 @@ public:
         bool changedOutside = false;
     };
     CloseResult close(ReceiptLedger& ledger, const CloseRequest& request, const DocumentWriter& writer);
+    // Why `day` cannot be closed (a day in the future, a day closed already), or nothing.
+    std::optional<std::string> closeRefusal(const BookDate& day);
     // The figures a close of `day` would show now (the window fills them before the count).
     CloseFigures preview(const ReceiptLedger& ledger, const BookDate& day);
     // The Kassenbericht of a closed day made again from its close entry; RunError for a day not closed.

@@ -239,6 +239,7 @@ void DailyCloseWindow::tellOutsideChange(bool changed)
 void DailyCloseWindow::refresh()
 {
     m_figures.reset();
+    m_refusal.clear();
     const auto day = parseGermanDate(m_day->text().toStdString());
     try {
         if (!day)
@@ -250,8 +251,9 @@ void DailyCloseWindow::refresh()
                 throw;
         }
         m_figures = m_book.preview(m_ledger, *day);
+        m_refusal = m_book.closeRefusal(*day).value_or("");
     } catch (const RunError& error) {
-        m_problem->setText(qt(error.description()));
+        m_refusal = error.description();
     }
     const CloseRecord empty;
     const CloseRecord& record = m_figures ? m_figures->record : empty;
@@ -274,14 +276,15 @@ void DailyCloseWindow::recount()
     m_counted->setText(qt(centsText(evaluation.sheet.total()) + " EUR"));
     if (!m_figures) {
         m_difference->clear();
+        m_problem->setText(qt(m_refusal));
         m_closeDay->setEnabled(false);
         return;
     }
-    m_problem->setText(qt(evaluation.problem));
+    m_problem->setText(qt(m_refusal.empty() ? evaluation.problem : m_refusal));
     const Cents difference = evaluation.sheet.total() - m_figures->record.expected();
     m_difference->setText(qt(centsText(difference) + " EUR"));
     m_difference->setStyleSheet(difference != 0 ? QStringLiteral("color: #c00000; font-weight: bold;") : QString());
-    m_closeDay->setEnabled(evaluation.problem.empty());
+    m_closeDay->setEnabled(evaluation.problem.empty() && m_refusal.empty());
 }
 
 void DailyCloseWindow::closeDay()

@@ -75,6 +75,7 @@ private:
     const DocumentWriter& m_writer;
     ReceiptLedger m_ledger;
     std::optional<CloseFigures> m_figures;
+    std::string m_refusal; // why the day cannot be closed
     QLineEdit* m_day = nullptr;
     std::array<QLabel*, 4> m_figureLabels{};
     QLabel* m_expected = nullptr;
