@@ -16,6 +16,7 @@
 #include "books/Sha256.h"
 #include "core/CodePage.h"
 #include "core/RunError.h"
+#include "ledger/ReceiptLedger.h"
 
 namespace zw {
 namespace {
@@ -57,18 +58,28 @@ const OperationName& nameOf(JournalOperation operation)
 
 constexpr int kFieldCount = 13;
 
-void appendEscaped(std::string& line, std::string_view field)
+// Escapes are ASCII, so they are made on the UTF-8 text and survive the code page on either side. A TAB byte of
+// belege.dat, held in a row as kLiteralTab, has an escape of its own, since Windows-1252 has no such character.
+std::string escaped(std::string_view field)
 {
-    for (char c : field) {
-        switch (c) {
-        case '\\': line += "\\\\"; break;
-        case ';': line += "\\s"; break;
-        case '\t': line += "\\t"; break;
-        case '\r': line += "\\r"; break;
-        case '\n': line += "\\n"; break;
-        default: line += c;
+    std::string text;
+    text.reserve(field.size());
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        if (field.substr(i).starts_with(kLiteralTab)) {
+            text += "\\T";
+            i += kLiteralTab.size() - 1;
+            continue;
+        }
+        switch (field[i]) {
+        case '\\': text += "\\\\"; break;
+        case ';': text += "\\s"; break;
+        case '\t': text += "\\t"; break;
+        case '\r': text += "\\r"; break;
+        case '\n': text += "\\n"; break;
+        default: text += field[i];
         }
     }
+    return text;
 }
 
 std::optional<std::string> unescaped(std::string_view field)
@@ -76,25 +87,27 @@ std::optional<std::string> unescaped(std::string_view field)
     // Most fields are plain ASCII without escapes and are taken as they stand.
     if (std::all_of(field.begin(), field.end(), [](char c) { return c != '\\' && static_cast<unsigned char>(c) < 0x80; }))
         return std::string(field);
+    const std::string utf8 = cp1252ToUtf8(field);
     std::string text;
-    text.reserve(field.size());
-    for (std::size_t i = 0; i < field.size(); ++i) {
-        if (field[i] != '\\') {
-            text += field[i];
+    text.reserve(utf8.size());
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        if (utf8[i] != '\\') {
+            text += utf8[i];
             continue;
         }
-        if (++i == field.size())
+        if (++i == utf8.size())
             return std::nullopt;
-        switch (field[i]) {
+        switch (utf8[i]) {
         case '\\': text += '\\'; break;
         case 's': text += ';'; break;
         case 't': text += '\t'; break;
         case 'r': text += '\r'; break;
         case 'n': text += '\n'; break;
+        case 'T': text += kLiteralTab; break;
         default: return std::nullopt;
         }
     }
-    return cp1252ToUtf8(text);
+    return text;
 }
 
 std::optional<std::int64_t> integerOf(std::string_view text)
@@ -154,19 +167,19 @@ std::string journalLine(const JournalEntry& entry)
 {
     std::string line;
     auto field = [&line](std::string_view text) {
-        appendEscaped(line, text);
+        line += utf8ToCp1252(escaped(text));
         line += ';';
     };
     field(std::to_string(entry.sequence));
     field(entry.time);
-    field(utf8ToCp1252(entry.user));
+    field(entry.user);
     field(entry.version);
     field(operationKey(entry.operation));
     field(std::to_string(entry.row));
-    field(utf8ToCp1252(entry.before));
-    field(utf8ToCp1252(entry.after));
+    field(entry.before);
+    field(entry.after);
     field(entry.ledgerHash);
-    field(utf8ToCp1252(entry.document));
+    field(entry.document);
     field(entry.documentHash);
     field(entry.previousHash);
     line += entry.hash;

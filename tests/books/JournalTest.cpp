@@ -169,6 +169,22 @@ TEST(Journal, AChangeMadeOutsideIsJournaledOnceAndACutJournalTakesNoMoreEntries)
     EXPECT_EQ(folder.readBytes("belege.dat"), bytes);
 }
 
+TEST(Journal, RowsWithTheSeparatorsOfBothFilesAndUmlautsReplayAsTheyStand)
+{
+    // A TAB byte in belege.dat, a backslash and a line feed typed into a note, umlauts in Windows-1252.
+    BooksFolder folder;
+    folder.writeBytes("belege.dat", "25.11.2026;1047;119,00;;EUR;;;;;M\xFCller\tund\\S\xF6hne;;Miete\r\n");
+    folder.book.storno(folder.ledger, "1047");
+    folder.book.change(folder.ledger, [](ReceiptLedger& ledger) -> std::optional<LedgerEdit> {
+        LedgerEdit edit{JournalOperation::Edit, 2, std::string(ledger.rowText(1)), {}, std::nullopt};
+        ledger.setCell(1, columnIndex(LedgerColumn::buchung), "Zeile 1\nZeile 2");
+        edit.after = ledger.rowText(1);
+        return edit;
+    });
+    EXPECT_EQ(verifyJournal(folder.paths).message, "Journal in Ordnung: 3 Einträge");
+    EXPECT_NE(folder.readBytes("belege.dat").find("M\xFCller\tund\\S\xF6hne"), std::string::npos);
+}
+
 TEST(Journal, ShowListsTheEntriesOfTheDaysAsked)
 {
     BooksFolder folder({test::kIncomeRow});
