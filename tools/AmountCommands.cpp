@@ -70,6 +70,7 @@ int runGross(CliContext& context)
     if (!rate || context.arguments.size() != 1)
         return usageError(context, kUsage);
     SettingsStore settings(settingsFolder(context));
+    tellNoticesOnStandardError(settings);
     return printOutcome(context,
                         grossEntry(context.arguments.front(), *rate,
                                    rounded ? WordsRule::Rounding : WordsRule::Truncation, &settings));
@@ -82,6 +83,7 @@ int runNet(CliContext& context)
     if (!rate || context.arguments.size() != 1)
         return usageError(context, kUsage);
     SettingsStore settings(settingsFolder(context));
+    tellNoticesOnStandardError(settings);
     return printOutcome(context, netEntry(context.arguments.front(), *rate, &settings));
 }
 

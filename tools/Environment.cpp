@@ -1,6 +1,8 @@
 #include "tools/Environment.h"
 
 
+#include <iostream>
+
 #include "app/SettingsStore.h"
 
 namespace zw::cli {
@@ -25,6 +27,11 @@ ProgramPaths programPaths(const CliContext& context)
 std::filesystem::path settingsFolder(const CliContext& context)
 {
     return context.config ? *context.config : SettingsStore::defaultFolder();
+}
+
+void tellNoticesOnStandardError(SettingsStore& settings)
+{
+    settings.setNoticeRoutine([](const std::string& message) { std::cerr << message << '\n'; });
 }
 
 } // namespace zw::cli

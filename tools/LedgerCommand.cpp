@@ -50,6 +50,7 @@ int runLedger(CliContext& context)
         readFileInBlocks(arguments[1], [&reader](std::string_view block) { reader.feed(block); });
         reader.finish();
         SettingsStore settings(settingsFolder(context));
+        tellNoticesOnStandardError(settings);
         const auto panel = panelTotals(sums, settings);
         std::string currency = settings.get(kApplicationName, "Waehrung", "waehr.Text", "");
         if (currency.empty())

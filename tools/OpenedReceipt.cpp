@@ -87,6 +87,7 @@ std::unique_ptr<QGuiApplication> OpenedReceipt::startToolkit()
 OpenedReceipt::OpenedReceipt(CliContext& context, const std::filesystem::path& receipt)
     : application(startToolkit()), paths(programPaths(context)), settings(settingsFolder(context))
 {
+    tellNoticesOnStandardError(settings);
     QuietHost host;
     PictureCommands pictures(form, paths, host);
     StartPictures parts(pictures);

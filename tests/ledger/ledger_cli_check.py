@@ -22,6 +22,14 @@ with tempfile.TemporaryDirectory() as folder:
     assert run.returncode == 0, run.stderr
     assert run.stdout.decode("utf-8").splitlines() == expected, run.stdout.decode("utf-8")
 
+    # A settings file that cannot be read is named on standard error; the totals still come, from the defaults.
+    unreadable = Path(folder) / "unlesbar"
+    (unreadable / "zettelwerk.ini").mkdir(parents=True)
+    run = subprocess.run([cli, "--config", str(unreadable), "ledger", "totals", str(ledger)], capture_output=True)
+    told = run.stderr.decode("utf-8")
+    assert run.returncode == 0 and str(unreadable / "zettelwerk.ini") in told and "nicht gelesen" in told, told
+    assert run.stdout.decode("utf-8").splitlines() == expected
+
     # The totals pass over the rows as they are read: a long ledger costs no more memory than half its size
     # beyond what a one-line ledger costs (the whole file held once, let alone twice, would be more).
     def peak_kib(*arguments, home=None):
@@ -61,6 +69,8 @@ with tempfile.TemporaryDirectory() as folder:
     # Filing copies the ledger below the new row in pieces as well.
     short_filing = peak_kib("file", receipt, home=home)
     (home / "daten" / "belege.dat").write_bytes(b"alt\r\n" * 2000000)
+    # The first filing after that hand-made ledger journals it as a change made outside and archives a copy.
+    peak_kib("file", receipt, home=home)
     growth = peak_kib("file", receipt, home=home) - short_filing
     assert growth * 1024 < 10000000 / 2, growth
     (home / "daten" / "belege.dat").write_bytes(b"alt\r\n")
