@@ -57,12 +57,21 @@ CaptionSpan captionSpan(const LayoutEntry& entry, int textWidth)
     constexpr int kAreaLeft = 240 / kTwipsPerPixel;
     constexpr int kAreaRight = (6600 + 1740) / kTwipsPerPixel;
     const int extra = std::clamp(textWidth - entry.widthPixels(), 0, entry.widthPixels() / 2);
-    const int grownLeft = entry.leftPixels() - (extra + 1) / 2;
-    const int left = std::max(kAreaLeft, grownLeft);
-    const int right = std::min(kAreaRight, grownLeft + entry.widthPixels() + extra);
+    // Room the form's edge takes on one side goes to the other.
+    int left = entry.leftPixels() - (extra + 1) / 2;
+    int right = left + entry.widthPixels() + extra;
+    if (left < kAreaLeft) {
+        right += kAreaLeft - left;
+        left = kAreaLeft;
+    }
+    if (right > kAreaRight) {
+        left = std::max(kAreaLeft, left - (right - kAreaRight));
+        right = kAreaRight;
+    }
     CaptionSpan span{left, std::max(0, right - left)};
+    // Smaller than seven tenths a text is no longer read; what is wider still is cut at the end of its room.
     if (textWidth > span.width && textWidth > 0)
-        span.fontScale = static_cast<double>(span.width) / textWidth;
+        span.fontScale = std::max(0.7, static_cast<double>(span.width) / textWidth);
     return span;
 }
 

@@ -48,7 +48,8 @@ struct LayoutEntry
 // Left edge and width in pixels of a one-line caption whose text is textWidth pixels wide. A text wider than
 // its box takes the extra room half on each side, so neither neighbour is touched ("% MwSt."), up to half the box's
 // width more and never beyond the form's written area; a text wider still (a long label of the user's own) is
-// drawn smaller by fontScale, so it never runs over the form's frame or the ruler beside it.
+// drawn smaller by fontScale, down to seven tenths, and cut at the end of its room beyond that, so it never runs
+// over the form's frame or the ruler beside it.
 struct CaptionSpan
 {
     int left;
