@@ -376,6 +376,14 @@ JournalEntry Journal::append(JournalEntry entry)
         throw fileErrorOf(code);
     }
     ::close(fd);
+    // A journal just made needs its name on disk too.
+    if (before.st_size == 0) {
+        const int folder = ::open(m_file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (folder >= 0) {
+            ::fsync(folder);
+            ::close(folder);
+        }
+    }
     return entry;
 }
 
