@@ -42,6 +42,17 @@ public:
     virtual void showMessage(std::string_view text, MessageStyle style, std::string_view title) = 0;
     // Returns kAnswerYes / kAnswerNo / kAnswerOk / kAnswerCancel.
     virtual int confirmQuestion(std::string_view text, MessageStyle style, std::string_view title) = 0;
+    // ShowMessage asked as a question: its "JA" answers kAnswerYes, its "OK" kAnswerOk.
+    virtual int askByMessage(std::string_view text, MessageStyle style, std::string_view title)
+    {
+        return confirmQuestion(text, style, title);
+    }
+    // The platform's own message box, where a routine asks without the MessageDialog: the buttons of its style
+    // number (4 "Ja" and "Nein"), answering kAnswerYes, kAnswerNo, kAnswerOk or kAnswerCancel.
+    virtual int messageBox(std::string_view text, int style, std::string_view title)
+    {
+        return confirmQuestion(text, static_cast<MessageStyle>(style), title);
+    }
     // nullopt when the user cancels.
     virtual std::optional<std::string> askText(std::string_view text, MessageStyle style, std::string_view title,
                                                std::string_view initial) = 0;

@@ -86,7 +86,8 @@ void LedgerOperations::loeschen()
     const std::string text = "Wollen Sie den Eintrag mit der Belegnummer " + number +
                              "\rwirklich löschen?\r\rWenn Sie jetzt auf JA klicken, wird der Eintrag\r"
                              "unwiderruflich gelöscht.";
-    if (m_host.confirmQuestion(text, MessageStyle::QuestionYesNo, "Achtung!!!") != kAnswerYes)
+    // Asked in the message shape: its "JA" deletes.
+    if (m_host.askByMessage(text, MessageStyle::QuestionYesNo, "Achtung!!!") != kAnswerYes)
         return;
     changeRow(current, [this](std::size_t row) { m_ledger.removeRow(row); });
 }

@@ -291,7 +291,7 @@ std::string versionPageQuestion(const std::string& installed)
 void updaten(FormHost& host, const VendorAddresses& vendor, const std::function<void(const std::string& url)>& browse)
 {
     // 68: yes and no with the information sign.
-    if (host.confirmQuestion(versionPageQuestion(versionText()), static_cast<MessageStyle>(68), "Online-Update") ==
+    if (host.messageBox(versionPageQuestion(versionText()), 68, "Online-Update") ==
         kAnswerYes)
         browse(vendor.versionPage);
 }

@@ -168,6 +168,28 @@ TEST_F(LedgerWindowsTest, RefreshingTheTotalsFillsThePanel)
     EXPECT_THAT(faults, ::testing::ElementsAre("13 Quittung"));
 }
 
+// The entry's delete question has the message shape's keys: its "OK" keeps the entry, its "JA" deletes it.
+TEST_F(LedgerWindowsTest, DeletingAnEntryAsksInTheMessageShapeAndGoesOnAtJa)
+{
+    start();
+    const std::size_t before = part->ledger().rowCount();
+    ASSERT_GT(before, 0u);
+    QStringList keys;
+    for (const QString answer : {"OK", "JA"}) {
+        test::ModalCloser closer([&](QDialog* box) {
+            for (auto* key : box->findChildren<QPushButton*>()) {
+                keys << key->text();
+                if (key->text() == answer)
+                    key->click();
+            }
+        });
+        part->runToolbarKey("loeschen");
+    }
+    EXPECT_EQ(keys, (QStringList{"OK", "JA", "OK", "JA"}));
+    EXPECT_EQ(part->ledger().rowCount(), before - 1);
+    EXPECT_TRUE(faults.empty());
+}
+
 TEST_F(LedgerWindowsTest, DeletingOnAnEmptyGridReachesTheErrorTrap)
 {
     part->ledger().assignRows({}, {});

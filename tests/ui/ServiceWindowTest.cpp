@@ -118,6 +118,13 @@ TEST_F(ServiceWindowTest, AMissingInstallerLeavesItsErrorStandingWithNoBytesCoun
     EXPECT_TRUE(fs::is_empty(paths.tempFolder()));
 }
 
+// The version question is the platform's box with "Ja" and "Nein"; "Nein" opens nothing.
+TEST_F(ServiceWindowTest, TheVersionQuestionAsksWithJaAndNein)
+{
+    window->action("updaten")->trigger();
+    EXPECT_EQ(answerer.keys, std::vector<QString>{"Online-Update: Ja / Nein"});
+}
+
 // The exported file is a script that puts the settings of the moment of export back when it is started.
 TEST_F(ServiceWindowTest, TheSettingsExportLeavesAScriptThatRestoresTheSettings)
 {

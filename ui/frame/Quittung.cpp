@@ -559,6 +559,16 @@ int Quittung::confirmQuestion(std::string_view text, MessageStyle style, std::st
     return MessageDialog::confirmQuestion(this, text, style, title, [this] { action("hel11")->trigger(); });
 }
 
+int Quittung::askByMessage(std::string_view text, MessageStyle style, std::string_view title)
+{
+    return MessageDialog::showMessage(this, text, style, title);
+}
+
+int Quittung::messageBox(std::string_view text, int style, std::string_view title)
+{
+    return MessageDialog::messageBox(this, text, style, title);
+}
+
 std::optional<std::string> Quittung::askText(std::string_view text, MessageStyle style, std::string_view title,
                                              std::string_view initial)
 {

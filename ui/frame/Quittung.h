@@ -54,6 +54,8 @@ public:
     // FormHost
     void showMessage(std::string_view text, MessageStyle style, std::string_view title) override;
     int confirmQuestion(std::string_view text, MessageStyle style, std::string_view title) override;
+    int askByMessage(std::string_view text, MessageStyle style, std::string_view title) override;
+    int messageBox(std::string_view text, int style, std::string_view title) override;
     std::optional<std::string> askText(std::string_view text, MessageStyle style, std::string_view title,
                                        std::string_view initial) override;
     void showNotice(Notice notice) override;
