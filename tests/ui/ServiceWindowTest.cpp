@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QLocale>
+#include <QScopeGuard>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -78,6 +80,9 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
         << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server.url("http", "/zettelwerk.exe") << "\r\n";
     std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server.url("http", "/") << "\n";
     fs::create_directories(paths.tempFolder());
+    // The program's widgets speak German; the speed keeps the separators of the user's own locale.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
     inWindow("webup", [&](QDialog& dialog) {
         click(dialog, "Command1");
         ASSERT_TRUE(test::waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
@@ -88,6 +93,9 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
         ASSERT_TRUE(test::waitFor([&] { return !boxes.empty(); }));
         EXPECT_EQ(text(dialog, "lblStatus6"), "Status: Update ist runtergeladen!");
         EXPECT_EQ(text(dialog, "lblStatus1"), "24581 Bytes");
+        const QString speed = text(dialog, "lblStatus5"); // "#,##0.00 KB/s"
+        ASSERT_GE(speed.size(), 8);
+        EXPECT_EQ(speed.mid(speed.size() - 8, 1), QLocale::system().decimalPoint()) << speed.toStdString();
     });
     EXPECT_EQ(boxes, std::vector<QString>{"Update: Das Update wurde runtergeladen."});
     EXPECT_EQ(answerer.keys, std::vector<QString>{"Update: OK / JA"}) << "the message shape asks";

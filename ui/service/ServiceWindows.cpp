@@ -404,7 +404,8 @@ void webupdate1::fetch()
 
 void webupdate1::showProgress()
 {
-    const QLocale locale;
+    // The user's own separators, not the German ones the program's widgets default to.
+    const QLocale locale = QLocale::system();
     const auto shown = downloadDisplay(*m_download, {locale.groupSeparator().toStdString(),
                                                      locale.decimalPoint().toStdString()});
     if (m_download->ErrorNumber == 0) {
