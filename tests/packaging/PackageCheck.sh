@@ -38,6 +38,8 @@ for size in 16 22 24 32 48 64 128 256; do
     "$share/icons/hicolor/${size}x${size}/apps/zettelwerk.png")
   [[ "$width $height" == "$size $size" ]] || fail "icon ${size}x${size} is ${width}x${height}"
 done
+/usr/bin/python3 -c 'import sys, xml.dom.minidom as d; assert d.parse(sys.argv[1]).documentElement.tagName == "svg"' \
+  "$share/icons/hicolor/scalable/apps/zettelwerk.svg" || fail "the scalable icon is no SVG"
 
 # The unpacked program, with a home of its own; one data file is taken out of the unpacked tree, so a program
 # folder without it shows that the data came from beside the program and not from the build folder.
