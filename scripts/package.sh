@@ -17,7 +17,10 @@ while (($#)); do
 done
 if [[ ! -f "$build/CMakeCache.txt" ]]; then
   bash scripts/install-deps.sh
-  cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZETTELWERK_TESTS=OFF -DZETTELWERK_BENCH=OFF >/dev/null
+  # Debian's hardening flags (fortified functions, full RELRO), as a package built by Debian's tools gets them.
+  export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+  CXXFLAGS="$(dpkg-buildflags --get CPPFLAGS) $(dpkg-buildflags --get CXXFLAGS)" LDFLAGS="$(dpkg-buildflags --get LDFLAGS)" \
+    cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZETTELWERK_TESTS=OFF -DZETTELWERK_BENCH=OFF >/dev/null
 fi
 cmake --build "$build" --target zettelwerk zettelwerk-cli zettelwerk-dist zettelwerk-icons zettelwerk-packaging-files
 build=$(cd "$build" && pwd)
