@@ -8,8 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "app/TextFile.h"
+#include "tests/app/TempFolder.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
+#include "ui/lists/Autocompletion.h"
 #include "ui/lists/ListWindow.h"
 
 namespace zw {
@@ -56,13 +58,37 @@ TEST_F(ListWindowTest, TakesARowOverAsGrossEditsAndDeletesWithTheFileFollowingAt
     grid->selectionModel()->select(grid->model()->index(1, 0),
                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
     {
-        test::ModalCloser no;
+        QStringList keys;
+        test::ModalCloser no([&keys](QDialog* box) {
+            for (auto* key : box->findChildren<QPushButton*>())
+                keys << key->text();
+        });
         trigger("grid_weg");
+        EXPECT_EQ(keys, (QStringList{"Ja", "Nein"})) << "the grid's own yes/no question";
         ASSERT_EQ(no.messages.size(), 1u);
         EXPECT_EQ(no.messages[0], "Löschen: Achtung!\nEs sind 2 Datensätze selektiert.\nAlle selektierten "
                                   "Datenzeilen löschen?");
     }
     EXPECT_EQ(articles->table().rowCount(), 4);
+}
+
+// A row taken over runs the fields' change event as typing does: "Mü" of the payer list completes from the
+// autocompletion's list; the report key's tip has its title.
+class TakeOverWithCompletionTest : public test::StartedWindow<installListWindows, installAutocompletion>
+{
+};
+
+TEST_F(TakeOverWithCompletionTest, ATakenOverPayerIsCompletedAsTyping)
+{
+    test::writeBytes(paths.dataFile("von_liste.txt"), "M\xFC;Bonn\r\n"); // Windows-1252 on disk
+    window->shortcutKey(Quittung::ShortcutKey::FromList)->click();
+    auto* payers = window->findChild<ListWindow*>("von_liste");
+    ASSERT_NE(payers, nullptr);
+    payers->grid()->setCurrentIndex(payers->grid()->model()->index(0, 0));
+    payers->findChild<QAction*>("hinzu_bar")->trigger();
+    EXPECT_EQ(form.text(F::Text5), "Müller GmbH");
+    EXPECT_EQ(form.text(F::Text6), "Bonn");
+    EXPECT_TRUE(payers->findChild<QPushButton*>("cmdHTMLStart")->toolTip().startsWith("<b>HTML-Bericht</b>"));
 }
 
 // "Datensatz hinzufügen" opens a row for typing; the file gets it once something was typed into it.

@@ -2,13 +2,11 @@
 #include "ui/frame/QtText.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "core/GermanNumbers.h"
@@ -161,14 +159,6 @@ int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, Messa
     if (dialog.m_answer == kAnswerOk && style != MessageStyle::QuestionOkCancel)
         return kAnswerYes;
     return dialog.m_answer;
-}
-
-int MessageDialog::confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style,
-                                   std::string_view title, const std::filesystem::path& helpPage)
-{
-    return confirmQuestion(parent, text, style, title, [helpPage] {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(helpPage.string())));
-    });
 }
 
 std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_view text, MessageStyle style,

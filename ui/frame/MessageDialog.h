@@ -2,7 +2,6 @@
 
 #include <QDialog>
 #include <QStringList>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -28,9 +27,6 @@ public:
     static int showMessage(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title);
     static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
                                const HelpOpener& openHelp);
-    // "Hilfe" opens the page with the desktop's opener.
-    static int confirmQuestion(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
-                               const std::filesystem::path& helpPage);
     static std::optional<std::string> askText(QWidget* parent, std::string_view text, MessageStyle style,
                                               std::string_view title, std::string_view initial,
                                               const HelpOpener& openHelp);

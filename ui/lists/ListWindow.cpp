@@ -33,6 +33,7 @@
 #include "core/FormHost.h"
 #include "core/RunError.h"
 #include "ui/frame/FaultTrap.h"
+#include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
@@ -122,7 +123,7 @@ QIcon toolIcon(const QStyle* style, std::string_view key)
 ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, FaultReporter& faults,
                        const ProgramPaths& paths, QWidget* parent)
     : QDialog(parent), m_table(kind), m_form(form), m_host(host), m_faults(faults), m_file(paths.home() / kind.file),
-      m_reportFile(paths.home() / "report" / "report.htm"), m_helpFile(paths.helpFolder() / "index.html")
+      m_reportFile(paths.home() / "report" / "report.htm")
 {
     setObjectName(qt(kind.window));
     setWindowTitle(qt(kind.caption));
@@ -188,7 +189,7 @@ ListWindow::ListWindow(const ListKind& kind, ReceiptForm& form, FormHost& host, 
     m_reportPanels->setObjectName("picHTML");
     auto* start = new QPushButton("&Bericht erstellen", this);
     start->setObjectName("cmdHTMLStart");
-    start->setToolTip("Erzeugt einen HTML-Bericht über alle Artikel.");
+    start->setToolTip("<b>HTML-Bericht</b><br>Erzeugt einen HTML-Bericht über alle Artikel.");
     connect(start, &QPushButton::clicked, this, &ListWindow::startReport);
     auto* running = new QWidget(this);
     auto* runningLayout = new QHBoxLayout(running);
@@ -278,9 +279,9 @@ void ListWindow::deleteRows()
         rows.push_back(m_grid->currentIndex().row());
     if (rows.empty())
         return;
-    if (MessageDialog::confirmQuestion(this, deleteQuestion(static_cast<int>(rows.size())),
-                                       MessageStyle::QuestionYesNo, kDeleteTitle,
-                                       m_helpFile) != kAnswerYes)
+    // The grid's own question: the platform's box with "Ja" and "Nein".
+    if (MessageDialog::messageBox(this, deleteQuestion(static_cast<int>(rows.size())),
+                                  static_cast<int>(MessageStyle::QuestionYesNo), kDeleteTitle) != kAnswerYes)
         return;
     m_model->reset([this, &rows] { m_table.removeRows(rows); });
     save(GridOperation::Delete);
@@ -292,6 +293,15 @@ void ListWindow::takeOver()
     if (!current.isValid())
         return;
     takeOverRow(m_table, current.row(), m_gross != nullptr && m_gross->isChecked(), m_form);
+    if (!fieldWritten)
+        return;
+    // Writing a field ran its change event, and with it the completion of the fields that have one.
+    if (m_table.kind().hasAmounts) {
+        fieldWritten(FormElement::Text7);
+    } else {
+        fieldWritten(FormElement::Text5);
+        fieldWritten(FormElement::Text6);
+    }
 }
 
 void ListWindow::paintProgress(int percent)
@@ -479,6 +489,7 @@ void installListWindows(const PartContext& context)
             if (*open == nullptr) {
                 *open = new ListWindow(*kind, form, window, window.faultReporter(), paths, &window);
                 (*open)->setAttribute(Qt::WA_DeleteOnClose);
+                (*open)->fieldWritten = [&window](FormElement field) { window.formView()->runChangeEvent(field); };
             }
             (*open)->show();
             (*open)->raise();

@@ -3,7 +3,9 @@
 #include <QDialog>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 
+#include "core/FormElement.h"
 #include "lists/ListReport.h"
 #include "lists/ListTable.h"
 #include "ui/frame/PartContext.h"
@@ -36,6 +38,9 @@ public:
     // The report with the given choices, as cmdHTMLStart runs it after frmReportSetup; false if it failed.
     bool makeReport(const ReportOptions& options);
 
+    // Runs a receipt field's change event after hinzu_bar wrote the field, as typing runs it (the completion).
+    std::function<void(FormElement)> fieldWritten;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -55,7 +60,6 @@ private:
     FaultReporter& m_faults;
     std::filesystem::path m_file;
     std::filesystem::path m_reportFile;
-    std::filesystem::path m_helpFile;
     ListModel* m_model = nullptr;
     QTableView* m_grid = nullptr;
     QRadioButton* m_gross = nullptr;

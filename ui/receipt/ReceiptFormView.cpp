@@ -262,6 +262,13 @@ void ReceiptFormView::onFieldChanged(FormElement element, FieldChangedHook hook)
     m_changedHooks[indexOf(element)].push_back(faulttrap::trapped(std::move(hook)));
 }
 
+void ReceiptFormView::runChangeEvent(FormElement element)
+{
+    const std::string text = m_form.text(element);
+    for (const FieldChangedHook& hook : m_changedHooks[indexOf(element)])
+        hook(text);
+}
+
 int ReceiptFormView::caretOf(FormElement element) const
 {
     auto* line = qobject_cast<QLineEdit*>(m_widgets[indexOf(element)]);

@@ -47,6 +47,8 @@ public:
 
     void onFieldKey(FormElement element, FieldKeyHook hook);
     void onFieldChanged(FormElement element, FieldChangedHook hook);
+    // The field's change event as typing runs it, for a text another window wrote there (a list row taken over).
+    void runChangeEvent(FormElement element);
     // The caret of a line field (-1 for other elements) and a selection in it, in UTF-16 units.
     int caretOf(FormElement element) const;
     void selectInField(FormElement element, int start, int length);
