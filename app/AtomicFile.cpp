@@ -40,12 +40,14 @@ void syncFolder(const std::filesystem::path& folder)
     ::close(fd);
 }
 
-RunError errorFor(int code)
+// A missing folder is named, so the user knows which one to make.
+RunError errorFor(int code, const std::filesystem::path& folder)
 {
     switch (code) {
     case ENOENT:
     case ENOTDIR:
-        return RunError::pathNotFound();
+        return RunError(RunError::pathNotFound().number(),
+                        RunError::pathNotFound().description() + ": " + folder.string());
     case EACCES:
     case EPERM:
     case EROFS:
@@ -90,12 +92,12 @@ int createOwnTemporaryFile(const std::filesystem::path& target, std::string& nam
                .string();
     int fd = ::mkostemp(name.data(), O_CLOEXEC);
     if (fd < 0)
-        throw errorFor(errno);
+        throw errorFor(errno, target.parent_path());
     if (!lockWhole(fd, F_WRLCK) || ::fchmod(fd, mode) != 0) {
         int code = errno;
         ::close(fd);
         ::unlink(name.c_str());
-        throw errorFor(code);
+        throw errorFor(code, target.parent_path());
     }
     return fd;
 }
@@ -184,7 +186,7 @@ void writeFileAtomicallyInPieces(const std::filesystem::path& requested, const B
         ::close(fd);
         ::unlink(temporary.c_str());
         fd = -1;
-        throw errorFor(code);
+        throw errorFor(code, path.parent_path());
     };
     auto write = [&](std::string_view bytes) {
         const char* data = bytes.data();

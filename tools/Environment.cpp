@@ -19,8 +19,13 @@ std::filesystem::path executableFolder()
 
 ProgramPaths programPaths(const CliContext& context)
 {
-    if (context.home)
+    if (context.home) {
+        // An empty or missing folder is filled as the program's first start fills it; one in other use never is.
+        std::error_code error;
+        if (!std::filesystem::exists(*context.home, error) || std::filesystem::is_empty(*context.home, error))
+            ProgramPaths::install(ProgramPaths::distributionFolder(executableFolder()), *context.home);
         return ProgramPaths(*context.home);
+    }
     return ProgramPaths::locate(executableFolder());
 }
 

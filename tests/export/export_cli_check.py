@@ -88,7 +88,8 @@ with tempfile.TemporaryDirectory() as temporary:
     nowhere = run("export", "png", str(receipt), str(folder / "fehlt" / "x.png"))
     assert nowhere.returncode == 1 and nowhere.stderr.decode() == "File Not Found. GDI+ Error:10\n", nowhere
     nowhere = run("export", "pdf", str(receipt), str(folder / "fehlt" / "x.pdf"))
-    assert nowhere.returncode == 1 and nowhere.stderr.decode() == "Fehler 76: Pfad nicht gefunden\n", nowhere
+    assert nowhere.returncode == 1 and nowhere.stderr.decode() == f"Fehler 76: Pfad nicht gefunden: {folder / 'fehlt'}\n", \
+        nowhere
     for wrong in (["export", "gif", str(receipt), str(folder / "x.gif")],
                   ["export", "jpg", str(receipt), str(folder / "x.jpg"), "--quality", "101"],
                   ["export", "pdf", str(receipt)]):

@@ -65,8 +65,8 @@ def account(port, auth, password=PASSWORD):
 
 with tempfile.TemporaryDirectory() as temporary:
     folder = Path(temporary)
+    # A program folder that does not exist yet: the command fills it as the program's first start does.
     home = folder / "home"
-    shutil.copytree(dist, home)
     config = folder / "config"
     config.mkdir()
     receipt = folder / "q.ZW5"
@@ -89,6 +89,7 @@ with tempfile.TemporaryDirectory() as temporary:
         result = run("--to", "chef@example.org", "--cc", "buero@example.org", "--subject", "Quittung März €",
                      "--message", "Grüße\nanbei die Quittung.", "--verbose")
         assert result.returncode == 0, result.stderr.decode()
+        assert (home / "daten" / "adressbuch.dat").is_file(), sorted(home.iterdir())
         transcript = result.stderr.decode()
         assert "STARTTLS" in transcript and "AUTH" in transcript, transcript
         # The login in every encoding it may travel in: user and password alone (LOGIN) or together (PLAIN).
@@ -112,6 +113,12 @@ with tempfile.TemporaryDirectory() as temporary:
         assert [a.get_filename() for a in attachments] == ["00000042.bmp"], attachments
         assert attachments[0].get_content_type() == "image/bmp"
         assert attachments[0].get_content() == (home / "temp" / "00000042.bmp").read_bytes()
+
+        # A missing folder is named in the message.
+        shutil.rmtree(home / "temp")
+        result = run("--to", "chef@example.org")
+        assert result.returncode == 1 and str(home / "temp") in result.stderr.decode(), result.stderr.decode()
+        (home / "temp").mkdir()
 
         # Zipped: one archive holding the picture byte for byte.
         result = run("--to", "chef@example.org", "--zip")
