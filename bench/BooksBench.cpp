@@ -11,6 +11,7 @@
 #include "app/ProgramPaths.h"
 #include "books/CashBook.h"
 #include "books/JournalCheck.h"
+#include "books/LedgerJournal.h"
 #include "books/Sha256.h"
 #include "ledger/LedgerStore.h"
 
@@ -55,6 +56,19 @@ void BM_JournaledFiling(benchmark::State& state)
             return zw::LedgerEdit{zw::JournalOperation::Filing, 1, {}, kRow, std::nullopt};
         });
     }
+}
+
+// The window's filing: the ledger's store tells the journal, which hashes the file as it is written.
+void BM_FilingThroughTheWatcher(benchmark::State& state)
+{
+    const auto paths = freshFolder("watched", state.range(0));
+    zw::CashBook book(paths);
+    zw::ReceiptLedger ledger;
+    zw::LedgerJournal journal(book, ledger);
+    ledger.setWatcher(&journal);
+    zw::loadLedger(ledger, paths);
+    for (auto _ : state)
+        zw::fileReceiptRow(ledger, {kRow}, paths);
 }
 
 zw::JournalEntry typicalEntry()
@@ -162,5 +176,6 @@ BENCHMARK(BM_JournalEntryWithoutFsync)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Baseline_AppendLineWithFsync)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Baseline_FileOneReceipt)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_JournaledFiling)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FilingThroughTheWatcher)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_VerifyJournal)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Baseline_Sha256sumOfJournal)->Arg(1000000)->Unit(benchmark::kMillisecond);

@@ -8,6 +8,7 @@
 #include "app/TextFile.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "ledger/LedgerWatcher.h"
 
 namespace zw {
 namespace {
@@ -54,10 +55,20 @@ std::optional<std::vector<LedgerRow>> followDisk(ReceiptLedger& ledger, const Pr
     return readLedgerFile(ledger, paths);
 }
 
+// A watcher sees every piece as it is written and has the last word before the new file replaces the old.
 void writeLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
     const auto file = ledgerFile(paths);
-    writeFileAtomicallyInPieces(file, [&ledger](const auto& write) { writeLedgerBytes(ledger, write); });
+    LedgerWatcher* watcher = ledger.watcher();
+    writeFileAtomicallyInPieces(file, [&ledger, watcher](const auto& write) {
+        if (watcher == nullptr)
+            return writeLedgerBytes(ledger, write);
+        writeLedgerBytes(ledger, [&](std::string_view piece) {
+            watcher->piece(piece);
+            write(piece);
+        });
+        watcher->end(ledger);
+    });
     ledger.setDiskStamp(stampOf(file));
 }
 
@@ -103,6 +114,8 @@ bool updateLedger(ReceiptLedger& ledger, const ProgramPaths& paths, const Ledger
     checkWritable(paths);
     FileLock lock(ledgerFile(paths));
     const auto seen = followDisk(ledger, paths);
+    if (LedgerWatcher* watcher = ledger.watcher())
+        watcher->begin(ledger);
     if (!change(ledger, seen ? &*seen : nullptr))
         return false;
     writeLedger(ledger, paths);

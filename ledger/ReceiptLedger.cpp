@@ -94,6 +94,7 @@ void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
     if (column < 0 || column >= kLedgerColumnCount)
         throw RunError::invalidCall();
     std::string text(m_rows.at(row).text());
+    tell({LedgerChange::Kind::Cell, row, 1, column}, LedgerPhase::Before);
     std::size_t start = 0;
     for (int i = 0; i < column; ++i) {
         std::size_t tab = text.find('\t', start);

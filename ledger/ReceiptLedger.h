@@ -14,6 +14,8 @@
 
 namespace zw {
 
+class LedgerWatcher;
+
 // The fifteen columns of the ledger, in file order.
 enum class LedgerColumn : int {
     datum, belegnr, einnahme, ausgabe, waehrung, mwst, netto, anteil, biw, fuer1, fuer2, von, ort, buchung,
@@ -110,6 +112,10 @@ public:
     const FileStamp& diskStamp() const { return m_diskStamp; }
     void setDiskStamp(const FileStamp& stamp) { m_diskStamp = stamp; }
 
+    // The journal of the ledger's changes, told by the store under belege.dat's lock; none by default.
+    LedgerWatcher* watcher() const { return m_watcher; }
+    void setWatcher(LedgerWatcher* watcher) { m_watcher = watcher; }
+
     using Listener = std::function<void(const LedgerChange&, LedgerPhase)>;
     void addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
 
@@ -123,6 +129,7 @@ private:
     std::array<bool, kLedgerColumnCount> m_visible{};
     std::vector<Listener> m_listeners;
     FileStamp m_diskStamp;
+    LedgerWatcher* m_watcher = nullptr;
 };
 
 // One change of the ledger as it is applied to what is on disk. `seen` holds the rows the ledger showed before the

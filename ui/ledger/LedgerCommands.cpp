@@ -24,6 +24,7 @@
 #include "ledger/LedgerStore.h"
 #include "ledger/Totals.h"
 #include "print/LedgerPrint.h"
+#include "ui/books/LedgerCashBook.h"
 #include "ui/ledger/LedgerModel.h"
 #include "ui/frame/Quittung.h"
 
@@ -58,7 +59,9 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
         QPrintDialog dialog(&printer, &m_window);
         dialog.exec(); // the answer is not looked at: the list goes to the default printer in any case
     };
+    m_books = std::make_unique<LedgerCashBook>(window, form, m_ledger, paths);
     buildPage();
+    m_books->addStornoKeys(m_toolbar, m_grid, [this](const LedgerChangeRoutine& change) { return update(change); });
     registerCommands();
     {
         WaitCursor hourglass;
@@ -218,8 +221,13 @@ void LedgerPart::trapped(const char* formName, const std::function<void()>& rout
 
 bool LedgerPart::update(const LedgerChangeRoutine& change)
 {
-    WaitCursor hourglass;
-    return updateLedger(m_ledger, m_paths, change);
+    bool changed = false;
+    {
+        WaitCursor hourglass;
+        changed = updateLedger(m_ledger, m_paths, change);
+    }
+    m_books->tellOutsideChange();
+    return changed;
 }
 
 void LedgerPart::fileReceipt()
@@ -229,12 +237,16 @@ void LedgerPart::fileReceipt()
 
 void LedgerPart::fileReceiptRow(const std::vector<std::string>& fields)
 {
-    WaitCursor hourglass;
-    if (fields.empty())
-        zw::fileReceipt(m_ledger, m_form, m_paths);
-    else
-        zw::fileReceiptRow(m_ledger, fields, m_paths);
+    // The cash book may give the receipt today's date for a closed day, or keep it from the ledger.
+    const auto filed = m_books->prepareFiling(fields);
+    if (!filed)
+        return;
+    {
+        WaitCursor hourglass;
+        zw::fileReceiptRow(m_ledger, *filed, m_paths);
+    }
     m_grid->setCurrentIndex(m_model->index(0, 0));
+    m_books->tellOutsideChange();
 }
 
 void LedgerPart::runToolbarKey(const std::string& key)

@@ -21,6 +21,7 @@ class QToolBar;
 
 namespace zw {
 
+class LedgerCashBook;
 class LedgerModel;
 class ProgramPaths;
 class Quittung;
@@ -70,6 +71,8 @@ private:
     Settings& m_settings;
     const ProgramPaths& m_paths;
     ReceiptLedger m_ledger;
+    // Before the grid's model, so that the cash book hears a change first and can refuse it.
+    std::unique_ptr<LedgerCashBook> m_books;
     LedgerOperations m_operations;
     ReceiptFileCommands m_files;
     CurrencyChoice m_currency;
