@@ -329,6 +329,9 @@ std::optional<std::string> CashBook::refusalForRow(std::string_view rowText)
 CashBook::Outcome CashBook::storno(ReceiptLedger& ledger, std::string_view number)
 {
     const BookDate day = today();
+    // The counter row is dated today, so today must still be open.
+    if (const auto close = lastClose(); close && day <= close->to)
+        throw refused(closedFilingMessage(day));
     return change(ledger, [&](ReceiptLedger& current) -> std::optional<LedgerEdit> {
         LedgerEdit edit{JournalOperation::Storno, 1, {}, stornoRow(current, number, day), std::nullopt};
         current.insertRow(0, edit.after);

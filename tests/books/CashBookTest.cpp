@@ -99,6 +99,8 @@ TEST(DailyClose, BooksTheDifferenceArchivesTheReportAndLocksTheDay)
     EXPECT_EQ(folder.book.refusalForRow("26.11.2026\t1\t1,00"), std::nullopt);
     EXPECT_EQ(messageOf([&] { folder.book.close(folder.ledger, request, writer); }),
               "Der 25.11.2026 ist bereits abgeschlossen (Abschluss bis 25.11.2026).");
+    EXPECT_EQ(messageOf([&] { folder.book.storno(folder.ledger, "1047"); }),
+              "Der 25.11.2026 ist abgeschlossen; auf diesen Tag kann kein Beleg mehr abgelegt werden.");
     // The counted cash opens the next period.
     EXPECT_EQ(folder.book.preview(onDisk, {2026, 11, 26}).record.opening, 18000);
     // A report made again from the close entry says the same.

@@ -52,6 +52,9 @@ void LedgerCashBook::storno(const Update& update)
         return;
     try {
         const BookDate today = m_book.today();
+        // The counter row is dated today, so today must still be open.
+        if (const auto close = m_book.lastClose(); close && today <= close->to)
+            throw RunError(5, closedFilingMessage(today));
         update([&](ReceiptLedger& current, const std::vector<LedgerRow>*) {
             std::string counter = stornoRow(current, number, today);
             m_journal.labelNextFiling(JournalOperation::Storno);
