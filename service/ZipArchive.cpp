@@ -72,6 +72,13 @@ bool isTemporaryName(const std::string& name)
     return isOwnTemporaryFile(name) || FileLock::isLockFileName(name) || name.find(".zwtmp-") != std::string::npos;
 }
 
+// The change journal and the archived documents only grow: an older copy from a backup never replaces them, so no
+// entry made after the backup is lost; the restored ledger is journalled as a change at the next step.
+bool isKeptHistory(const fs::path& relative)
+{
+    return relative == "journal.dat" || (!relative.empty() && *relative.begin() == "archiv");
+}
+
 // The archive's own mode when it came from a Unix system, never wider than the file it replaces; the address
 // book stays its owner's alone.
 mode_t restoredMode(zip_t* archive, zip_uint64_t index, const fs::path& place, const struct stat* existing)
@@ -318,6 +325,8 @@ int ZipArchive::UnZip(const fs::path& archive, const fs::path& target, const std
         const bool exists = ::stat(place.c_str(), &found) == 0;
         if (exists && !S_ISREG(found.st_mode))
             continue; // a folder, a FIFO or a device in the file's place is left as it is
+        if (exists && isKeptHistory(relative))
+            continue;
         files.push_back({index, stat.size, place, restoredMode(zip, index, place, exists ? &found : nullptr), {}});
         plannedBytes += stat.size;
     }

@@ -92,6 +92,24 @@ with tempfile.TemporaryDirectory() as tmp:
     check(run("restore", str(store)).returncode == 0 and (data / "belege.dat").read_bytes() == original["belege.dat"],
           "restore of zip's archive")
 
+    # The change journal and the archived documents only grow: a restore brings the ledger back, never an older
+    # journal or archive copy over what was recorded after the backup.
+    (data / "archiv").mkdir()
+    (data / "journal.dat").write_bytes(b"1 vor der Sicherung\r\n")
+    (data / "archiv" / "beleg.pdf").write_bytes(b"alt")
+    check(run("backup", str(store)).returncode == 0, "backup with a journal")
+    (data / "journal.dat").write_bytes(b"1 vor der Sicherung\r\n2 danach\r\n")
+    (data / "archiv" / "beleg.pdf").write_bytes(b"neu")
+    (data / "belege.dat").write_bytes(b"geaendert")
+    check(run("restore", str(store)).returncode == 0 and (data / "belege.dat").read_bytes() == original["belege.dat"],
+          "ledger restored beside a journal")
+    check((data / "journal.dat").read_bytes().endswith(b"2 danach\r\n") and
+          (data / "archiv" / "beleg.pdf").read_bytes() == b"neu", "journal or archive set back by a restore")
+    for name in ("journal.dat", "archiv/beleg.pdf"):
+        (data / name).unlink()
+    (data / "archiv").rmdir()
+    check(run("backup", str(store)).returncode == 0, "backup again")
+
     # Hostile archives touch nothing outside daten/ and restore nothing they cannot read whole.
     (outside / "ziel.txt").write_bytes(b"unberuehrt")
     (data / "ausgang").symlink_to(outside, target_is_directory=True)
