@@ -41,8 +41,9 @@ void AutocompleteEditor::addEntry(const std::string& text)
 void AutocompleteEditor::deleteMarked(const std::vector<std::size_t>& marked)
 {
     if (marked.empty()) {
-        m_host.showMessage("Es sind keine Einträge zum Löschen markiert!", MessageStyle::Information,
-                           "Autovervollständigung");
+        // The platform's box, with OK alone.
+        m_host.messageBox("Es sind keine Einträge zum Löschen markiert!", static_cast<int>(MessageStyle::Information),
+                          "Autovervollständigung");
         return;
     }
     std::vector<std::size_t> lastFirst = marked;

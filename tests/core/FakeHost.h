@@ -32,6 +32,15 @@ public:
         questions.push_back({std::string(text), style, std::string(title)});
         return confirmAnswer;
     }
+    // A box with OK alone is a message, one with a choice a question.
+    int messageBox(std::string_view text, int style, std::string_view title) override
+    {
+        if ((style & 0x7) == 0) {
+            showMessage(text, static_cast<MessageStyle>(style), title);
+            return kAnswerOk;
+        }
+        return confirmQuestion(text, static_cast<MessageStyle>(style), title);
+    }
     std::optional<std::string> askText(std::string_view text, MessageStyle style, std::string_view title,
                                        std::string_view /*initial*/) override
     {

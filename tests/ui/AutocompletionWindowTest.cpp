@@ -1,5 +1,6 @@
 // Typing into the receipt's name fields with the distribution's autocompletion list, as a user would.
 #include <QLabel>
+#include <QPushButton>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -51,6 +52,26 @@ TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTaki
     window->action("autver")->trigger();
     ASSERT_EQ(closer.seen, std::vector<QString>{"autocom_bear"});
     EXPECT_TRUE(test::readBytes(paths.dataFile("autocom.dat")).ends_with("Hamburg\r\nM\xFCller GmbH\r\n"));
+}
+
+// "Eintrag löschen" with nothing marked: the platform's box with OK alone.
+TEST_F(AutocompletionWindowTest, DeletingWithNothingMarkedShowsABoxWithOkAlone)
+{
+    QStringList keys;
+    test::ModalCloser closer([&keys](QDialog* dialog) {
+        if (dialog->objectName() != "autocom_bear") {
+            for (auto* key : dialog->findChildren<QPushButton*>())
+                keys << key->text();
+            return;
+        }
+        dialog->setProperty("zwLeaveOpen", true);
+        QTimer::singleShot(0, dialog, [dialog] {
+            dialog->findChild<QPushButton*>("xpButton1")->click();
+            dialog->reject();
+        });
+    });
+    window->action("autver")->trigger();
+    EXPECT_EQ(keys, QStringList{"OK"});
 }
 
 } // namespace
