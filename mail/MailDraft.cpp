@@ -1,5 +1,6 @@
 #include "mail/MailDraft.h"
 
+#include "app/MailPassword.h"
 #include "app/ProgramPaths.h"
 #include "app/VendorAddresses.h"
 #include "app/Version.h"
@@ -28,7 +29,7 @@ MailAccount loadMailAccount(const Settings& settings)
 {
     const auto get = [&settings](std::string_view key) { return settings.get(kApplicationName, kSection, key, ""); };
     MailAccount account{get("Name"), get("Firma"), get("EMail"), get("SMTP"), 0, get("Benutzername"),
-                        get("Passwort")};
+                        mailPassword().read(settings)};
     const std::string auth = get("Auth");
     if (!auth.empty() && auth.find_first_not_of("0123456789-") == std::string::npos && auth.size() < 10)
         account.auth = std::stoi(auth);
@@ -46,7 +47,7 @@ void saveMailAccount(Settings& settings, const MailAccount& account)
     save("SMTP", account.server);
     save("Auth", std::to_string(account.auth));
     save("Benutzername", account.user);
-    save("Passwort", account.password);
+    mailPassword().save(settings, account.password); // in the keyring where one takes it
 }
 
 std::string mailerTag(const VendorAddresses& vendor)

@@ -25,7 +25,8 @@ struct MailAccount
 };
 // Empty defaults; an Auth that is no number (the first use's empty one) leaves the box clear.
 MailAccount loadMailAccount(const Settings& settings);
-// The seven keys in their order: Name, Firma, EMail, SMTP, Auth, Benutzername, Passwort.
+// The seven keys in their order: Name, Firma, EMail, SMTP, Auth, Benutzername, Passwort. The password goes
+// through the installed keeper (app/MailPassword): into the keyring where one takes it, Passwort left empty.
 void saveMailAccount(Settings& settings, const MailAccount& account);
 
 // What the mail window holds of one message.

@@ -2,8 +2,10 @@
 #include <iostream>
 #include <ostream>
 
+#include "app/MailPassword.h"
 #include "app/VendorAddresses.h"
 #include "core/RunError.h"
+#include "desktop/KeyringPasswordStore.h"
 #include "export/DibFile.h"
 #include "mail/MailDraft.h"
 #include "mail/sevSMTP.h"
@@ -37,6 +39,10 @@ int runMail(CliContext& context)
     draft.html = plainTextHtml(draft.plainText);
     try {
         OpenedReceipt opened(context, arguments[0]);
+        // A password the window moved into the desktop's keyring is read from there.
+        KeyringPasswordStore keyring;
+        MailPassword password(&keyring);
+        InstalledMailPassword installed(password);
         const auto picture = receiptPicturePath(opened.paths, opened.form.text(FormElement::Text1));
         saveBitmapFile(opened.picture(), picture);
         draft.attachments.push_back(picture);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/MailPassword.h"
+#include "mail/MailDraft.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/core/FakeHost.h"
 #include "desktop/KeyringPasswordStore.h"
@@ -49,6 +50,24 @@ TEST(MailPassword, PlainPasswordMovesIntoAWorkingKeyringAndStaysWithoutOneWithOn
         password.save(settings, "drittes");
         EXPECT_EQ(password.takePlainTextNotice(), "") << "said once";
     }
+}
+
+TEST(MailPassword, TheMailAccountReadsAndSavesItsPasswordThroughTheInstalledKeeper)
+{
+    FakeKeyring keyring(/*works=*/true);
+    MailPassword keeper(&keyring);
+    test::MemorySettings settings;
+    MailAccount account;
+    account.server = "smtp.example.org";
+    account.password = "geheim";
+    {
+        InstalledMailPassword installed(keeper);
+        saveMailAccount(settings, account);
+        EXPECT_EQ(storedPlain(settings), "");
+        EXPECT_EQ(settings.get(kApplicationName, "EMail", "SMTP", ""), "smtp.example.org");
+        EXPECT_EQ(loadMailAccount(settings).password, "geheim");
+    }
+    EXPECT_EQ(loadMailAccount(settings).password, "") << "without a keeper only the settings file counts";
 }
 
 // What secret-tool, another client of the Secret Service, finds under the program's entry.

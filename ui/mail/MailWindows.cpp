@@ -36,6 +36,7 @@
 #include <optional>
 #include <random>
 
+#include "app/MailPassword.h"
 #include "app/SettingsStore.h"
 #include "app/CommonDialog.h"
 #include "app/ProgramPaths.h"
@@ -761,6 +762,9 @@ void beleg_mail::runAssistant()
     if (assistant.exec() != QDialog::Accepted)
         return;
     saveMailAccount(m_settings, assistant.account());
+    // Without a keyring the password stays in the settings file as before, and the assistant says so once.
+    if (const std::string notice = mailPassword().takePlainTextNotice(); !notice.empty())
+        MessageDialog::messageBox(this, notice, kInformationBox, "Zettelwerk");
     setAccount(assistant.account());
 }
 
