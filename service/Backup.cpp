@@ -130,12 +130,13 @@ fs::path writeSettingsExportScript(const ProgramPaths& paths, const std::string&
         settings = readFileBytes(settingsFile);
     const fs::path script = paths.home() / "save_reg.sh";
     // The restore script is written whole beside its name and then renamed, so a file of that name is complete.
+    // Both scripts hold the settings and so the mail password: they are their owner's alone.
     writeFileAtomically(script,
-                        "#!/bin/sh\ncat > " + chosenFile + ".zwtmp <<'ZETTELWERK_SICHERUNG'\n" +
+                        "#!/bin/sh\numask 077\ncat > " + chosenFile + ".zwtmp <<'ZETTELWERK_SICHERUNG'\n" +
                             settingsRestoreScript(settingsFile, settings) +
-                            "ZETTELWERK_SICHERUNG\nchmod 755 " + chosenFile + ".zwtmp && mv -f " + chosenFile +
+                            "ZETTELWERK_SICHERUNG\nchmod 700 " + chosenFile + ".zwtmp && mv -f " + chosenFile +
                             ".zwtmp " + chosenFile + "\n",
-                        0755);
+                        0700);
     return script;
 }
 

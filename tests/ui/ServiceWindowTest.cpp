@@ -147,6 +147,9 @@ TEST_F(ServiceWindowTest, TheSettingsExportLeavesAScriptThatRestoresTheSettings)
     window->action("regspeichern")->trigger();
     EXPECT_EQ(boxes, std::vector<QString>{"Sicherung angelegt: Die Sicherung des Registrierungseintrags wurde unter:"});
     ASSERT_TRUE(test::waitFor([&] { return fs::exists(chosen); })) << readFileBytes(paths.home() / "save_reg.sh");
+    // Both scripts carry the mail password.
+    for (const fs::path& script : {chosen, paths.home() / "save_reg.sh"})
+        EXPECT_EQ(fs::status(script).permissions() & fs::perms::all, fs::perms::owner_all) << script;
 
     settings.save("zettelwerk", "Options", "Kennwort", "danach");
     fs::remove(settings.fileOf("zettelwerk"));
