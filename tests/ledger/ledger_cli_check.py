@@ -7,6 +7,8 @@ import threading
 from pathlib import Path
 
 cli = sys.argv[1]
+# Under AddressSanitizer memory figures mean nothing; the checks of them are passed over there.
+sanitized = b"__asan_init" in Path(cli).read_bytes()
 with tempfile.TemporaryDirectory() as folder:
     ledger = Path(folder) / "belege.dat"
     # Income 119,00 + 1.000,50; expense 135,50 + 12,25 typed without minus; a USD row counts like the others.
@@ -45,7 +47,7 @@ with tempfile.TemporaryDirectory() as folder:
             out.write(b"12.03.2011;%d;119,00;;EUR;19;100,00;19,00;einhundertneunzehn;Max Muster;;Beratung;Bonn;;"
                       b"Quittung\r\n" % number)
     growth = peak_kib("totals", long_ledger) - peak_kib("totals", ledger)
-    assert growth * 1024 < long_ledger.stat().st_size / 2, (growth, long_ledger.stat().st_size)
+    assert sanitized or growth * 1024 < long_ledger.stat().st_size / 2, (growth, long_ledger.stat().st_size)
     long_ledger.unlink()
 
     missing = subprocess.run([cli, "--config", str(config), "ledger", "totals", str(Path(folder) / "fehlt.dat")],
@@ -72,7 +74,7 @@ with tempfile.TemporaryDirectory() as folder:
     # The first filing after that hand-made ledger journals it as a change made outside and archives a copy.
     peak_kib("file", receipt, home=home)
     growth = peak_kib("file", receipt, home=home) - short_filing
-    assert growth * 1024 < 10000000 / 2, growth
+    assert sanitized or growth * 1024 < 10000000 / 2, growth
     (home / "daten" / "belege.dat").write_bytes(b"alt\r\n")
 
     # Two programs filing at once into one ledger: every filing re-reads the file under its lock, so none is lost.

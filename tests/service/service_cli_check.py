@@ -16,6 +16,8 @@ import zlib
 from pathlib import Path
 
 cli = sys.argv[1]
+# Under AddressSanitizer memory figures mean nothing, and LeakSanitizer refuses to run under strace.
+sanitized = b"__asan_init" in Path(cli).read_bytes()
 warnings.simplefilter("ignore")
 failures = []
 
@@ -184,7 +186,8 @@ with tempfile.TemporaryDirectory() as tmp:
     def traced(*args):
         log = tmp / "strace.log"
         subprocess.run(["strace", "-f", "-qq", "-y", "-o", str(log), "-e", "trace=fsync,syncfs,rename,renameat,renameat2",
-                        cli, "--home", str(home), "--config", str(config), *args], capture_output=True, check=True)
+                        cli, "--home", str(home), "--config", str(config), *args], capture_output=True, check=True,
+                       env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"})
         return log.read_text().splitlines()
 
     if shutil.which("strace"):
@@ -351,7 +354,7 @@ with tempfile.TemporaryDirectory() as tmp:
     fetching.returncode = os.waitstatus_to_exitcode(status)
     check(fetching.returncode == 0 and (target / "zettelwerk_6_0_0.exe").stat().st_size == big,
           f"large fetch: {fetching.returncode}")
-    check(usage.ru_maxrss < 32 * 1024, f"large fetch took {usage.ru_maxrss} KiB")
+    check(sanitized or usage.ru_maxrss < 32 * 1024, f"large fetch took {usage.ru_maxrss} KiB")
     server.shutdown()
 
 if failures:
