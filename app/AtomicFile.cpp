@@ -40,14 +40,17 @@ void syncFolder(const std::filesystem::path& folder)
     ::close(fd);
 }
 
-// A missing folder is named, so the user knows which one to make.
-RunError errorFor(int code, const std::filesystem::path& folder)
+} // namespace
+
+RunError fileSystemError(int code, const std::filesystem::path& folder)
 {
     switch (code) {
     case ENOENT:
     case ENOTDIR:
-        return RunError(RunError::pathNotFound().number(),
-                        RunError::pathNotFound().description() + ": " + folder.string());
+        // A missing folder is named, so the user knows which one to make.
+        return folder.empty() ? RunError::pathNotFound()
+                              : RunError(RunError::pathNotFound().number(),
+                                         RunError::pathNotFound().description() + ": " + folder.string());
     case EACCES:
     case EPERM:
     case EROFS:
@@ -59,6 +62,8 @@ RunError errorFor(int code, const std::filesystem::path& folder)
         return RunError::pathFileAccess();
     }
 }
+
+namespace {
 
 constexpr std::string_view kTemporaryMark = ".zwtmp-";
 constexpr std::size_t kRandomPart = 6; // mkstemp's XXXXXX
@@ -92,12 +97,12 @@ int createOwnTemporaryFile(const std::filesystem::path& target, std::string& nam
                .string();
     int fd = ::mkostemp(name.data(), O_CLOEXEC);
     if (fd < 0)
-        throw errorFor(errno, target.parent_path());
+        throw fileSystemError(errno, target.parent_path());
     if (!lockWhole(fd, F_WRLCK) || ::fchmod(fd, mode) != 0) {
         int code = errno;
         ::close(fd);
         ::unlink(name.c_str());
-        throw errorFor(code, target.parent_path());
+        throw fileSystemError(code, target.parent_path());
     }
     return fd;
 }
@@ -186,7 +191,7 @@ void writeFileAtomicallyInPieces(const std::filesystem::path& requested, const B
         ::close(fd);
         ::unlink(temporary.c_str());
         fd = -1;
-        throw errorFor(code, path.parent_path());
+        throw fileSystemError(code, path.parent_path());
     };
     auto write = [&](std::string_view bytes) {
         const char* data = bytes.data();

@@ -18,6 +18,10 @@ bool isUnreadable(const std::filesystem::path& path);
 // The German message for such a file: which file, and that it is left as it is.
 RunError unreadableError(const std::filesystem::path& path);
 
+// The run-time fault for a failed file call's errno: 76 missing folder (naming `folder` when one is given), 70 no
+// permission, 61 disk full, 75 anything else. Saves, locks and the journal fail alike through it.
+RunError fileSystemError(int code, const std::filesystem::path& folder = {});
+
 enum class ExistingMode
 {
     Keep,   // an existing file keeps its mode

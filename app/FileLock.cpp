@@ -14,27 +14,6 @@ namespace {
 
 long long nanosecondsOf(const timespec& time) { return time.tv_sec * 1'000'000'000LL + time.tv_nsec; }
 
-// The numbers writeFileAtomically gives for the same causes, so a folder fails alike at the lock and the save.
-// A missing folder is named, so the user knows which one to make.
-RunError lockFileError(int code, const std::filesystem::path& folder)
-{
-    switch (code) {
-    case ENOENT:
-    case ENOTDIR:
-        return RunError(RunError::pathNotFound().number(),
-                        RunError::pathNotFound().description() + ": " + folder.string());
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return RunError::permissionDenied();
-    case ENOSPC:
-    case EDQUOT:
-        return RunError::diskFull();
-    default:
-        return RunError::pathFileAccess();
-    }
-}
-
 } // namespace
 
 FileStamp stampOf(const std::filesystem::path& path)
@@ -69,7 +48,7 @@ FileLock::FileLock(const std::filesystem::path& dataFile)
         m_fd = ::open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
     while (m_fd < 0 && errno == EINTR);
     if (m_fd < 0)
-        throw lockFileError(errno, lockFile.parent_path());
+        throw fileSystemError(errno, lockFile.parent_path());
     struct flock request
     {
     };

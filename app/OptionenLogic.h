@@ -40,7 +40,7 @@ public:
     const OptionenFields& fields() const { return m_fields; }
     OptionenFields& fields() { return m_fields; }
 
-    // The load steps in order. A failing step throws RunError and leaves the later fields at their design values.
+    // The load steps in order. A failing step throws RunError and leaves the later fields at their first values.
     void load();
 
     void chooseOption1();

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "app/AtomicFile.h"
 #include "app/ProgramPaths.h"
 #include "books/Journal.h"
 #include "books/Sha256.h"
@@ -40,7 +41,7 @@ bool writeNewFile(const std::filesystem::path& file, std::string_view bytes)
     if (fd < 0) {
         if (errno == EEXIST)
             return false;
-        throw fileErrorOf(errno);
+        throw fileSystemError(errno);
     }
     std::string_view rest = bytes;
     int failure = 0;
@@ -58,7 +59,7 @@ bool writeNewFile(const std::filesystem::path& file, std::string_view bytes)
     ::close(fd);
     if (failure != 0) {
         ::unlink(file.c_str());
-        throw fileErrorOf(failure);
+        throw fileSystemError(failure);
     }
     return true;
 }
@@ -75,7 +76,7 @@ ArchivedFile archiveFile(const ProgramPaths& paths, int year, std::string_view s
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error)
-        throw fileErrorOf(error.value());
+        throw fileSystemError(error.value());
     const std::string safeStem = fileNameSafe(stem);
     for (int attempt = 1;; ++attempt) {
         std::string name = safeStem;

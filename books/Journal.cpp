@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "app/AtomicFile.h"
 #include "app/TextFile.h"
 #include "app/Version.h"
 #include "books/Sha256.h"
@@ -145,23 +146,6 @@ std::optional<JournalOperation> operationOfKey(std::string_view key)
     return std::nullopt;
 }
 
-RunError fileErrorOf(int errnoValue)
-{
-    switch (errnoValue) {
-    case ENOENT:
-    case ENOTDIR:
-        return RunError::pathNotFound();
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return RunError::permissionDenied();
-    case ENOSPC:
-    case EDQUOT:
-        return RunError::diskFull();
-    default:
-        return RunError::pathFileAccess();
-    }
-}
 
 std::string journalLine(const JournalEntry& entry)
 {
@@ -298,7 +282,7 @@ std::optional<JournalEntry> Journal::lastEntry() const
     if (fd < 0) {
         if (errno == ENOENT)
             return std::nullopt;
-        throw fileErrorOf(errno);
+        throw fileSystemError(errno);
     }
     struct stat status{};
     if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -315,7 +299,7 @@ std::optional<JournalEntry> Journal::lastEntry() const
         std::string block(static_cast<std::size_t>(end - start), '\0');
         if (::pread(fd, block.data(), block.size(), start) != static_cast<ssize_t>(block.size())) {
             ::close(fd);
-            throw fileErrorOf(errno);
+            throw fileSystemError(errno);
         }
         tail.insert(0, block);
         end = start;
@@ -350,7 +334,7 @@ JournalEntry Journal::append(JournalEntry entry)
 
     const int fd = ::open(m_file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0)
-        throw fileErrorOf(errno);
+        throw fileSystemError(errno);
     const struct stat before = [fd] {
         struct stat status{};
         ::fstat(fd, &status);
@@ -366,14 +350,14 @@ JournalEntry Journal::append(JournalEntry entry)
             // A half line would cut the chain for every later entry: it is taken back.
             [[maybe_unused]] const int undone = ::ftruncate(fd, before.st_size);
             ::close(fd);
-            throw fileErrorOf(code);
+            throw fileSystemError(code);
         }
         rest.remove_prefix(static_cast<std::size_t>(written));
     }
     if (::fsync(fd) != 0) {
         const int code = errno;
         ::close(fd);
-        throw fileErrorOf(code);
+        throw fileSystemError(code);
     }
     ::close(fd);
     // A journal just made needs its name on disk too.

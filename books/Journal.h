@@ -70,10 +70,6 @@ std::optional<JournalEntry> parseJournalLine(std::string_view line);
 using JournalLineConsumer = std::function<void(std::string_view line, std::int64_t number, bool complete)>;
 void readJournalLines(const std::filesystem::path& file, const JournalLineConsumer& consume);
 
-// The RunError of a failed file call: 76 missing folder, 70 no permission, 61 disk full, 75 other.
-class RunError;
-RunError fileErrorOf(int errnoValue);
-
 // The login name of the user running the program.
 std::string currentUserName();
 

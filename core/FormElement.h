@@ -25,7 +25,7 @@ inline constexpr std::size_t kFormElementCount = static_cast<std::size_t>(FormEl
 
 constexpr std::size_t indexOf(FormElement element) { return static_cast<std::size_t>(element); }
 
-// The design name of an element ("Text12"), used by files, the command line and diagnostics.
+// The internal name of an element ("Text12"), used by files, the command line and diagnostics.
 std::string_view elementName(FormElement element);
 std::optional<FormElement> elementByName(std::string_view name);
 

@@ -58,7 +58,7 @@ public:
                                                std::string_view initial) = 0;
     virtual void showNotice(Notice notice) = 0;
     virtual void beep() = 0;
-    // Opens another window by its design name ("optionen"), modally where the design says so.
+    // Opens another window by its internal name ("optionen"); a window that must be answered first opens modally.
     virtual void openWindow(std::string_view name) = 0;
 };
 

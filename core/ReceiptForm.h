@@ -25,7 +25,7 @@ struct FormChange
 {
     FormAspect aspect;
     FormElement element = FormElement::Count; // for Text, Visibility, Font
-    std::string_view name = {};               // for Switch and MenuCheck: the design name
+    std::string_view name = {};               // for Switch and MenuCheck: the internal name
 };
 
 // The open receipt and the state of the form around it: field texts, captions, visibility, the switches of the

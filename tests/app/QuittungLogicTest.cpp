@@ -34,7 +34,7 @@ TEST_F(QuittungLogicTest, FirstStartWithAnEmptyStoreUsesTheDefaultsAndAsksForThe
     EXPECT_EQ(form.printLayout(), PrintLayout::OneReceipt);
     EXPECT_EQ(form.text(F::Label1), "Quittung");
     EXPECT_TRUE(form.isChecked("steueran"));
-    EXPECT_EQ(form.text(F::Text3), "19"); // no mwst.dat yet: the design value stays for this run
+    EXPECT_EQ(form.text(F::Text3), "19"); // no mwst.dat yet: the form's own value stays for this run
     EXPECT_EQ(form.text(F::Text1), "00000001");
     EXPECT_EQ(form.text(F::Text2), "EUR");
     EXPECT_EQ(form.text(F::Datum2), "23.11.2026");
