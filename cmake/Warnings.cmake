@@ -33,15 +33,7 @@ function(zw_test name)
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gtest GTest::gmock GTest::gtest_main zw_flags)
   set(environment "QT_QPA_PLATFORM=offscreen;ZETTELWERK_DIST=${ZETTELWERK_DIST_DIR}")
-  if(ZETTELWERK_FUZZ)
-  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    message(FATAL_ERROR "ZETTELWERK_FUZZ needs clang: CXX=clang++ cmake ... -DZETTELWERK_FUZZ=ON")
-  endif()
-  # Coverage in every library, so that each fuzzer is guided by the code it reaches; the sanitizers come along.
-  set(ZETTELWERK_SANITIZE ON)
-  target_compile_options(zw_flags INTERFACE -fsanitize=fuzzer-no-link)
-endif()
-if(ZETTELWERK_SANITIZE)
+  if(ZETTELWERK_SANITIZE)
     # Leaks inside system libraries are suppressed by name; a finding of UBSan stops the test.
     list(APPEND environment "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
       "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1")

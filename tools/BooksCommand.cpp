@@ -1,5 +1,4 @@
 #include <QGuiApplication>
-#include <cstdio>
 #include <ostream>
 
 #include "app/AtomicFile.h"
@@ -11,7 +10,6 @@
 #include "core/RunError.h"
 #include "print/ArchivePdf.h"
 #include "print/Capture.h"
-#include "print/FormFonts.h"
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
 #include "tools/Environment.h"
@@ -22,25 +20,6 @@ namespace {
 
 constexpr const char* kOutsideNotice =
     "Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung ist im Änderungsprotokoll vermerkt.\n";
-
-// The reports draw text: a display-less platform is enough.
-std::unique_ptr<QGuiApplication> startToolkit()
-{
-    if (QCoreApplication::instance() != nullptr)
-        return nullptr;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "zettelwerk-cli";
-    static char* argv[] = {name, nullptr};
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
-        if (type == QtCriticalMsg || type == QtFatalMsg)
-            std::fputs((message.toStdString() + "\n").c_str(), stderr);
-    });
-    auto application = std::make_unique<QGuiApplication>(argc, argv);
-    installFontSubstitutes();
-    return application;
-}
 
 std::optional<BookDate> dateOption(CliContext& context, const std::string& name, bool& bad)
 {
@@ -82,7 +61,7 @@ int close(CliContext& context)
     const auto note = takeOption(context.arguments, "--note");
     if (context.arguments.size() > 2 || !counted)
         return usage(context, "ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]");
-    const auto application = startToolkit();
+    const auto application = OpenedReceipt::startToolkit();
     const ProgramPaths paths = programPaths(context);
     CashBook book(paths);
     CashBook::CloseRequest request;
@@ -123,7 +102,7 @@ int report(CliContext& context)
         return 2;
     if (context.arguments.size() != 2 || !day)
         return usage(context, "ledger report --day TT.MM.JJJJ AUSGABE.pdf");
-    const auto application = startToolkit();
+    const auto application = OpenedReceipt::startToolkit();
     const ProgramPaths paths = programPaths(context);
     CashBook book(paths);
     Capture capture(paths);

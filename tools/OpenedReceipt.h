@@ -26,7 +26,7 @@ struct OpenedReceipt
     // The photograph of the receipt that printing, the exports and the mail take.
     cDIBSection picture() const;
 
-private:
+    // Starts the display-less toolkit the drawing needs, unless one runs; other drawing commands call it too.
     static std::unique_ptr<QGuiApplication> startToolkit();
 };
 
