@@ -11,8 +11,10 @@ packages=(
 )
 # The mail password in the desktop's keyring.
 packages+=(qtkeychain-qt6-dev)
+# The year's chart.
+packages+=(qt6-charts-dev)
 if [[ "${1:-}" == "--tests" ]]; then
-  packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui clang libclang-rt-14-dev strace)
+  packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui clang libclang-rt-14-dev strace libxml2-utils)
   # The package check: building, unpacking and validating the .deb, and a private keyring for the password.
   packages+=(dpkg-dev fakeroot lintian man-db desktop-file-utils appstream shared-mime-info xdg-utils dbus gnome-keyring
              libsecret-tools)
