@@ -6,7 +6,7 @@
 namespace zw {
 namespace {
 
-constexpr std::array<MenuEntry, 98> kMenu = {{
+constexpr std::array<MenuEntry, 99> kMenu = {{
     {"datei", "&Datei", 0},
     {"neue", "&Neue Quittung erstellen", 1},
     {"oeffnen", "Quittung ö&ffnen...", 1, "F1"},
@@ -85,6 +85,7 @@ constexpr std::array<MenuEntry, 98> kMenu = {{
     {"step_kassenbuch", "-", 1},
     {"tagesabschluss", "&Tagesabschluss...", 1},
     {"aenderungsprotokoll", "Ä&nderungsprotokoll...", 1},
+    {"auswertung", "A&uswertung...", 1},
     {"desi", "D&esign", 0},
     {"butt", "&Buttons", 1},
     {"stand_button", "&Standard 3D", 2},
