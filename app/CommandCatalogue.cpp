@@ -6,7 +6,7 @@
 namespace zw {
 namespace {
 
-constexpr std::array<MenuEntry, 99> kMenu = {{
+constexpr std::array<MenuEntry, 100> kMenu = {{
     {"datei", "&Datei", 0},
     {"neue", "&Neue Quittung erstellen", 1},
     {"oeffnen", "Quittung ö&ffnen...", 1, "F1"},
@@ -20,6 +20,7 @@ constexpr std::array<MenuEntry, 99> kMenu = {{
     {"alsrtf", "Als &RTF Datei", 2},
     {"alsxml", "Als &XML Datei", 2},
     {"alspdf", "Als &PDF Datei", 2},
+    {"betriebspruefung", "&Daten für die Betriebsprüfung...", 2},
     {"step2", "-", 1},
     {"updaten", "@BProgramm &updaten", 1, "F11"},
     // The update window's own way in: the command above only shows the vendor's version page.
