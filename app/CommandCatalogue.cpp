@@ -6,7 +6,7 @@
 namespace zw {
 namespace {
 
-constexpr std::array<MenuEntry, 100> kMenu = {{
+constexpr std::array<MenuEntry, 102> kMenu = {{
     {"datei", "&Datei", 0},
     {"neue", "&Neue Quittung erstellen", 1},
     {"oeffnen", "Quittung ö&ffnen...", 1, "F1"},
@@ -21,6 +21,7 @@ constexpr std::array<MenuEntry, 100> kMenu = {{
     {"alsxml", "Als &XML Datei", 2},
     {"alspdf", "Als &PDF Datei", 2},
     {"betriebspruefung", "&Daten für die Betriebsprüfung...", 2},
+    {"datev", "DATEV-Exp&ort...", 2},
     {"step2", "-", 1},
     {"updaten", "@BProgramm &updaten", 1, "F11"},
     // The update window's own way in: the command above only shows the vendor's version page.
@@ -87,6 +88,8 @@ constexpr std::array<MenuEntry, 100> kMenu = {{
     {"tagesabschluss", "&Tagesabschluss...", 1},
     {"aenderungsprotokoll", "Ä&nderungsprotokoll...", 1},
     {"auswertung", "A&uswertung...", 1},
+    // The same window again, where the year's figures are looked at.
+    {"datev_statistik", "&DATEV-Export...", 1},
     {"desi", "D&esign", 0},
     {"butt", "&Buttons", 1},
     {"stand_button", "&Standard 3D", 2},
