@@ -21,32 +21,33 @@
 #include "ui/frame/FrmSplash1.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
+#include "ui/Parts.h"
 #include "desktop/KeyringPasswordStore.h"
 #include "ui/desktop/SingleInstance.h"
 
 namespace zw {
 
-// A part of the main window lives in its own file under ui/ and joins here with one line, in the order of the
-// list below. Its routine is declared where it is called, so the part needs no header for this.
-#define ZW_JOIN(install)                          \
-    do {                                          \
-        void install(const PartContext& context); \
-        install(context);                         \
-    } while (false)
+// The parts of the main window, joined in this order before its load. The order shows where parts share a place:
+// tabs beside the receipt come in it (the ledger's "Belegliste" first), and a window opener or start step named
+// twice goes to the later part. A new part is one line here.
+constexpr void (*kParts[])(const PartContext&) = {
+    installLedger,
+    installFrameCommands,
+    installPrinting,
+    installExports,
+    installAutocompletion,
+    installHelpWindow,
+    installListWindows,
+    installMail,
+    installService,
+    installSmallWindows,
+    installCashBook,
+};
 
 static void joinParts(const PartContext& context)
 {
-    ZW_JOIN(installLedger);
-    ZW_JOIN(installFrameCommands);
-    ZW_JOIN(installPrinting);
-    ZW_JOIN(installExports);
-    ZW_JOIN(installAutocompletion);
-    ZW_JOIN(installHelpWindow);
-    ZW_JOIN(installListWindows);
-    ZW_JOIN(installMail);
-    ZW_JOIN(installService);
-    ZW_JOIN(installSmallWindows);
-    ZW_JOIN(installCashBook);
+    for (auto install : kParts)
+        install(context);
 }
 
 } // namespace zw

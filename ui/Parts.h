@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ui/export/ExportCommands.h"
+#include "ui/frame/FrameCommands.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/lists/Autocompletion.h"
+#include "ui/lists/ListWindow.h"
+#include "ui/mail/MailWindows.h"
+#include "ui/print/PrintCommands.h"
+#include "ui/service/ServiceWindows.h"
+#include "ui/service/SmallWindows.h"
+
+namespace zw {
+
+struct PartContext;
+
+// The install routines of the parts whose folder has no header for them.
+void installCashBook(const PartContext& context);
+void installDatevExport(const PartContext& context);
+void installAuditExport(const PartContext& context);
+void installYearChart(const PartContext& context);
+
+} // namespace zw
