@@ -11,8 +11,8 @@ packages=(
 )
 # The mail password in the desktop's keyring.
 packages+=(qtkeychain-qt6-dev)
-# The year's chart.
-packages+=(qt6-charts-dev)
+# The year's chart; its CMake package asks for Qt OpenGL's, which qt6-base-dev leaves out.
+packages+=(qt6-charts-dev libqt6opengl6-dev)
 if [[ "${1:-}" == "--tests" ]]; then
   packages+=(qpdf poppler-utils unzip zip xvfb xauth imagemagick python3 python3-pil python3-aiosmtpd img2pdf cups printer-driver-cups-pdf libreoffice-writer-nogui clang libclang-rt-14-dev strace libxml2-utils)
   # The package check: building, unpacking and validating the .deb, and a private keyring for the password.
