@@ -23,7 +23,9 @@ std::span<const CliCommand> commands()
                    "  zettelwerk-cli ledger storno NUMMER   Beleg stornieren (Gegenbuchung)\n"
                    "  zettelwerk-cli ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]   Tagesabschluss\n"
                    "  zettelwerk-cli ledger report --day TT.MM.JJJJ AUSGABE.pdf   Kassenbericht eines "
-                   "abgeschlossenen Tages",
+                   "abgeschlossenen Tages\n"
+                   "  zettelwerk-cli ledger gdpdu --from TT.MM.JJJJ --to TT.MM.JJJJ ORDNER   Daten für die "
+                   "Betriebsprüfung (GDPdU/GoBD) nach ORDNER",
                    &runLedgerWithBooks},
         CliCommand{"journal",
                    "journal verify | show [--from TT.MM.JJJJ] [--to TT.MM.JJJJ]  Änderungsprotokoll der "

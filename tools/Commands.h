@@ -9,6 +9,7 @@ namespace zw::cli {
 // Every command of the companion command line; each lives in its own file.
 std::span<const CliCommand> commands();
 
+int runAuditExport(CliContext& context);
 int runBackup(CliContext& context);
 int runExport(CliContext& context);
 int runInfo(CliContext& context);
