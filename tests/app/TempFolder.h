@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -43,6 +44,21 @@ inline std::string readBytes(const std::filesystem::path& file)
 {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// Where two byte sequences first part, empty when they are equal: a failure names a place instead of printing
+// megabytes.
+template <typename Bytes>
+std::string firstDifference(const Bytes& actual, const Bytes& expected)
+{
+    const std::size_t common = std::min(actual.size(), expected.size());
+    std::size_t at = 0;
+    while (at < common && actual[at] == expected[at])
+        ++at;
+    if (at == common && actual.size() == expected.size())
+        return {};
+    return "byte " + std::to_string(at) + " of " + std::to_string(actual.size()) + " (expected " +
+           std::to_string(expected.size()) + ")";
 }
 
 } // namespace zw::test

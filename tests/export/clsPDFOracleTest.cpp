@@ -205,7 +205,7 @@ TEST_F(clsPDFOracle, PicturePagesRenderBackToTheSourcePixels)
                 }
             }
         }
-        EXPECT_TRUE(sampled.pixels == expected.pixels) << "rendered pixels differ from the source";
+        EXPECT_EQ(test::firstDifference(sampled.pixels, expected.pixels), "") << "rendered pixels differ from the source";
     }
 }
 
