@@ -43,7 +43,6 @@ public:
     bool CancelError = false;
 
     void setPresenter(Presenter presenter) { m_presenter = std::move(presenter); }
-    bool hasPresenter() const { return static_cast<bool>(m_presenter); }
 
     // Show the dialog. A choice becomes FileName. A cancel empties FileName and, with CancelError set, throws
     // cancelled(). Without a presenter the dialog counts as cancelled.

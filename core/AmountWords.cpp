@@ -156,13 +156,4 @@ std::string BetragInWorten(double value)
     return words;
 }
 
-std::string SuchenUndErsetzen(std::string_view text, std::string_view find, std::string_view replacement)
-{
-    const std::size_t at = text.empty() ? std::string_view::npos : text.find(find);
-    if (at == std::string_view::npos)
-        return std::string(text);
-    return std::string(text.substr(0, at)) + std::string(replacement) +
-           std::string(text.substr(at + find.size()));
-}
-
 } // namespace zw

@@ -24,8 +24,4 @@ std::string_view digitWords(int digit);           // "ein" ... "neun", "" otherw
 std::string pairWords(int value);                 // below 100
 std::string tripletWords(std::string_view group); // three characters
 
-// The main window's small text routine: the first occurrence of find replaced. No command calls it. As the
-// run time's search does, an empty find matches at the start of a non-empty text.
-std::string SuchenUndErsetzen(std::string_view text, std::string_view find, std::string_view replacement);
-
 } // namespace zw

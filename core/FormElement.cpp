@@ -17,13 +17,4 @@ constexpr std::array<std::string_view, kFormElementCount> kNames = {
 
 std::string_view elementName(FormElement element) { return kNames[indexOf(element)]; }
 
-std::optional<FormElement> elementByName(std::string_view name)
-{
-    for (std::size_t i = 0; i < kNames.size(); ++i) {
-        if (kNames[i] == name)
-            return static_cast<FormElement>(i);
-    }
-    return std::nullopt;
-}
-
 } // namespace zw

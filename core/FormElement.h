@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 namespace zw {
@@ -27,6 +26,5 @@ constexpr std::size_t indexOf(FormElement element) { return static_cast<std::siz
 
 // The internal name of an element ("Text12"), used by files, the command line and diagnostics.
 std::string_view elementName(FormElement element);
-std::optional<FormElement> elementByName(std::string_view name);
 
 } // namespace zw

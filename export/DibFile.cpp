@@ -67,6 +67,4 @@ void saveBitmapFile(const cDIBSection& surface, const std::filesystem::path& pat
 
 cDIBSection loadBitmapFile(const std::filesystem::path& path) { return toSurface(readBitmapFile(path)); }
 
-cDIBSection parseBitmapBytes(std::string_view bytes) { return toSurface(parseBitmapFile(bytes)); }
-
 } // namespace zw

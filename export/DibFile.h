@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 #include "export/cDIBSection.h"
 
@@ -17,6 +16,5 @@ void saveBitmapFile(const cDIBSection& surface, const std::filesystem::path& pat
 
 // A bitmap file read into a surface. Throws RunError as readBitmapFile does.
 cDIBSection loadBitmapFile(const std::filesystem::path& path);
-cDIBSection parseBitmapBytes(std::string_view bytes);
 
 } // namespace zw

@@ -91,17 +91,6 @@ void cDIBSection::CopyToClipboard(DibClipboard& clipboard, bool asBitmap) const
         clipboard.setBitmap(*this);
 }
 
-bool cDIBSection::CreateDIB(std::uintptr_t& hdc, int Width, int Height, std::uintptr_t& hDib)
-{
-    if (!Create(Width, Height)) {
-        hDib = 0;
-        return false;
-    }
-    hdc = m_hdc;
-    hDib = m_hDib;
-    return true;
-}
-
 bool cDIBSection::Create(int Width, int Height)
 {
     ClearUp();
@@ -188,11 +177,6 @@ void cDIBSection::blit(const cDIBSection* source, int sourceX, int sourceY, cDIB
         for (std::size_t i = 0; i < bytes; ++i)
             to[i] = combine(rop, from != nullptr ? from[i] : 0, to[i]);
     }
-}
-
-void cDIBSection::LoadPictureBlt(const cDIBSection& source, int X, int Y, int Width, int Height, RasterOp Rop)
-{
-    blit(usesSource(Rop) ? &source : nullptr, X, Y, *this, 0, 0, Width, Height, Rop);
 }
 
 void cDIBSection::PaintPicture(cDIBSection& target, int X, int Y, int Width, int Height, int SrcX, int SrcY,

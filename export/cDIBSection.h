@@ -52,8 +52,6 @@ public:
     // With asBitmap the surface goes onto the clipboard as a bitmap; the other form was never possible.
     void CopyToClipboard(DibClipboard& clipboard, bool asBitmap = true) const;
 
-    // Makes a section of the given size; hDib receives its handle. False when the size is impossible.
-    bool CreateDIB(std::uintptr_t& hdc, int Width, int Height, std::uintptr_t& hDib);
     // The picture's size, Create, then its pixels blitted in.
     bool CreateFromPicture(const Bitmap& Picture);
     // ClearUp, then a new black section. False (and no section) when the size is zero, negative or too large.
@@ -69,9 +67,6 @@ public:
     const std::uint8_t* DIBSectionBitsPtr() const { return m_bits.empty() ? nullptr : m_bits.data(); }
     std::size_t byteSize() const { return m_bits.size(); }
 
-    // From the device context `source` at (X, Y), Width x Height pixels into this surface's top left corner.
-    void LoadPictureBlt(const cDIBSection& source, int X, int Y, int Width, int Height,
-                        RasterOp Rop = RasterOp::SRCCOPY);
     // This surface from (SrcX, SrcY) out to `target` at (X, Y); both sides are clipped.
     void PaintPicture(cDIBSection& target, int X, int Y, int Width, int Height, int SrcX = 0, int SrcY = 0,
                       RasterOp Rop = RasterOp::SRCCOPY) const;

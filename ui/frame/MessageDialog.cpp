@@ -9,8 +9,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "core/GermanNumbers.h"
-#include "core/RunError.h"
 
 namespace zw {
 namespace {
@@ -65,7 +63,7 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
     message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* textColumn = new QVBoxLayout;
     textColumn->addWidget(message);
-    if (shape == Shape::Text || shape == Shape::Number) {
+    if (shape == Shape::Text) {
         m_input = new QLineEdit(qt(initial), this);
         m_input->setObjectName("input");
         m_input->selectAll();
@@ -169,20 +167,6 @@ std::optional<std::string> MessageDialog::askText(QWidget* parent, std::string_v
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.m_input->text().toStdString();
-}
-
-std::optional<double> MessageDialog::askNumber(QWidget* parent, std::string_view text, MessageStyle style,
-                                               std::string_view title, std::string_view initial,
-                                               const HelpOpener& openHelp)
-{
-    MessageDialog dialog(parent, Shape::Number, text, static_cast<int>(style), title, initial, openHelp);
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    try {
-        return parseAmount(dialog.m_input->text().toStdString());
-    } catch (const RunError&) {
-        return std::nullopt;
-    }
 }
 
 } // namespace zw

@@ -30,9 +30,6 @@ public:
     static std::optional<std::string> askText(QWidget* parent, std::string_view text, MessageStyle style,
                                               std::string_view title, std::string_view initial,
                                               const HelpOpener& openHelp);
-    static std::optional<double> askNumber(QWidget* parent, std::string_view text, MessageStyle style,
-                                           std::string_view title, std::string_view initial,
-                                           const HelpOpener& openHelp);
 
     // The message shape with a window's own button captions: the first answers yes, every other no.
     static int askWithCaptions(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title,
@@ -44,7 +41,7 @@ public:
     static int messageBox(QWidget* parent, std::string_view text, int style, std::string_view title);
 
 private:
-    enum class Shape { Message, Question, Text, Number, Box };
+    enum class Shape { Message, Question, Text, Box };
     MessageDialog(QWidget* parent, Shape shape, std::string_view text, int style, std::string_view title,
                   std::string_view initial, const HelpOpener& openHelp, const QStringList& captions = {});
 
