@@ -91,7 +91,7 @@ TEST_F(OptionenLogicTest, SaveWritesTheThreeFilesAndTheCalculationSwitchThenTheN
     EXPECT_EQ(form.abstand(), "") << "the main window's own print fields are not touched";
 }
 
-TEST_F(OptionenLogicTest, ShortPrintFileEndsTheLoadAndLeavesTheRestAtDesignValues)
+TEST_F(OptionenLogicTest, ShortPrintFileEndsTheLoadAndLeavesTheLaterFieldsAsTheWindowOpened)
 {
     home.writeBytes("druck.dat", "10\r\n1\r\n20\r\n5\r\n");
     home.writeBytes("nummer.dat", "42\r\n");
