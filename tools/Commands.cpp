@@ -20,6 +20,8 @@ std::span<const CliCommand> commands()
                    "ledger totals BELEGE.DAT   Summen der Belegliste und Kassenstand\n"
                    "  zettelwerk-cli ledger file QUITTUNG.ZW5   Quittung in die Belegliste des "
                    "Programmordners aufnehmen\n"
+                   "  zettelwerk-cli ledger datev --from TT.MM.JJJJ --to TT.MM.JJJJ AUSGABE.csv   DATEV-Buchungsstapel "
+                   "für den Steuerberater\n"
                    "  zettelwerk-cli ledger storno NUMMER   Beleg stornieren (Gegenbuchung)\n"
                    "  zettelwerk-cli ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]   Tagesabschluss\n"
                    "  zettelwerk-cli ledger report --day TT.MM.JJJJ AUSGABE.pdf   Kassenbericht eines "

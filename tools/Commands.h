@@ -14,6 +14,7 @@ int runBackup(CliContext& context);
 int runExport(CliContext& context);
 int runInfo(CliContext& context);
 int runLedger(CliContext& context);
+int runLedgerDatev(CliContext& context);
 int runLedgerWithBooks(CliContext& context);
 int runJournal(CliContext& context);
 int runLists(CliContext& context);

@@ -37,6 +37,8 @@ int fileReceiptFile(CliContext& context, const std::filesystem::path& receipt)
 int runLedger(CliContext& context)
 {
     auto& arguments = context.arguments;
+    if (!arguments.empty() && arguments[0] == "datev")
+        return runLedgerDatev(context);
     if (arguments.size() != 2 || (arguments[0] != "totals" && arguments[0] != "file")) {
         context.err << "Aufruf: zettelwerk-cli ledger totals BELEGE.DAT | ledger file QUITTUNG.ZW5\n";
         return 2;
