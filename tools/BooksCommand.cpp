@@ -175,6 +175,8 @@ int runJournal(CliContext& context)
 int runLedgerWithBooks(CliContext& context)
 {
     const std::string what = context.arguments.empty() ? std::string() : context.arguments[0];
+    if (what == "chart")
+        return runLedgerChart(context);
     if (what == "gdpdu")
         return runAuditExport(context);
     if (what != "storno" && what != "close" && what != "report" && what != "file")

@@ -26,6 +26,8 @@ std::span<const CliCommand> commands()
                    "  zettelwerk-cli ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]   Tagesabschluss\n"
                    "  zettelwerk-cli ledger report --day TT.MM.JJJJ AUSGABE.pdf   Kassenbericht eines "
                    "abgeschlossenen Tages\n"
+                   "  zettelwerk-cli ledger chart --year JJJJ [--size BREITExHÖHE] AUSGABE.png   Auswertung "
+                   "eines Jahres als Bild\n"
                    "  zettelwerk-cli ledger gdpdu --from TT.MM.JJJJ --to TT.MM.JJJJ ORDNER   Daten für die "
                    "Betriebsprüfung (GDPdU/GoBD) nach ORDNER",
                    &runLedgerWithBooks},

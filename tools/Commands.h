@@ -16,6 +16,7 @@ int runInfo(CliContext& context);
 int runLedger(CliContext& context);
 int runLedgerDatev(CliContext& context);
 int runLedgerWithBooks(CliContext& context);
+int runLedgerChart(CliContext& context);
 int runJournal(CliContext& context);
 int runLists(CliContext& context);
 int runMail(CliContext& context);
