@@ -3,3 +3,6 @@
 zw_bench(zw_lists_bench SOURCES AutocompleteBench.cpp LIBS zw_lists)
 # The article list: loading and saving 100,000 rows beside cat and cp on the same file, a 10,000-row report.
 zw_bench(zw_list_table_bench SOURCES ListBench.cpp LIBS zw_lists)
+# The article list's load of 100,000 rows against cat of the same file in the same run: min, median, ratio.
+add_executable(zw_list_load_ratio ListLoadRatio.cpp)
+target_link_libraries(zw_list_load_ratio PRIVATE zw_lists zw_flags)

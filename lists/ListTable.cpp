@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <optional>
+#include <stdexcept>
 
 #include "app/AtomicFile.h"
 #include "app/FileLock.h"
@@ -112,130 +115,368 @@ std::string linkHint(std::string_view cell)
     return {};
 }
 
-const std::string& ListTable::cell(int row, std::string_view columnKey) const
+ListRowCells::operator std::vector<std::string>() const
 {
-    static const std::string kNone;
-    const std::size_t column = columnIndex(*m_kind, columnKey);
-    if (row < 0 || row >= rowCount() || column >= m_kind->columns.size())
-        return kNone;
-    return m_rows[static_cast<std::size_t>(row)][column];
+    std::vector<std::string> cells;
+    cells.reserve(size());
+    for (std::size_t column = 0; column < size(); ++column)
+        cells.emplace_back(m_table->text(m_row, column));
+    return cells;
 }
 
-void ListTable::setCell(int row, int column, std::string text)
+ListTable::ListTable(const ListKind& kind)
+    : m_kind(&kind), m_amountColumn(kind.hasAmounts ? columnIndex(kind, "betrag") : kind.columns.size())
 {
-    m_rows.at(static_cast<std::size_t>(row)).at(static_cast<std::size_t>(column)) = std::move(text);
+}
+
+std::string ListTable::cell(int row, std::string_view columnKey) const
+{
+    const std::size_t column = columnIndex(*m_kind, columnKey);
+    if (row < 0 || row >= rowCount() || column >= columnCount())
+        return {};
+    return std::string(text(static_cast<std::size_t>(row), column));
+}
+
+void ListTable::setCell(int row, int column, std::string_view text)
+{
+    if (row < 0 || row >= rowCount() || column < 0 || static_cast<std::size_t>(column) >= columnCount())
+        throw std::out_of_range("ListTable::setCell");
+    // The old text stays in the buffer until the next save lays it out anew.
+    m_cells[static_cast<std::size_t>(row) * columnCount() + static_cast<std::size_t>(column)] = {m_text.size(),
+                                                                                                   text.size()};
+    m_text.append(text);
 }
 
 void ListTable::insertRow(int at)
 {
     at = std::clamp(at, 0, rowCount());
-    m_rows.insert(m_rows.begin() + at, std::vector<std::string>(m_kind->columns.size()));
+    m_cells.insert(m_cells.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(at) * columnCount()),
+                   columnCount(), Span{});
 }
 
 void ListTable::removeRows(const std::vector<int>& rows)
 {
-    std::vector<int> sorted = rows;
-    std::sort(sorted.begin(), sorted.end(), std::greater<>());
-    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    for (int row : sorted) {
+    std::vector<bool> removed(static_cast<std::size_t>(rowCount()), false);
+    for (int row : rows) {
         if (row >= 0 && row < rowCount())
-            m_rows.erase(m_rows.begin() + row);
+            removed[static_cast<std::size_t>(row)] = true;
+    }
+    std::size_t kept = 0;
+    for (std::size_t row = 0; row < removed.size(); ++row) {
+        if (removed[row])
+            continue;
+        std::copy_n(m_cells.begin() + static_cast<std::ptrdiff_t>(row * columnCount()), columnCount(),
+                    m_cells.begin() + static_cast<std::ptrdiff_t>(kept * columnCount()));
+        ++kept;
+    }
+    m_cells.resize(kept * columnCount());
+}
+
+namespace {
+
+// "#####.##" of a plain amount ("12", "12,5", "0,50") without the general number reader, which costs more than
+// the rest of a list's load: the whole digits without leading zeros, the comma, up to two decimals without
+// trailing zeros. False for anything else, which then goes the general way.
+bool appendPlainAmount(std::string& out, std::string_view text)
+{
+    const std::size_t comma = text.find(',');
+    std::string_view whole = text.substr(0, comma);
+    std::string_view decimals = comma == std::string_view::npos ? std::string_view() : text.substr(comma + 1);
+    const auto digits = [](std::string_view part) {
+        return std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
+    };
+    if ((whole.empty() && decimals.empty()) || decimals.size() > 2 || !digits(whole) || !digits(decimals))
+        return false;
+    while (!whole.empty() && whole.front() == '0')
+        whole.remove_prefix(1);
+    while (!decimals.empty() && decimals.back() == '0')
+        decimals.remove_suffix(1);
+    // Beyond 15 significant digits the general way rounds as the run time did.
+    if (whole.size() + decimals.size() > 15)
+        return false;
+    out.append(whole);
+    out += ',';
+    out.append(decimals);
+    return true;
+}
+
+// UTF-8 of each byte 0x80..0xFF, taken from the one conversion table so that both stay the same.
+const std::array<std::string, 128>& utf8OfHighBytes()
+{
+    static const std::array<std::string, 128> table = [] {
+        std::array<std::string, 128> result;
+        for (std::size_t i = 0; i < result.size(); ++i)
+            result[i] = cp1252ToUtf8(std::string(1, static_cast<char>(0x80 + i)));
+        return result;
+    }();
+    return table;
+}
+
+} // namespace
+
+void ListTable::appendCell(std::string_view field, std::size_t column, bool highBytes, Encoding encoding)
+{
+    if (column > 0)
+        m_text += ';';
+    const std::size_t cellBegin = m_text.size();
+    if (column != m_amountColumn || !appendPlainAmount(m_text, field)) {
+        if (highBytes && encoding == Encoding::Windows1252) {
+            const auto& utf8 = utf8OfHighBytes();
+            std::size_t run = 0;
+            for (std::size_t i = 0; i < field.size(); ++i) {
+                const auto byte = static_cast<unsigned char>(field[i]);
+                if (byte >= 0x80) {
+                    m_text.append(field.substr(run, i - run));
+                    m_text.append(utf8[byte - 0x80]);
+                    run = i + 1;
+                }
+            }
+            m_text.append(field.substr(run));
+        } else {
+            m_text.append(field);
+        }
+        if (column == m_amountColumn) {
+            const std::string amount = formatPatternText(std::string_view(m_text).substr(cellBegin), kAmountPattern);
+            m_text.resize(cellBegin);
+            m_text.append(amount);
+        }
+    }
+    m_cells.push_back({cellBegin, m_text.size() - cellBegin});
+}
+
+namespace {
+
+enum ByteClass : unsigned char
+{
+    Plain,
+    Separator,
+    LineEnd,
+    High
+};
+
+constexpr std::array<ByteClass, 256> kByteClasses = [] {
+    std::array<ByteClass, 256> classes{};
+    classes[static_cast<unsigned char>(';')] = Separator;
+    classes[static_cast<unsigned char>('\r')] = LineEnd;
+    classes[static_cast<unsigned char>('\n')] = LineEnd;
+    for (std::size_t byte = 0x80; byte < classes.size(); ++byte)
+        classes[byte] = High;
+    return classes;
+}();
+
+// The first byte from `at` on that is not Plain; eight bytes at a time while none of them is one.
+std::size_t skipPlainBytes(std::string_view text, std::size_t at)
+{
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    // Nonzero when a byte of an ASCII word equals `byte` (or, after such a byte, may falsely say so).
+    const auto holds = [](std::uint64_t word, char byte) {
+        const std::uint64_t matches = word ^ (kOnes * static_cast<unsigned char>(byte));
+        return (matches - kOnes) & ~matches & kHighBits;
+    };
+    for (; at + 8 <= text.size(); at += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if (((word & kHighBits) | holds(word, ';') | holds(word, '\r') | holds(word, '\n')) != 0)
+            break;
+    }
+    while (at < text.size() && kByteClasses[static_cast<unsigned char>(text[at])] == Plain)
+        ++at;
+    return at;
+}
+
+} // namespace
+
+std::size_t ListTable::appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds)
+{
+    const std::size_t lineBegin = m_text.size();
+    std::size_t column = 0;
+    std::size_t fieldBegin = at;
+    bool highBytes = false;
+    // One pass over the line: the byte's class says whether it ends a cell, the line or needs converting.
+    for (;; ++at) {
+        at = skipPlainBytes(text, at);
+        const ByteClass byteClass = at < text.size() ? kByteClasses[static_cast<unsigned char>(text[at])] : LineEnd;
+        if (byteClass == Plain || (byteClass == LineEnd && lineEnds == LineEnds::InCell && at < text.size()))
+            continue;
+        if (byteClass == High) {
+            highBytes = true;
+            continue;
+        }
+        // Fields beyond the columns stay in the last cell with their ";".
+        if (byteClass == Separator && column + 1 == columnCount())
+            continue;
+        appendCell(text.substr(fieldBegin, at - fieldBegin), column++, highBytes, encoding);
+        fieldBegin = at + 1;
+        highBytes = false;
+        if (byteClass == LineEnd)
+            break;
+    }
+    for (; column < columnCount(); ++column)
+        appendCell({}, column, false, encoding);
+    // A line whose cells are all empty (";" alone) is no row of the file, as a row not typed into yet.
+    if (m_text.size() - lineBegin > columnCount() - 1)
+        m_loaded.push_back({lineBegin, m_text.size() - lineBegin});
+    return at;
+}
+
+void ListTable::appendLines(std::string_view text, Encoding encoding)
+{
+    // CR LF, a lone CR and LF all end a line, and empty lines are passed over: so every run of other bytes is a
+    // row, whichever line end stands between.
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (kByteClasses[static_cast<unsigned char>(text[at])] == LineEnd)
+            ++at;
+        else
+            at = appendRow(text, at, encoding, LineEnds::EndTheRow);
     }
 }
 
 std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line)
 {
-    std::vector<std::string> cells(kind.columns.size());
-    std::size_t column = 0;
-    std::size_t start = 0;
-    while (true) {
-        const std::size_t end = column + 1 < cells.size() ? line.find(';', start) : std::string_view::npos;
-        cells[column] = std::string(line.substr(start, end == std::string_view::npos ? end : end - start));
-        if (end == std::string_view::npos)
-            break;
-        start = end + 1;
-        ++column;
-    }
-    if (kind.hasAmounts) {
-        std::string& amount = cells[columnIndex(kind, "betrag")];
-        amount = formatPatternText(amount, kAmountPattern);
-    }
-    return cells;
+    ListTable table(kind);
+    table.appendRow(line, 0, ListTable::Encoding::Utf8, ListTable::LineEnds::InCell);
+    return table.rows()[0];
 }
 
-namespace {
-
-std::vector<std::vector<std::string>> rowsOfText(const ListKind& kind, const std::string& text)
+bool ListTable::isUntyped(std::size_t row) const
 {
-    std::vector<std::vector<std::string>> rows;
-    for (const std::string& line : splitLines(text)) {
-        if (!line.empty())
-            rows.push_back(cellsOfLine(kind, line));
-    }
-    return rows;
+    const auto first = m_cells.begin() + static_cast<std::ptrdiff_t>(row * columnCount());
+    return std::all_of(first, first + static_cast<std::ptrdiff_t>(columnCount()),
+                       [](const Span& cell) { return cell.size == 0; });
 }
 
-bool isUntyped(const std::vector<std::string>& row)
+void ListTable::load(const std::filesystem::path& file)
 {
-    return std::all_of(row.begin(), row.end(), [](const std::string& cell) { return cell.empty(); });
+    ListTable loaded(*m_kind);
+    std::error_code error;
+    const auto size = static_cast<std::size_t>(std::filesystem::file_size(file, error));
+    if (!error)
+        loaded.m_text.reserve(size + size / 8);
+    std::string unfinished; // a line cut by the end of a block
+    readFileInBlocks(file, [&](std::string_view block) {
+        if (loaded.m_cells.capacity() == 0 && !error) {
+            // Room for the rows, judged by the line ends of the file's first 64 KiB, so the cells seldom move;
+            // past 64 MiB of cells the vector grows as it needs.
+            const std::string_view sample = block.substr(0, std::size_t{1} << 16);
+            const auto lineEnds = static_cast<std::size_t>(
+                std::max(std::count(sample.begin(), sample.end(), '\n'), std::count(sample.begin(), sample.end(), '\r')));
+            const std::size_t rows = (lineEnds + 1) * (size / std::max<std::size_t>(sample.size(), 1) + 1);
+            loaded.m_cells.reserve(std::min(rows * columnCount(), (std::size_t{64} << 20) / sizeof(Span)));
+        }
+        const std::size_t lastEnd = block.find_last_of("\r\n");
+        if (lastEnd == std::string_view::npos) {
+            unfinished.append(block);
+            return;
+        }
+        std::size_t from = 0;
+        if (!unfinished.empty()) {
+            from = block.find_first_of("\r\n");
+            unfinished.append(block.substr(0, from));
+            loaded.appendLines(unfinished, Encoding::Windows1252);
+            unfinished.clear();
+        }
+        loaded.appendLines(block.substr(from, lastEnd - from), Encoding::Windows1252);
+        unfinished.assign(block.substr(lastEnd + 1));
+    });
+    if (!unfinished.empty())
+        loaded.appendLines(unfinished, Encoding::Windows1252);
+    *this = std::move(loaded);
 }
 
-std::string lineOf(const std::vector<std::string>& row)
-{
-    std::string line;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (i > 0)
-            line += ';';
-        line += row[i];
-    }
-    return line;
-}
-
-std::vector<std::string> linesOf(const std::vector<std::vector<std::string>>& rows)
+std::vector<std::string> ListTable::loadedLines() const
 {
     std::vector<std::string> lines;
-    for (const auto& row : rows) {
+    lines.reserve(m_loaded.size());
+    for (const Span line : m_loaded)
+        lines.emplace_back(lineText(line));
+    return lines;
+}
+
+std::vector<std::string> ListTable::fileLines() const
+{
+    std::vector<std::string> lines;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(rowCount()); ++row) {
         // A row added but not typed into yet is no row of the file: it is saved once something was entered.
-        if (!isUntyped(row))
-            lines.push_back(lineOf(row));
+        if (isUntyped(row))
+            continue;
+        std::string& line = lines.emplace_back();
+        for (std::size_t column = 0; column < columnCount(); ++column) {
+            if (column > 0)
+                line += ';';
+            line.append(text(row, column));
+        }
     }
     return lines;
 }
 
-} // namespace
-
-void ListTable::load(const std::filesystem::path& file)
-{
-    m_rows = rowsOfText(*m_kind, cp1252ToUtf8(readFileBytes(file)));
-    m_loaded = linesOf(m_rows);
-}
-
-std::vector<std::string> ListTable::fileLines() const { return linesOf(m_rows); }
-
 std::string ListTable::fileBytes() const
 {
     std::string text;
-    for (const auto& line : fileLines())
-        text += line + "\r\n";
+    for (const auto& line : fileLines()) {
+        text += line;
+        text += "\r\n";
+    }
     return utf8ToCp1252(text);
+}
+
+bool ListTable::sameCells(const ListTable& other) const
+{
+    if (other.m_cells.size() != m_cells.size())
+        return false;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(rowCount()); ++row) {
+        for (std::size_t column = 0; column < columnCount(); ++column) {
+            if (text(row, column) != other.text(row, column))
+                return false;
+        }
+    }
+    return true;
+}
+
+void ListTable::layOutAfterSave()
+{
+    ListTable laidOut(*m_kind);
+    laidOut.m_text.reserve(m_text.size());
+    laidOut.m_cells.reserve(m_cells.size());
+    for (std::size_t row = 0; row < static_cast<std::size_t>(rowCount()); ++row) {
+        const std::size_t lineBegin = laidOut.m_text.size();
+        for (std::size_t column = 0; column < columnCount(); ++column) {
+            if (column > 0)
+                laidOut.m_text += ';';
+            laidOut.m_cells.push_back({laidOut.m_text.size(), text(row, column).size()});
+            laidOut.m_text.append(text(row, column));
+        }
+        if (!isUntyped(row))
+            laidOut.m_loaded.push_back({lineBegin, laidOut.m_text.size() - lineBegin});
+    }
+    *this = std::move(laidOut);
 }
 
 bool ListTable::save(const std::filesystem::path& file)
 {
     bool merged = false;
     updateFileLocked(file, [&](const FileOnDisk& onDisk) -> std::optional<std::string> {
-        const auto onDiskLines = linesOf(rowsOfText(*m_kind, cp1252ToUtf8(onDisk.bytes)));
-        if (onDisk.exists && onDiskLines != m_loaded) {
-            std::vector<std::vector<std::string>> rows;
-            for (const auto& line : mergeLineChanges(m_loaded, fileLines(), onDiskLines))
-                rows.push_back(cellsOfLine(*m_kind, line));
-            std::copy_if(m_rows.begin(), m_rows.end(), std::back_inserter(rows), isUntyped);
-            merged = rows != m_rows;
-            m_rows = std::move(rows);
+        ListTable disk(*m_kind);
+        disk.appendLines(onDisk.bytes, Encoding::Windows1252);
+        const bool changedOutside =
+            disk.m_loaded.size() != m_loaded.size() ||
+            !std::equal(m_loaded.begin(), m_loaded.end(), disk.m_loaded.begin(),
+                        [&](Span mine, Span theirs) { return lineText(mine) == disk.lineText(theirs); });
+        if (onDisk.exists && changedOutside) {
+            ListTable result(*m_kind);
+            for (const auto& line : mergeLineChanges(loadedLines(), fileLines(), disk.loadedLines()))
+                result.appendRow(line, 0, Encoding::Utf8, LineEnds::InCell);
+            for (std::size_t row = 0; row < static_cast<std::size_t>(rowCount()); ++row) {
+                if (isUntyped(row))
+                    result.m_cells.resize(result.m_cells.size() + columnCount());
+            }
+            merged = !sameCells(result);
+            *this = std::move(result);
         }
         return fileBytes();
     });
-    m_loaded = fileLines();
+    layOutAfterSave();
     return merged;
 }
 

@@ -60,18 +60,74 @@ std::string gridErrorText(GridOperation operation, int number, std::string_view 
 // The hint over a cell: web, mail or file link; empty for plain text.
 std::string linkHint(std::string_view cell);
 
+class ListTable;
+
+// One row of a ListTable: each cell reads as a copy of its text, so callers hold strings, not the table's bytes.
+class ListRowCells
+{
+public:
+    class Iterator
+    {
+    public:
+        Iterator(const ListRowCells& row, std::size_t column) : m_row(&row), m_column(column) {}
+        std::string operator*() const { return (*m_row)[m_column]; }
+        Iterator& operator++()
+        {
+            ++m_column;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return m_column == other.m_column; }
+
+    private:
+        const ListRowCells* m_row;
+        std::size_t m_column;
+    };
+
+    ListRowCells(const ListTable& table, std::size_t row) : m_table(&table), m_row(row) {}
+    std::size_t size() const;
+    std::string operator[](std::size_t column) const;
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, size()}; }
+    // Implicit, so a row passes wherever a row of strings is taken.
+    operator std::vector<std::string>() const;
+
+private:
+    const ListTable* m_table;
+    std::size_t m_row;
+};
+
+// The rows of a ListTable, indexed as the grid indexes them.
+class ListRows
+{
+public:
+    explicit ListRows(const ListTable& table) : m_table(&table) {}
+    std::size_t size() const;
+    ListRowCells operator[](std::size_t row) const { return {*m_table, row}; }
+
+private:
+    const ListTable* m_table;
+};
+
 // The rows of one list file: ";" on disk, one cell per column in memory, Windows-1252 with CR LF.
+// The cells' UTF-8 text lies in one buffer, row after row, each cell found by its offset and size; a cell
+// typed into is appended to the buffer, which a save lays out anew.
 class ListTable
 {
 public:
-    explicit ListTable(const ListKind& kind) : m_kind(&kind) {}
+    explicit ListTable(const ListKind& kind);
 
     const ListKind& kind() const { return *m_kind; }
-    const std::vector<std::vector<std::string>>& rows() const { return m_rows; }
-    int rowCount() const { return static_cast<int>(m_rows.size()); }
-    const std::string& cell(int row, std::string_view columnKey) const;
+    ListRows rows() const { return ListRows(*this); }
+    int rowCount() const { return static_cast<int>(m_cells.size() / columnCount()); }
+    std::string cell(int row, std::string_view columnKey) const;
+    // The cell's text without a copy; valid until the table changes. The row and column must exist.
+    std::string_view text(std::size_t row, std::size_t column) const
+    {
+        const Span span = m_cells[row * columnCount() + column];
+        return std::string_view(m_text).substr(span.begin, span.size);
+    }
 
-    void setCell(int row, int column, std::string text);
+    void setCell(int row, int column, std::string_view text);
     void insertRow(int at);
     void removeRows(const std::vector<int>& rows); // any order, duplicates ignored
 
@@ -89,13 +145,52 @@ public:
     // into yet stay at its end. Returns true if the rows changed so. Throws RunError on failure.
     bool save(const std::filesystem::path& file);
 
+    enum class Encoding
+    {
+        Windows1252,
+        Utf8
+    };
+    // Appends the rows of the lines of `text`, by the rules of load.
+    void appendLines(std::string_view text, Encoding encoding);
+
 private:
+    friend std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);
+    struct Span
+    {
+        std::size_t begin = 0;
+        std::size_t size = 0;
+    };
+
+    std::size_t columnCount() const { return m_kind->columns.size(); }
+    enum class LineEnds
+    {
+        EndTheRow,
+        InCell // a line handed over whole, as the merge does: a line end typed into a cell stays there
+    };
+    // Appends the row of the line starting at `at`; returns where its line end is (or the text's end).
+    std::size_t appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds);
+    void appendCell(std::string_view field, std::size_t column, bool highBytes, Encoding encoding);
+    bool isUntyped(std::size_t row) const;
+    std::string_view lineText(Span line) const { return std::string_view(m_text).substr(line.begin, line.size); }
+    std::vector<std::string> loadedLines() const;
     std::vector<std::string> fileLines() const;
+    bool sameCells(const ListTable& other) const;
+    // Writes the buffer anew, each row's cells joined by ";", and takes those lines as the ones last written.
+    void layOutAfterSave();
 
     const ListKind* m_kind;
-    std::vector<std::vector<std::string>> m_rows;
-    std::vector<std::string> m_loaded; // the file's rows as this table last read or wrote them
+    std::size_t m_amountColumn; // betrag of the article list, else past the last column
+    std::string m_text;
+    std::vector<Span> m_cells;  // columnCount() a row
+    std::vector<Span> m_loaded; // the file's lines (rows typed into) as this table last read or wrote them
 };
+
+inline std::size_t ListRowCells::size() const { return m_table->kind().columns.size(); }
+inline std::string ListRowCells::operator[](std::size_t column) const
+{
+    return std::string(m_table->text(m_row, column));
+}
+inline std::size_t ListRows::size() const { return static_cast<std::size_t>(m_table->rowCount()); }
 
 // Splits one line of the file into the table's cells (see load).
 std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);

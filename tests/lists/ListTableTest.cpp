@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/GermanNumbers.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "lists/ListReport.h"
@@ -14,6 +15,14 @@ namespace {
 
 using F = FormElement;
 using test::writeBytes;
+
+std::vector<std::vector<std::string>> cellsOf(const ListTable& table)
+{
+    std::vector<std::vector<std::string>> cells;
+    for (std::size_t row = 0; row < table.rows().size(); ++row)
+        cells.push_back(table.rows()[row]);
+    return cells;
+}
 
 TEST(ListTableTest, LoadsLinesIntoCellsAndSavesWithoutLosingAField)
 {
@@ -34,6 +43,10 @@ TEST(ListTableTest, LoadsLinesIntoCellsAndSavesWithoutLosingAField)
         {"betrag through #####.##", articleList(), "Buch;12,5;7\r\nx;abc;19\r\n",
          {{"Buch", "12,5", "7"}, {"x", "abc", "19"}}, "Buch;12,5;7\r\nx;abc;19\r\n"},
         {"betrag rounded", articleList(), "Tee;3,456;7\r\n", {{"Tee", "3,46", "7"}}, "Tee;3,46;7\r\n"},
+        {"lone CR and LF end lines, a last line without end counts", payerList(), "a;b\rc;d\ne;f",
+         {{"a", "b"}, {"c", "d"}, {"e", "f"}}, "a;b\r\nc;d\r\ne;f\r\n"},
+        {"a line of separators alone is no row of the file", articleList(), ";;\r\n\xe4;05;19", {{"", "", ""},
+         {"ä", "5,", "19"}}, "\xe4;5,;19\r\n"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -41,9 +54,77 @@ TEST(ListTableTest, LoadsLinesIntoCellsAndSavesWithoutLosingAField)
         writeBytes(folder / "list.txt", row.file);
         ListTable table(row.kind);
         table.load(folder / "list.txt");
-        EXPECT_EQ(table.rows(), row.cells);
+        EXPECT_EQ(cellsOf(table), row.cells);
         table.save(folder / "list.txt");
         EXPECT_EQ(test::readBytes(folder / "list.txt"), row.saved);
+    }
+}
+
+// The load formats plain amounts by a short way of its own; the general number format is the oracle for every
+// text of up to six characters from digits, comma, point, blank and sign, and for long digit runs.
+TEST(ListTableTest, TheLoadFormatsEveryBetragAsTheGeneralNumberFormatDoes)
+{
+    std::vector<std::string> texts{"12345678901234,5", "123456789012345", "1234567890123456", "0000000000000000001,10",
+                                   "99999,995", "1234567890123,45", "\xe4"};
+    constexpr std::string_view kAlphabet = "0159,. -";
+    for (std::string text; text.size() <= 5;) {
+        texts.push_back(text);
+        // The next text in counting order over the alphabet.
+        std::size_t i = text.size();
+        while (i > 0 && text[i - 1] == kAlphabet.back())
+            text[--i] = kAlphabet.front();
+        if (i == 0)
+            text.insert(text.begin(), kAlphabet.front());
+        else
+            text[i - 1] = kAlphabet[kAlphabet.find(text[i - 1]) + 1];
+    }
+    for (const std::string& text : texts) {
+        const auto cells = cellsOfLine(articleList(), "Tee;" + text + ";7");
+        ASSERT_EQ(cells[1], formatPatternText(text, "#####.##")) << '"' << text << '"';
+    }
+}
+
+// Cells typed into, rows inserted and removed: the file and a second load see exactly the cells typed, also
+// after a save has laid the table out anew.
+TEST(ListTableTest, EditsReachTheFileAsTypedBeforeAndAfterASave)
+{
+    test::TempFolder folder;
+    const auto file = folder / "von_liste.txt";
+    writeBytes(file, "Meier;Hauptstr. 1\r\nSchulz;Ring 2\r\nKurz\r\n");
+    ListTable table(payerList());
+    table.load(file);
+    table.setCell(0, 1, "Hauptstr. 10");
+    table.insertRow(99);
+    table.setCell(3, 0, "Weiß;Ecke");
+    table.save(file);
+    EXPECT_EQ(test::readBytes(file), "Meier;Hauptstr. 10\r\nSchulz;Ring 2\r\nKurz;\r\nWei\xdf;Ecke;\r\n");
+    EXPECT_EQ(cellsOf(table)[3], (std::vector<std::string>{"Weiß;Ecke", ""}));
+    table.removeRows({2, 0, 2, -1, 7});
+    table.insertRow(-3);
+    table.setCell(0, 1, "neu");
+    table.setCell(1, 0, "Schulze");
+    table.save(file);
+    EXPECT_EQ(test::readBytes(file), ";neu\r\nSchulze;Ring 2\r\nWei\xdf;Ecke;\r\n");
+    EXPECT_THROW(table.setCell(3, 0, "x"), std::out_of_range);
+    ListTable again(payerList());
+    again.load(file);
+    EXPECT_EQ(cellsOf(again), (std::vector<std::vector<std::string>>{{"", "neu"}, {"Schulze", "Ring 2"},
+                                                                    {"Weiß", "Ecke;"}}));
+}
+
+// The file is read in blocks of 1 MiB: a line across two blocks loads whole, a CR LF split by them ends one line.
+TEST(ListTableTest, LinesAcrossTheReadBlocksLoadWhole)
+{
+    constexpr std::size_t kBlock = std::size_t{1} << 20;
+    const std::string crAtBlockEnd = "a;" + std::string(kBlock - 3, 'x') + "\r\nb;\xfc\r\n";
+    const std::string lineAcrossBlocks = "a;b\r\nc;" + std::string(kBlock, 'z') + "\xe4\r\nd;e";
+    for (const std::string& bytes : {crAtBlockEnd, lineAcrossBlocks}) {
+        test::TempFolder folder;
+        writeBytes(folder / "von_liste.txt", bytes);
+        ListTable table(payerList());
+        table.load(folder / "von_liste.txt");
+        ASSERT_EQ(table.rowCount(), bytes == crAtBlockEnd ? 2 : 3);
+        EXPECT_EQ(table.fileBytes(), bytes.ends_with("\r\n") ? bytes : bytes + "\r\n");
     }
 }
 
@@ -180,7 +261,7 @@ TEST(ListTableTest, TwoProgramsSavingOneListLoseNothing)
     EXPECT_EQ(test::readBytes(file), "Meier;Hauptstr. 10\r\nNeu im Fenster;\r\n");
     EXPECT_EQ(commandLine.rowCount(), 2);
     EXPECT_TRUE(test::waitsForLock(file, [&window, &file] { window.save(file); }));
-    EXPECT_EQ(window.rows(), commandLine.rows());
+    EXPECT_EQ(cellsOf(window), cellsOf(commandLine));
 }
 
 } // namespace
