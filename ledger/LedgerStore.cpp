@@ -1,7 +1,5 @@
 #include "ledger/LedgerStore.h"
 
-#include <optional>
-
 #include "app/AtomicFile.h"
 #include "app/FileLock.h"
 #include "app/ProgramPaths.h"
@@ -16,13 +14,15 @@ namespace {
 std::filesystem::path ledgerFile(const ProgramPaths& paths) { return paths.dataFile("belege.dat"); }
 
 // Reads the file in blocks and hands the rows over only when the whole file was read, so a failed read leaves
-// the ledger as it was. Returns the rows the ledger held before. The stamp is taken before the read: should a
-// save slip in between, the next look reads once more instead of missing it.
-std::vector<LedgerRow> readLedgerFile(ReceiptLedger& ledger, const ProgramPaths& paths)
+// the ledger as it was. The stamp is taken before the read: should a save slip in between, the next look reads
+// once more instead of missing it.
+void readLedgerFile(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
     const auto file = ledgerFile(paths);
     const FileStamp stamp = stampOf(file);
     LedgerReader reader;
+    if (stamp.exists && stamp.size > 0)
+        reader.reserve(static_cast<std::size_t>(stamp.size));
     try {
         readFileInBlocks(file, [&reader](std::string_view block) { reader.feed(block); });
     } catch (const RunError& error) {
@@ -31,7 +31,7 @@ std::vector<LedgerRow> readLedgerFile(ReceiptLedger& ledger, const ProgramPaths&
         throw unreadableError(file); // marked: the grid is never saved over the file
     }
     ledger.setDiskStamp(stamp);
-    return reader.finish(ledger);
+    reader.finishInto(ledger);
 }
 
 // Refused before the row enters the grid, so the grid never shows a receipt that was not filed.
@@ -42,17 +42,22 @@ void checkWritable(const ProgramPaths& paths)
         throw unreadableError(file);
 }
 
-// Reads the file again if it is not the version the ledger holds; a missing file is an empty ledger.
-std::optional<std::vector<LedgerRow>> followDisk(ReceiptLedger& ledger, const ProgramPaths& paths)
+// Reads the file again if it is not the version the ledger holds; a missing file is an empty ledger. Returns
+// whether it did; `seen` then gets the rows the ledger held before.
+bool followDisk(ReceiptLedger& ledger, const ProgramPaths& paths, std::vector<LedgerRow>* seen)
 {
     const FileStamp onDisk = stampOf(ledgerFile(paths));
     if (onDisk == ledger.diskStamp())
-        return std::nullopt;
+        return false;
+    if (seen != nullptr)
+        *seen = ledger.copyRows();
     if (!onDisk.exists) {
         ledger.setDiskStamp(onDisk);
-        return ledger.assignRows({}, {});
+        ledger.assignRows({}, {});
+        return true;
     }
-    return readLedgerFile(ledger, paths);
+    readLedgerFile(ledger, paths);
+    return true;
 }
 
 // A watcher sees every piece as it is written and has the last word before the new file replaces the old.
@@ -100,7 +105,7 @@ void loadLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
 
 bool reloadLedgerIfChanged(ReceiptLedger& ledger, const ProgramPaths& paths)
 {
-    return followDisk(ledger, paths).has_value();
+    return followDisk(ledger, paths, nullptr);
 }
 
 void saveLedger(ReceiptLedger& ledger, const ProgramPaths& paths)
@@ -113,10 +118,11 @@ bool updateLedger(ReceiptLedger& ledger, const ProgramPaths& paths, const Ledger
 {
     checkWritable(paths);
     FileLock lock(ledgerFile(paths));
-    const auto seen = followDisk(ledger, paths);
+    std::vector<LedgerRow> seen;
+    const bool reread = followDisk(ledger, paths, &seen);
     if (LedgerWatcher* watcher = ledger.watcher())
         watcher->begin(ledger);
-    if (!change(ledger, seen ? &*seen : nullptr))
+    if (!change(ledger, reread ? &seen : nullptr))
         return false;
     writeLedger(ledger, paths);
     return true;

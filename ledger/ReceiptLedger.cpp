@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <istream>
+#include <stdexcept>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "core/CodePage.h"
 #include "core/RunError.h"
@@ -30,6 +34,88 @@ std::string_view field(std::string_view row, int column)
 bool isAscii(std::string_view bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// The bytes that end a plain run of a line as read: line ends, a TAB and anything beyond ASCII.
+bool endsPlainRun(char c)
+{
+    return c == '\r' || c == '\n' || c == '\t' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Copies bytes of belege.dat with ";" turned into tab up to the first byte that ends a plain run, and returns how
+// many it copied. `out` may be written up to 16 bytes beyond what it copies.
+std::size_t copyPlainRun(const char* in, const char* end, char* out)
+{
+    const auto size = static_cast<std::size_t>(end - in);
+    std::size_t n = 0;
+#if defined(__SSE2__)
+    const __m128i semicolon = _mm_set1_epi8(';');
+    const __m128i toTab = _mm_set1_epi8(';' - '\t');
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    const __m128i tab = _mm_set1_epi8('\t');
+    for (; n + 16 <= size; n += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + n));
+        const __m128i stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf)),
+                                           _mm_cmpeq_epi8(bytes, tab));
+        const __m128i swapped = _mm_sub_epi8(bytes, _mm_and_si128(_mm_cmpeq_epi8(bytes, semicolon), toTab));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + n), swapped);
+        const int mask = _mm_movemask_epi8(stops) | _mm_movemask_epi8(bytes);
+        if (mask != 0)
+            return n + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask)));
+    }
+#endif
+    for (; n < size; ++n) {
+        const char c = in[n];
+        if (endsPlainRun(c))
+            return n;
+        out[n] = c == ';' ? '\t' : c;
+    }
+    return n;
+}
+
+// Steps over the line end at `p`: CR LF, a lone CR or a lone LF. A CR that ends the block may have its LF in the
+// next one.
+const char* afterLineEnd(const char* p, const char* end, bool& afterCr)
+{
+    if (*p++ == '\r') {
+        if (p == end)
+            afterCr = true;
+        else if (*p == '\n')
+            ++p;
+    }
+    return p;
+}
+
+// Copies a row in memory form as belege.dat holds it, tab turned into ";", and returns false without a result
+// when the row holds a byte beyond ASCII (its text needs the code page). Reads and writes whole 16-byte blocks:
+// the row lies in a RowArena, and `out` has room for them.
+bool copyAsciiRow(std::string_view text, char* out)
+{
+    const char* in = text.data();
+    const std::size_t size = text.size();
+    std::size_t n = 0;
+#if defined(__SSE2__)
+    const __m128i tab = _mm_set1_epi8('\t');
+    const __m128i toSemicolon = _mm_set1_epi8(';' - '\t');
+    for (; n < size; n += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + n));
+        unsigned high = static_cast<unsigned>(_mm_movemask_epi8(bytes));
+        if (size - n < 16)
+            high &= (1u << (size - n)) - 1;
+        if (high != 0)
+            return false;
+        const __m128i swapped = _mm_add_epi8(bytes, _mm_and_si128(_mm_cmpeq_epi8(bytes, tab), toSemicolon));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + n), swapped);
+    }
+#endif
+    for (; n < size; ++n) {
+        const char c = in[n];
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+        out[n] = c == '\t' ? ';' : c;
+    }
+    return true;
 }
 
 } // namespace
@@ -82,18 +168,27 @@ std::string_view LedgerRow::text() const
     return {m_block.get() + sizeof size, size};
 }
 
+std::string_view ReceiptLedger::rowText(std::size_t row) const
+{
+    if (row >= m_rowCount)
+        throw std::out_of_range("ledger row");
+    const Place place = placeOf(row);
+    const Span& span = m_spans[place.span];
+    return arenaOf(span).text(span.first + place.offset);
+}
+
 std::string_view ReceiptLedger::cell(std::size_t row, int column) const
 {
     if (column < 0 || column >= kLedgerColumnCount)
         throw RunError::invalidCall();
-    return field(m_rows.at(row).text(), column);
+    return field(rowText(row), column);
 }
 
 void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
 {
     if (column < 0 || column >= kLedgerColumnCount)
         throw RunError::invalidCall();
-    std::string text(m_rows.at(row).text());
+    std::string text(rowText(row));
     tell({LedgerChange::Kind::Cell, row, 1, column}, LedgerPhase::Before);
     std::size_t start = 0;
     for (int i = 0; i < column; ++i) {
@@ -108,30 +203,37 @@ void ReceiptLedger::setCell(std::size_t row, int column, std::string_view value)
     }
     std::size_t end = text.find('\t', start);
     text.replace(start, end == std::string::npos ? std::string::npos : end - start, value);
-    m_rows[row] = LedgerRow(text);
+    // The edited row keeps the colours it was loaded with.
+    m_sideColours.push_back(coloursOf(row));
+    m_side.append(text);
+    const Span edited{true, m_side.rowCount() - 1, 1};
+    replaceRow(row, &edited);
     tell({LedgerChange::Kind::Cell, row, 1, column}, LedgerPhase::After);
 }
 
 int ReceiptLedger::cellColour(std::size_t row, int column) const
 {
-    std::uint8_t bits = m_colours.at(row);
-    if (column == columnIndex(LedgerColumn::einnahme) && (bits & kIncomeBit))
-        return kIncomeColour;
-    if (column == columnIndex(LedgerColumn::ausgabe) && (bits & kExpenseBit))
-        return kExpenseColour;
-    return 0;
+    if (row >= m_rowCount)
+        throw std::out_of_range("ledger row");
+    const bool income = column == columnIndex(LedgerColumn::einnahme);
+    if (!income && column != columnIndex(LedgerColumn::ausgabe))
+        return 0;
+    const std::uint8_t bits = coloursOf(row);
+    if (income)
+        return (bits & kIncomeBit) ? kIncomeColour : 0;
+    return (bits & kExpenseBit) ? kExpenseColour : 0;
 }
 
-void ReceiptLedger::appendRow(std::string tabJoined) { insertRow(m_rows.size(), std::move(tabJoined)); }
+void ReceiptLedger::appendRow(std::string tabJoined) { insertRow(m_rowCount, std::move(tabJoined)); }
 
 void ReceiptLedger::insertRow(std::size_t position, std::string tabJoined)
 {
-    if (position > m_rows.size())
+    if (position > m_rowCount)
         throw RunError::invalidCall();
     tell({LedgerChange::Kind::Insert, position, 1, 0}, LedgerPhase::Before);
-    auto offset = static_cast<std::ptrdiff_t>(position);
-    m_rows.insert(m_rows.begin() + offset, LedgerRow(tabJoined));
-    m_colours.insert(m_colours.begin() + offset, std::uint8_t{0});
+    m_side.append(tabJoined);
+    m_sideColours.push_back(0);
+    insertSpan(position, {true, m_side.rowCount() - 1, 1});
     if (m_current != kNoRow && m_current >= position)
         ++m_current;
     tell({LedgerChange::Kind::Insert, position, 1, 0}, LedgerPhase::After);
@@ -139,39 +241,74 @@ void ReceiptLedger::insertRow(std::size_t position, std::string tabJoined)
 
 void ReceiptLedger::removeRow(std::size_t row)
 {
-    if (row >= m_rows.size())
+    if (row >= m_rowCount)
         throw RunError::subscriptOutOfRange();
     tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::Before);
-    auto offset = static_cast<std::ptrdiff_t>(row);
-    m_rows.erase(m_rows.begin() + offset);
-    m_colours.erase(m_colours.begin() + offset);
+    replaceRow(row, nullptr);
     // The grid keeps the same position current, or the last row when the bottom one went.
-    if (m_rows.empty())
+    if (m_rowCount == 0)
         m_current = kNoRow;
-    else if (m_current != kNoRow && m_current >= m_rows.size())
-        m_current = m_rows.size() - 1;
+    else if (m_current != kNoRow && m_current >= m_rowCount)
+        m_current = m_rowCount - 1;
     tell({LedgerChange::Kind::Remove, row, 1, 0}, LedgerPhase::After);
 }
 
 std::vector<LedgerRow> ReceiptLedger::assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours)
 {
     tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
-    std::swap(m_rows, rows);
-    m_colours = std::move(colours);
-    m_colours.resize(m_rows.size(), 0);
-    m_current = m_rows.empty() ? kNoRow : 0;
+    std::vector<LedgerRow> before = copyRows();
+    RowArena arena;
+    for (const auto& row : rows)
+        arena.append(row.text());
+    rows = {};
+    arena.shrinkToFit();
+    m_base = std::move(arena);
+    m_baseColours = std::move(colours);
+    m_baseColours.resize(m_base.rowCount(), 0);
+    m_side = RowArena();
+    m_sideColours.clear();
+    m_sideDeadRows = 0;
+    m_spans.clear();
+    if (m_base.rowCount() > 0)
+        m_spans.push_back({false, 0, m_base.rowCount()});
+    spansChanged();
+    m_current = m_rowCount == 0 ? kNoRow : 0;
     tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
+    return before;
+}
+
+void ReceiptLedger::takeLoadedRows(RowArena rows)
+{
+    tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
+    m_base = std::move(rows);
+    m_baseColours.clear();
+    m_side = RowArena();
+    m_sideColours.clear();
+    m_sideDeadRows = 0;
+    m_spans.clear();
+    if (m_base.rowCount() > 0)
+        m_spans.push_back({false, 0, m_base.rowCount()});
+    spansChanged();
+    m_current = m_rowCount == 0 ? kNoRow : 0;
+    tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
+}
+
+std::vector<LedgerRow> ReceiptLedger::copyRows() const
+{
+    std::vector<LedgerRow> rows;
+    rows.reserve(m_rowCount);
+    forEachRow([&rows](std::string_view text) { rows.emplace_back(text); });
     return rows;
 }
 
 std::size_t ReceiptLedger::findRowNear(std::string_view tabJoined, std::size_t near) const
 {
-    const std::size_t count = m_rows.size();
+    const std::size_t count = m_rowCount;
     near = std::min(near, count);
     for (std::size_t distance = 0; distance <= std::max(near, count - near); ++distance) {
-        if (distance <= near && near - distance < count && m_rows[near - distance].text() == tabJoined)
+        if (distance <= near && near - distance < count && rowText(near - distance) == tabJoined)
             return near - distance;
-        if (near + distance < count && m_rows[near + distance].text() == tabJoined)
+        if (near + distance < count && rowText(near + distance) == tabJoined)
             return near + distance;
     }
     return kNoRow;
@@ -179,7 +316,7 @@ std::size_t ReceiptLedger::findRowNear(std::string_view tabJoined, std::size_t n
 
 void ReceiptLedger::setCurrentRow(std::size_t row)
 {
-    if (row != kNoRow && row >= m_rows.size())
+    if (row != kNoRow && row >= m_rowCount)
         throw RunError::subscriptOutOfRange();
     m_current = row;
 }
@@ -188,6 +325,128 @@ void ReceiptLedger::setColumnVisible(int column, bool visible)
 {
     m_visible.at(static_cast<std::size_t>(column)) = visible;
     tell({LedgerChange::Kind::Columns, 0, 0, column}, LedgerPhase::After);
+}
+
+ReceiptLedger::Place ReceiptLedger::placeOf(std::size_t row) const
+{
+    if (m_spans.size() == 1)
+        return {0, row};
+    const auto found = std::upper_bound(m_spanEnds.begin(), m_spanEnds.end(), row);
+    const auto span = static_cast<std::size_t>(found - m_spanEnds.begin());
+    return {span, row - (span == 0 ? 0 : m_spanEnds[span - 1])};
+}
+
+std::uint8_t ReceiptLedger::coloursOf(std::size_t row) const
+{
+    const Place place = placeOf(row);
+    const Span& span = m_spans[place.span];
+    const std::size_t at = span.first + place.offset;
+    if (span.side)
+        return m_sideColours[at];
+    return m_baseColours.empty() ? loadColours(m_base.text(at)) : m_baseColours[at];
+}
+
+void ReceiptLedger::replaceRow(std::size_t row, const Span* with)
+{
+    const Place place = placeOf(row);
+    const Span old = m_spans[place.span];
+    if (old.side)
+        ++m_sideDeadRows;
+    Span pieces[3];
+    std::size_t count = 0;
+    if (place.offset > 0)
+        pieces[count++] = {old.side, old.first, place.offset};
+    if (with != nullptr)
+        pieces[count++] = *with;
+    if (place.offset + 1 < old.count)
+        pieces[count++] = {old.side, old.first + place.offset + 1, old.count - place.offset - 1};
+    const auto at = m_spans.begin() + static_cast<std::ptrdiff_t>(place.span);
+    if (count == 0) {
+        m_spans.erase(at);
+    } else {
+        *at = pieces[0];
+        m_spans.insert(at + 1, pieces + 1, pieces + count);
+    }
+    spansChanged();
+    compactIfScattered();
+}
+
+void ReceiptLedger::insertSpan(std::size_t row, const Span& span)
+{
+    auto joins = [](const Span& before, const Span& after) {
+        return before.side == after.side && before.first + before.count == after.first;
+    };
+    if (row == m_rowCount) {
+        if (!m_spans.empty() && joins(m_spans.back(), span))
+            m_spans.back().count += span.count;
+        else
+            m_spans.push_back(span);
+    } else {
+        const Place place = placeOf(row);
+        const auto at = m_spans.begin() + static_cast<std::ptrdiff_t>(place.span);
+        if (place.offset == 0) {
+            if (place.span > 0 && joins(m_spans[place.span - 1], span))
+                m_spans[place.span - 1].count += span.count;
+            else
+                m_spans.insert(at, span);
+        } else {
+            const Span old = *at;
+            const Span pieces[] = {{old.side, old.first, place.offset},
+                                   span,
+                                   {old.side, old.first + place.offset, old.count - place.offset}};
+            *at = pieces[0];
+            m_spans.insert(at + 1, pieces + 1, pieces + 3);
+        }
+    }
+    spansChanged();
+    compactIfScattered();
+}
+
+void ReceiptLedger::spansChanged()
+{
+    m_spanEnds.resize(m_spans.size());
+    std::size_t rows = 0;
+    for (std::size_t i = 0; i < m_spans.size(); ++i) {
+        rows += m_spans[i].count;
+        m_spanEnds[i] = rows;
+    }
+    m_rowCount = rows;
+}
+
+// Many edits leave many spans and rows nobody shows in the second buffer: then the rows are put into one buffer
+// again, which costs about what a save does and happens once in thousands of edits.
+void ReceiptLedger::compactIfScattered()
+{
+    constexpr std::size_t kMaxSpans = 4096;
+    constexpr std::size_t kMaxDeadRows = 65536;
+    if (m_spans.size() <= kMaxSpans && m_sideDeadRows <= kMaxDeadRows)
+        return;
+    RowArena arena;
+    std::vector<std::uint8_t> colours;
+    colours.reserve(m_rowCount);
+    bool coloursFromText = true;
+    for (std::size_t i = 0; i < m_spans.size(); ++i) {
+        const Span& span = m_spans[i];
+        arenaOf(span).visit(span.first, span.count, [&](std::string_view text) { arena.append(text); });
+        for (std::size_t row = span.first; row < span.first + span.count; ++row) {
+            const std::uint8_t bits = span.side                ? m_sideColours[row]
+                                      : m_baseColours.empty() ? loadColours(m_base.text(row))
+                                                              : m_baseColours[row];
+            colours.push_back(bits);
+        }
+    }
+    for (std::size_t row = 0; row < colours.size() && coloursFromText; ++row)
+        coloursFromText = colours[row] == loadColours(arena.text(row));
+    arena.shrinkToFit();
+    m_base = std::move(arena);
+    m_baseColours = coloursFromText ? std::vector<std::uint8_t>{} : std::move(colours);
+    m_side = RowArena();
+    m_sideColours.clear();
+    m_sideDeadRows = 0;
+    m_spans.clear();
+    if (m_base.rowCount() > 0)
+        m_spans.push_back({false, 0, m_base.rowCount()});
+    spansChanged();
 }
 
 void ReceiptLedger::tell(const LedgerChange& change, LedgerPhase phase)
@@ -211,32 +470,16 @@ std::string_view rowField(std::string_view tabJoined, LedgerColumn column)
     return field(tabJoined, columnIndex(column));
 }
 
-void LedgerReader::finishLine()
+void LedgerReader::reserve(std::size_t fileBytes)
 {
-    if (!isAscii(m_line))
-        m_line = cp1252ToUtf8(m_line);
-    if (m_line.find('\t') != std::string::npos) {
-        std::string text;
-        for (char c : m_line) {
-            if (c == '\t')
-                text += kLiteralTab;
-            else
-                text += c;
-        }
-        m_line = std::move(text);
-    }
-    std::replace(m_line.begin(), m_line.end(), ';', '\t');
-    if (m_sink) {
-        m_sink(m_line);
-    } else {
-        LedgerRow row(m_line);
-        m_colours.push_back(loadColours(row.text()));
-        m_rows.push_back(std::move(row));
-    }
-    m_line.clear();
-    m_inLine = false;
+    if (m_sink)
+        return;
+    m_rows.reserveTail(m_pending, fileBytes);
+    m_rows.reserveRows(fileBytes / 64 + 64);
 }
 
+// Rows come in runs of plain bytes: the fast path copies them to the arena with the separator swapped and stops
+// at a line end, a TAB or a byte beyond ASCII; only a row holding one of the last two goes through the code page.
 void LedgerReader::feed(std::string_view block)
 {
     const char* p = block.data();
@@ -247,35 +490,96 @@ void LedgerReader::feed(std::string_view block)
         ++p;
     m_afterCr = false;
     while (p < end) {
+        if (!m_converting) {
+            feedPlain(p, end);
+            continue;
+        }
         const char* stop = std::find_if(p, end, [](char c) { return c == '\r' || c == '\n'; });
         m_line.append(p, stop);
-        m_inLine = m_inLine || stop != p;
+        p = stop;
         if (stop == end)
             break;
-        finishLine();
-        p = stop + 1;
-        if (*stop == '\r') {
-            if (p == end)
-                m_afterCr = true;
-            else if (*p == '\n')
-                ++p;
+        endConvertedRow();
+        p = afterLineEnd(p, end, m_afterCr);
+    }
+    if (m_sink)
+        handRowsToSink();
+}
+
+void LedgerReader::feedPlain(const char*& p, const char* end)
+{
+    char* row = m_rows.reserveTail(m_pending, static_cast<std::size_t>(end - p));
+    while (p < end) {
+        const std::size_t copied = copyPlainRun(p, end, row + m_pending);
+        p += copied;
+        m_pending += copied;
+        if (p == end)
+            return;
+        if (*p == '\r' || *p == '\n') {
+            m_rows.endRow(m_pending);
+            row += m_pending;
+            m_pending = 0;
+            p = afterLineEnd(p, end, m_afterCr);
+            continue;
+        }
+        // A TAB or a byte beyond ASCII: the row so far goes back to its bytes as read, and on through m_line.
+        m_line.assign(row, m_pending);
+        std::replace(m_line.begin(), m_line.end(), '\t', ';');
+        m_pending = 0;
+        m_converting = true;
+        return;
+    }
+}
+
+void LedgerReader::endConvertedRow()
+{
+    const std::string text = isAscii(m_line) ? std::move(m_line) : cp1252ToUtf8(m_line);
+    const auto tabs = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
+    char* out = m_rows.reserveTail(0, text.size() + tabs * (kLiteralTab.size() - 1));
+    char* at = out;
+    for (char c : text) {
+        if (c == '\t') {
+            at = std::copy(kLiteralTab.begin(), kLiteralTab.end(), at);
+        } else {
+            *at++ = c == ';' ? '\t' : c;
         }
     }
+    m_rows.endRow(static_cast<std::size_t>(at - out));
+    m_line.clear();
+    m_converting = false;
+}
+
+void LedgerReader::handRowsToSink()
+{
+    m_rows.visit(0, m_rows.rowCount(), m_sink);
+    m_rows.keepOnlyTail(m_pending);
 }
 
 void LedgerReader::finish()
 {
-    if (m_inLine)
-        finishLine();
+    if (m_converting) {
+        endConvertedRow();
+    } else if (m_pending > 0) {
+        m_rows.endRow(m_pending);
+        m_pending = 0;
+    }
+    if (m_sink)
+        handRowsToSink();
 }
 
 std::vector<LedgerRow> LedgerReader::finish(ReceiptLedger& ledger)
 {
-    finish();
-    auto before = ledger.assignRows(std::move(m_rows), std::move(m_colours));
-    m_rows = {};
-    m_colours = {};
+    std::vector<LedgerRow> before = ledger.copyRows();
+    finishInto(ledger);
     return before;
+}
+
+void LedgerReader::finishInto(ReceiptLedger& ledger)
+{
+    finish();
+    m_rows.shrinkToFit();
+    ledger.takeLoadedRows(std::move(m_rows));
+    m_rows = RowArena();
 }
 
 void readLedger(std::istream& in, ReceiptLedger& ledger)
@@ -289,7 +593,7 @@ void readLedger(std::istream& in, ReceiptLedger& ledger)
             break;
         reader.feed({chunk.data(), got});
     }
-    reader.finish(ledger);
+    reader.finishInto(ledger);
 }
 
 void appendLedgerLine(std::string& bytes, std::string_view text)
@@ -321,16 +625,36 @@ void appendLedgerLine(std::string& bytes, std::string_view text)
 void writeLedgerBytes(const ReceiptLedger& ledger, const std::function<void(std::string_view)>& write)
 {
     constexpr std::size_t kPiece = 1 << 20;
-    std::string bytes;
-    bytes.reserve(kPiece + 4096);
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row) {
-        appendLedgerLine(bytes, ledger.rowText(row));
-        if (bytes.size() >= kPiece) {
-            write(bytes);
-            bytes.clear();
+    std::string piece(kPiece + 4096, '\0');
+    std::size_t used = 0;
+    std::string line;
+    ledger.forEachRow([&](std::string_view text) {
+        // Room for the row, its line end and the whole blocks the copy stores.
+        const std::size_t room = text.size() + 2 + RowArena::kSlack;
+        if (used + room > piece.size()) {
+            write({piece.data(), used});
+            used = 0;
+            if (room > piece.size())
+                piece.resize(room);
         }
-    }
-    write(bytes);
+        char* out = piece.data() + used;
+        if (copyAsciiRow(text, out)) {
+            used += text.size();
+        } else {
+            line.clear();
+            appendLedgerLine(line, text);
+            line.resize(line.size() - 2);
+            std::memcpy(out, line.data(), line.size()); // never longer than its text
+            used += line.size();
+        }
+        piece[used++] = '\r';
+        piece[used++] = '\n';
+        if (used >= kPiece) {
+            write({piece.data(), used});
+            used = 0;
+        }
+    });
+    write({piece.data(), used});
 }
 
 std::string ledgerBytes(const ReceiptLedger& ledger)

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/FileLock.h"
+#include "ledger/RowArena.h"
 
 namespace zw {
 
@@ -53,8 +54,8 @@ struct LedgerChange
     int column = 0;
 };
 
-// One row's tab-joined text in a single heap block, none for an empty row: beyond its text a row costs a pointer,
-// so a ledger of millions of short or empty lines stays small.
+// One row's tab-joined text in a single heap block, none for an empty row, for callers that keep rows apart from
+// a ledger (the rows a ledger showed before the file was read again, a journal's replay).
 class LedgerRow
 {
 public:
@@ -74,6 +75,8 @@ private:
 
 // The ReceiptLedger as the grid holds it: rows of tab-joined text, numbered from 0 here (row 1 of the grid is 0),
 // the cell colours given at load, the current row and the visibility of the columns.
+// The rows read from the file stay in one buffer as they were read; a row filed or edited since lives in a
+// second buffer, and a short list of spans puts the rows of both in order.
 class ReceiptLedger
 {
 public:
@@ -81,8 +84,8 @@ public:
 
     ReceiptLedger() { m_visible.fill(true); }
 
-    std::size_t rowCount() const { return m_rows.size(); }
-    std::string_view rowText(std::size_t row) const { return m_rows.at(row).text(); }
+    std::size_t rowCount() const { return m_rowCount; }
+    std::string_view rowText(std::size_t row) const;
     // A line with fewer fields shows empty cells; fields beyond the fifteenth are not shown.
     std::string_view cell(std::size_t row, int column) const;
     std::string_view cell(std::size_t row, LedgerColumn column) const { return cell(row, columnIndex(column)); }
@@ -97,10 +100,20 @@ public:
     // Fills the ledger at once from lines of the file's text (";" already replaced by tab); returns the rows it
     // held before.
     std::vector<LedgerRow> assignRows(std::vector<LedgerRow> rows, std::vector<std::uint8_t> colours);
+    // A copy of every row, for a change that must know what the grid showed.
+    std::vector<LedgerRow> copyRows() const;
     // The row holding exactly this text nearest to `near`, or kNoRow: where a row the user saw stands after
     // another program changed the file.
     std::size_t findRowNear(std::string_view tabJoined, std::size_t near) const;
-    void reserve(std::size_t rows) { m_rows.reserve(rows); }
+    void reserve(std::size_t rows) { m_side.reserveRows(rows); }
+
+    // Calls visit(tabJoined) for every row in order, without looking each row up.
+    template <typename Visit>
+    void forEachRow(Visit&& visit) const
+    {
+        for (const Span& span : m_spans)
+            (span.side ? m_side : m_base).visit(span.first, span.count, visit);
+    }
 
     std::size_t currentRow() const { return m_current; }
     void setCurrentRow(std::size_t row);
@@ -120,11 +133,43 @@ public:
     void addListener(Listener listener) { m_listeners.push_back(std::move(listener)); }
 
 private:
+    friend class LedgerReader;
+
+    // A run of rows that stand one after another in one of the two buffers.
+    struct Span
+    {
+        bool side;
+        std::size_t first;
+        std::size_t count;
+    };
+    struct Place
+    {
+        std::size_t span;
+        std::size_t offset; // within the span
+    };
+
+    Place placeOf(std::size_t row) const;
+    const RowArena& arenaOf(const Span& span) const { return span.side ? m_side : m_base; }
+    std::uint8_t coloursOf(std::size_t row) const;
+    // Puts `count` rows of a span at the place of the ledger's row `row` (count 0 removes the row there).
+    void replaceRow(std::size_t row, const Span* with);
+    void insertSpan(std::size_t row, const Span& span);
+    void spansChanged();
+    void compactIfScattered();
+    // Takes rows read from the file; their colours come from their text.
+    void takeLoadedRows(RowArena rows);
     void tell(const LedgerChange& change, LedgerPhase phase);
 
-    std::vector<LedgerRow> m_rows;
-    // Per row: bit 0 income coloured, bit 1 expense coloured.
-    std::vector<std::uint8_t> m_colours;
+    RowArena m_base;
+    // Per row of m_base: bit 0 income coloured, bit 1 expense coloured; empty while the colours are those of the
+    // rows' text, as for every ledger read from a file.
+    std::vector<std::uint8_t> m_baseColours;
+    RowArena m_side;
+    std::vector<std::uint8_t> m_sideColours;
+    std::size_t m_sideDeadRows = 0;
+    std::vector<Span> m_spans;
+    std::vector<std::size_t> m_spanEnds; // rows up to the end of each span
+    std::size_t m_rowCount = 0;
     std::size_t m_current = kNoRow;
     std::array<bool, kLedgerColumnCount> m_visible{};
     std::vector<Listener> m_listeners;
@@ -153,21 +198,28 @@ public:
     LedgerReader() = default;
     explicit LedgerReader(RowSink sink) : m_sink(std::move(sink)) {}
 
+    // Room for a file of this size at once, when it is known.
+    void reserve(std::size_t fileBytes);
     void feed(std::string_view block);
     // Ends the last row, for a reader with a sink.
     void finish();
     // Ends the last row and hands the rows to the ledger, replacing what it held; returns the rows it held.
     std::vector<LedgerRow> finish(ReceiptLedger& ledger);
+    // The same without the rows held before.
+    void finishInto(ReceiptLedger& ledger);
 
 private:
-    void finishLine();
+    void feedPlain(const char*& p, const char* end);
+    void endPlainRow();
+    void endConvertedRow();
+    void handRowsToSink();
 
     RowSink m_sink;
-    std::vector<LedgerRow> m_rows;
-    std::vector<std::uint8_t> m_colours;
-    std::string m_line;
-    bool m_inLine = false;  // bytes of an unfinished line are in m_line
-    bool m_afterCr = false; // the last block ended in CR, so a leading LF belongs to it
+    RowArena m_rows;
+    std::size_t m_pending = 0; // bytes of the unfinished row at the arena's tail, already in memory form
+    std::string m_line;        // the unfinished row as read, once it needs the code page or holds a TAB
+    bool m_converting = false; // the unfinished row is in m_line
+    bool m_afterCr = false;    // the last block ended in CR, so a leading LF belongs to it
 };
 
 // Reads belege.dat bytes from a stream into the ledger, replacing what it held.

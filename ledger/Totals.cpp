@@ -1,11 +1,51 @@
 #include "ledger/Totals.h"
 
+#include <cstdint>
+#include <optional>
+
 #include "core/GermanNumbers.h"
+#include "core/RunError.h"
 #include "core/Settings.h"
 #include "ledger/ReceiptLedger.h"
 
 namespace zw {
 namespace {
+
+// The common cell "119,00" without the general reader: up to 15 digits with at most two after the comma give the
+// same double as parseAmount, since both round the same exact fraction once.
+bool readPlainAmount(std::string_view cell, double& value)
+{
+    bool negative = false;
+    if (!cell.empty() && cell.front() == '-') {
+        negative = true;
+        cell.remove_prefix(1);
+    }
+    std::int64_t digits = 0;
+    int count = 0;
+    int decimals = -1;
+    for (char c : cell) {
+        if (c >= '0' && c <= '9') {
+            digits = digits * 10 + (c - '0');
+            if (++count > 15)
+                return false;
+            if (decimals >= 0 && ++decimals > 2)
+                return false;
+        } else if (c == ',' && decimals < 0 && count > 0) {
+            decimals = 0;
+        } else {
+            return false;
+        }
+    }
+    if (count == 0 || decimals == 0)
+        return false;
+    if (digits == 0) {
+        value = 0.0; // a zero keeps no sign
+        return true;
+    }
+    const double magnitude = static_cast<double>(digits) / (decimals == 2 ? 100.0 : decimals == 1 ? 10.0 : 1.0);
+    value = negative ? -magnitude : magnitude;
+    return true;
+}
 
 // A cell of an amount column; the expense drops its leading "-".
 double addCell(double sum, std::string_view cell, bool dropMinus)
@@ -14,15 +54,43 @@ double addCell(double sum, std::string_view cell, bool dropMinus)
         return sum;
     if (dropMinus && cell.starts_with('-'))
         cell.remove_prefix(1);
-    return checkedSum(sum, parseAmount(cell));
+    double value = 0;
+    if (!readPlainAmount(cell, value))
+        value = parseAmount(cell);
+    return checkedSum(sum, value);
 }
 
 double sumColumn(const ReceiptLedger& ledger, LedgerColumn column, bool dropMinus)
 {
     double sum = 0;
-    for (std::size_t row = 0; row < ledger.rowCount(); ++row)
-        sum = addCell(sum, ledger.cell(row, column), dropMinus);
+    ledger.forEachRow([&](std::string_view row) { sum = addCell(sum, rowField(row, column), dropMinus); });
     return sum;
+}
+
+struct AmountCells
+{
+    std::string_view income;
+    std::string_view expense;
+};
+
+// Both amount cells of a row in one scan from its start.
+AmountCells amountCells(std::string_view row)
+{
+    static_assert(columnIndex(LedgerColumn::ausgabe) == columnIndex(LedgerColumn::einnahme) + 1);
+    std::size_t start = 0;
+    for (int i = 0; i < columnIndex(LedgerColumn::einnahme); ++i) {
+        const std::size_t tab = row.find('\t', start);
+        if (tab == std::string_view::npos)
+            return {};
+        start = tab + 1;
+    }
+    const std::size_t incomeEnd = row.find('\t', start);
+    if (incomeEnd == std::string_view::npos)
+        return {row.substr(start), {}};
+    const std::size_t expenseEnd = row.find('\t', incomeEnd + 1);
+    return {row.substr(start, incomeEnd - start),
+            row.substr(incomeEnd + 1, expenseEnd == std::string_view::npos ? std::string_view::npos
+                                                                            : expenseEnd - incomeEnd - 1)};
 }
 
 } // namespace
@@ -33,16 +101,30 @@ double expenseSum(const ReceiptLedger& ledger) { return sumColumn(ledger, Ledger
 
 void LedgerSums::add(std::string_view tabJoinedRow)
 {
-    expense = addCell(expense, rowField(tabJoinedRow, LedgerColumn::ausgabe), true);
-    income = addCell(income, rowField(tabJoinedRow, LedgerColumn::einnahme), false);
+    const AmountCells cells = amountCells(tabJoinedRow);
+    expense = addCell(expense, cells.expense, true);
+    income = addCell(income, cells.income, false);
 }
 
-// Each column is summed whole, the expense first, so a ledger with faults in both gives the fault of its expense.
+// One pass over the rows; a ledger with faults in both columns gives the fault of its expense, as when each
+// column was summed whole, the expense first.
 LedgerSums ledgerSums(const ReceiptLedger& ledger)
 {
     LedgerSums sums;
-    sums.expense = expenseSum(ledger);
-    sums.income = incomeSum(ledger);
+    std::optional<RunError> incomeFault;
+    ledger.forEachRow([&](std::string_view row) {
+        const AmountCells cells = amountCells(row);
+        sums.expense = addCell(sums.expense, cells.expense, true);
+        if (incomeFault)
+            return;
+        try {
+            sums.income = addCell(sums.income, cells.income, false);
+        } catch (const RunError& fault) {
+            incomeFault = fault;
+        }
+    });
+    if (incomeFault)
+        throw *incomeFault;
     return sums;
 }
 
