@@ -264,6 +264,13 @@ std::string_view defaultAccountName(ChartOfAccounts chart, DatevAccount which)
     return chart == ChartOfAccounts::SKR03 ? infoOf(which).skr03Name : infoOf(which).skr04Name;
 }
 
+std::string_view accountNameOf(ChartOfAccounts chart, DatevAccount which, std::string_view number)
+{
+    const auto& info = infoOf(which);
+    const std::string_view standard = chart == ChartOfAccounts::SKR03 ? info.skr03 : info.skr04;
+    return trimmed(number) == standard ? defaultAccountName(chart, which) : std::string_view();
+}
+
 std::array<DatevAccountSetting, kDatevAccountCount> defaultAccounts(ChartOfAccounts chart)
 {
     std::array<DatevAccountSetting, kDatevAccountCount> accounts;

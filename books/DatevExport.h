@@ -59,6 +59,9 @@ struct DatevSettings
 // The window's caption of an account and the name of its default in the chart ("Kasse", "Erlöse 19 % USt").
 std::string_view datevAccountCaption(DatevAccount which);
 std::string_view defaultAccountName(ChartOfAccounts chart, DatevAccount which);
+// The default's name while `number` is the chart's default account, else nothing: a number of the user's own has a
+// name only the adviser knows.
+std::string_view accountNameOf(ChartOfAccounts chart, DatevAccount which, std::string_view number);
 // The accounts and automatic switches a chart starts with.
 std::array<DatevAccountSetting, kDatevAccountCount> defaultAccounts(ChartOfAccounts chart);
 DatevSettings defaultDatevSettings(ChartOfAccounts chart = ChartOfAccounts::SKR03);
