@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <limits>
+#include <new>
 #include <iterator>
 #include <optional>
 #include <stdexcept>
@@ -142,8 +144,8 @@ void ListTable::setCell(int row, int column, std::string_view text)
     if (row < 0 || row >= rowCount() || column < 0 || static_cast<std::size_t>(column) >= columnCount())
         throw std::out_of_range("ListTable::setCell");
     // The old text stays in the buffer until the next save lays it out anew.
-    m_cells[static_cast<std::size_t>(row) * columnCount() + static_cast<std::size_t>(column)] = {m_text.size(),
-                                                                                                   text.size()};
+    m_cells[static_cast<std::size_t>(row) * columnCount() + static_cast<std::size_t>(column)] =
+        spanOf(m_text.size(), m_text.size() + text.size());
     m_text.append(text);
 }
 
@@ -176,8 +178,22 @@ namespace {
 
 // "#####.##" of a plain amount ("12", "12,5", "0,50") without the general number reader, which costs more than
 // the rest of a list's load: the whole digits without leading zeros, the comma, up to two decimals without
-// trailing zeros. False for anything else, which then goes the general way.
-bool appendPlainAmount(std::string& out, std::string_view text)
+// trailing zeros. Anything else is Other and goes the general way.
+enum class PlainAmount
+{
+    AsItStands,
+    Shortened, // the form is the text without leading and trailing zeros, and the comma added
+    Other
+};
+
+struct PlainAmountForm
+{
+    PlainAmount kind;
+    std::string_view whole;
+    std::string_view decimals;
+};
+
+PlainAmountForm plainAmountForm(std::string_view text)
 {
     const std::size_t comma = text.find(',');
     std::string_view whole = text.substr(0, comma);
@@ -186,18 +202,16 @@ bool appendPlainAmount(std::string& out, std::string_view text)
         return std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
     };
     if ((whole.empty() && decimals.empty()) || decimals.size() > 2 || !digits(whole) || !digits(decimals))
-        return false;
+        return {PlainAmount::Other, {}, {}};
     while (!whole.empty() && whole.front() == '0')
         whole.remove_prefix(1);
     while (!decimals.empty() && decimals.back() == '0')
         decimals.remove_suffix(1);
     // Beyond 15 significant digits the general way rounds as the run time did.
     if (whole.size() + decimals.size() > 15)
-        return false;
-    out.append(whole);
-    out += ',';
-    out.append(decimals);
-    return true;
+        return {PlainAmount::Other, {}, {}};
+    const bool asItStands = comma != std::string_view::npos && whole.size() + decimals.size() + 1 == text.size();
+    return {asItStands ? PlainAmount::AsItStands : PlainAmount::Shortened, whole, decimals};
 }
 
 // UTF-8 of each byte 0x80..0xFF, taken from the one conversion table so that both stay the same.
@@ -214,49 +228,17 @@ const std::array<std::string, 128>& utf8OfHighBytes()
 
 } // namespace
 
-void ListTable::appendCell(std::string_view field, std::size_t column, bool highBytes, Encoding encoding)
-{
-    if (column > 0)
-        m_text += ';';
-    const std::size_t cellBegin = m_text.size();
-    if (column != m_amountColumn || !appendPlainAmount(m_text, field)) {
-        if (highBytes && encoding == Encoding::Windows1252) {
-            const auto& utf8 = utf8OfHighBytes();
-            std::size_t run = 0;
-            for (std::size_t i = 0; i < field.size(); ++i) {
-                const auto byte = static_cast<unsigned char>(field[i]);
-                if (byte >= 0x80) {
-                    m_text.append(field.substr(run, i - run));
-                    m_text.append(utf8[byte - 0x80]);
-                    run = i + 1;
-                }
-            }
-            m_text.append(field.substr(run));
-        } else {
-            m_text.append(field);
-        }
-        if (column == m_amountColumn) {
-            const std::string amount = formatPatternText(std::string_view(m_text).substr(cellBegin), kAmountPattern);
-            m_text.resize(cellBegin);
-            m_text.append(amount);
-        }
-    }
-    m_cells.push_back({cellBegin, m_text.size() - cellBegin});
-}
-
 namespace {
 
 enum ByteClass : unsigned char
 {
     Plain,
-    Separator,
     LineEnd,
     High
 };
 
 constexpr std::array<ByteClass, 256> kByteClasses = [] {
     std::array<ByteClass, 256> classes{};
-    classes[static_cast<unsigned char>(';')] = Separator;
     classes[static_cast<unsigned char>('\r')] = LineEnd;
     classes[static_cast<unsigned char>('\n')] = LineEnd;
     for (std::size_t byte = 0x80; byte < classes.size(); ++byte)
@@ -264,7 +246,7 @@ constexpr std::array<ByteClass, 256> kByteClasses = [] {
     return classes;
 }();
 
-// The first byte from `at` on that is not Plain; eight bytes at a time while none of them is one.
+// The first byte from `at` on that ends the line or needs converting; eight bytes at a time while none of them is one.
 std::size_t skipPlainBytes(std::string_view text, std::size_t at)
 {
     constexpr std::uint64_t kOnes = 0x0101010101010101;
@@ -277,7 +259,7 @@ std::size_t skipPlainBytes(std::string_view text, std::size_t at)
     for (; at + 8 <= text.size(); at += 8) {
         std::uint64_t word = 0;
         std::memcpy(&word, text.data() + at, sizeof word);
-        if (((word & kHighBits) | holds(word, ';') | holds(word, '\r') | holds(word, '\n')) != 0)
+        if (((word & kHighBits) | holds(word, '\r') | holds(word, '\n')) != 0)
             break;
     }
     while (at < text.size() && kByteClasses[static_cast<unsigned char>(text[at])] == Plain)
@@ -287,37 +269,81 @@ std::size_t skipPlainBytes(std::string_view text, std::size_t at)
 
 } // namespace
 
+ListTable::Span ListTable::spanOf(std::size_t begin, std::size_t end)
+{
+    if (end > std::numeric_limits<std::uint32_t>::max())
+        throw std::bad_alloc(); // a list of over 4 GiB of text is beyond what the grid holds
+    return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end - begin)};
+}
+
+void ListTable::appendConverted(std::string_view bytes, Encoding encoding)
+{
+    if (encoding == Encoding::Utf8) {
+        m_text.append(bytes);
+        return;
+    }
+    const auto& utf8 = utf8OfHighBytes();
+    std::size_t run = 0;
+    for (std::size_t i = skipPlainBytes(bytes, 0); i < bytes.size(); i = skipPlainBytes(bytes, i + 1)) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        if (byte < 0x80)
+            continue; // a line end kept in a cell
+        m_text.append(bytes.substr(run, i - run));
+        m_text.append(utf8[byte - 0x80]);
+        run = i + 1;
+    }
+    m_text.append(bytes.substr(run));
+}
+
 std::size_t ListTable::appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds)
 {
-    const std::size_t lineBegin = m_text.size();
-    std::size_t column = 0;
-    std::size_t fieldBegin = at;
-    bool highBytes = false;
-    // One pass over the line: the byte's class says whether it ends a cell, the line or needs converting.
-    for (;; ++at) {
-        at = skipPlainBytes(text, at);
-        const ByteClass byteClass = at < text.size() ? kByteClasses[static_cast<unsigned char>(text[at])] : LineEnd;
-        if (byteClass == Plain || (byteClass == LineEnd && lineEnds == LineEnds::InCell && at < text.size()))
-            continue;
-        if (byteClass == High) {
-            highBytes = true;
-            continue;
-        }
-        // Fields beyond the columns stay in the last cell with their ";".
-        if (byteClass == Separator && column + 1 == columnCount())
-            continue;
-        appendCell(text.substr(fieldBegin, at - fieldBegin), column++, highBytes, encoding);
-        fieldBegin = at + 1;
+    std::size_t end = text.size();
+    bool highBytes = encoding == Encoding::Windows1252;
+    if (lineEnds == LineEnds::EndTheRow) {
         highBytes = false;
-        if (byteClass == LineEnd)
-            break;
+        for (end = at;; ++end) {
+            end = skipPlainBytes(text, end);
+            if (end == text.size() || kByteClasses[static_cast<unsigned char>(text[end])] == LineEnd)
+                break;
+            highBytes = highBytes || kByteClasses[static_cast<unsigned char>(text[end])] == High;
+        }
     }
-    for (; column < columnCount(); ++column)
-        appendCell({}, column, false, encoding);
+    const std::size_t lineBegin = m_text.size();
+    // The line goes into the buffer as it stands (in UTF-8); the cells are then found in it, so a line whose
+    // amount needs no new form is copied once.
+    appendConverted(text.substr(at, end - at), highBytes ? encoding : Encoding::Utf8);
+    std::size_t cellBegin = lineBegin;
+    for (std::size_t column = 0; column < columnCount(); ++column) {
+        std::size_t cellEnd = m_text.size();
+        if (cellBegin > m_text.size()) {
+            // A missing field: empty, with the separator the saved line will have.
+            m_text += ';';
+            cellEnd = cellBegin = m_text.size();
+        } else if (column + 1 < columnCount()) {
+            // Fields beyond the columns stay in the last cell with their ";".
+            const void* separator = std::memchr(m_text.data() + cellBegin, ';', m_text.size() - cellBegin);
+            if (separator != nullptr)
+                cellEnd = static_cast<std::size_t>(static_cast<const char*>(separator) - m_text.data());
+        }
+        if (column == m_amountColumn) {
+            const std::string_view amount = std::string_view(m_text).substr(cellBegin, cellEnd - cellBegin);
+            const PlainAmountForm plain = plainAmountForm(amount);
+            if (plain.kind != PlainAmount::AsItStands) {
+                const std::string formatted =
+                    plain.kind == PlainAmount::Shortened
+                        ? std::string(plain.whole).append(",").append(plain.decimals)
+                        : formatPatternText(amount, kAmountPattern);
+                m_text.replace(cellBegin, cellEnd - cellBegin, formatted);
+                cellEnd = cellBegin + formatted.size();
+            }
+        }
+        m_cells.push_back(spanOf(cellBegin, cellEnd));
+        cellBegin = cellEnd + 1;
+    }
     // A line whose cells are all empty (";" alone) is no row of the file, as a row not typed into yet.
     if (m_text.size() - lineBegin > columnCount() - 1)
-        m_loaded.push_back({lineBegin, m_text.size() - lineBegin});
-    return at;
+        m_loaded.push_back(spanOf(lineBegin, m_text.size()));
+    return end;
 }
 
 void ListTable::appendLines(std::string_view text, Encoding encoding)
@@ -444,11 +470,11 @@ void ListTable::layOutAfterSave()
         for (std::size_t column = 0; column < columnCount(); ++column) {
             if (column > 0)
                 laidOut.m_text += ';';
-            laidOut.m_cells.push_back({laidOut.m_text.size(), text(row, column).size()});
+            laidOut.m_cells.push_back(spanOf(laidOut.m_text.size(), laidOut.m_text.size() + text(row, column).size()));
             laidOut.m_text.append(text(row, column));
         }
         if (!isUntyped(row))
-            laidOut.m_loaded.push_back({lineBegin, laidOut.m_text.size() - lineBegin});
+            laidOut.m_loaded.push_back(spanOf(lineBegin, laidOut.m_text.size()));
     }
     *this = std::move(laidOut);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -155,12 +156,14 @@ public:
 
 private:
     friend std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);
+    // 32 bits, so the cells take less room than their text: a buffer beyond 4 GiB is refused as out of memory.
     struct Span
     {
-        std::size_t begin = 0;
-        std::size_t size = 0;
+        std::uint32_t begin = 0;
+        std::uint32_t size = 0;
     };
 
+    static Span spanOf(std::size_t begin, std::size_t end);
     std::size_t columnCount() const { return m_kind->columns.size(); }
     enum class LineEnds
     {
@@ -169,7 +172,7 @@ private:
     };
     // Appends the row of the line starting at `at`; returns where its line end is (or the text's end).
     std::size_t appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds);
-    void appendCell(std::string_view field, std::size_t column, bool highBytes, Encoding encoding);
+    void appendConverted(std::string_view bytes, Encoding encoding);
     bool isUntyped(std::size_t row) const;
     std::string_view lineText(Span line) const { return std::string_view(m_text).substr(line.begin, line.size); }
     std::vector<std::string> loadedLines() const;
