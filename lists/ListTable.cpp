@@ -226,25 +226,7 @@ const std::array<std::string, 128>& utf8OfHighBytes()
     return table;
 }
 
-} // namespace
-
-namespace {
-
-enum ByteClass : unsigned char
-{
-    Plain,
-    LineEnd,
-    High
-};
-
-constexpr std::array<ByteClass, 256> kByteClasses = [] {
-    std::array<ByteClass, 256> classes{};
-    classes[static_cast<unsigned char>('\r')] = LineEnd;
-    classes[static_cast<unsigned char>('\n')] = LineEnd;
-    for (std::size_t byte = 0x80; byte < classes.size(); ++byte)
-        classes[byte] = High;
-    return classes;
-}();
+bool isLineEnd(char byte) { return byte == '\r' || byte == '\n'; }
 
 // The first byte from `at` on that ends the line or needs converting; eight bytes at a time while none of them is one.
 std::size_t skipPlainBytes(std::string_view text, std::size_t at)
@@ -262,7 +244,7 @@ std::size_t skipPlainBytes(std::string_view text, std::size_t at)
         if (((word & kHighBits) | holds(word, '\r') | holds(word, '\n')) != 0)
             break;
     }
-    while (at < text.size() && kByteClasses[static_cast<unsigned char>(text[at])] == Plain)
+    while (at < text.size() && !isLineEnd(text[at]) && static_cast<unsigned char>(text[at]) < 0x80)
         ++at;
     return at;
 }
@@ -303,9 +285,9 @@ std::size_t ListTable::appendRow(std::string_view text, std::size_t at, Encoding
         highBytes = false;
         for (end = at;; ++end) {
             end = skipPlainBytes(text, end);
-            if (end == text.size() || kByteClasses[static_cast<unsigned char>(text[end])] == LineEnd)
+            if (end == text.size() || isLineEnd(text[end]))
                 break;
-            highBytes = highBytes || kByteClasses[static_cast<unsigned char>(text[end])] == High;
+            highBytes = true;
         }
     }
     const std::size_t lineBegin = m_text.size();
@@ -352,7 +334,7 @@ void ListTable::appendLines(std::string_view text, Encoding encoding)
     // row, whichever line end stands between.
     std::size_t at = 0;
     while (at < text.size()) {
-        if (kByteClasses[static_cast<unsigned char>(text[at])] == LineEnd)
+        if (isLineEnd(text[at]))
             ++at;
         else
             at = appendRow(text, at, encoding, LineEnds::EndTheRow);
