@@ -144,7 +144,7 @@ with tempfile.TemporaryDirectory() as temporary:
     finally:
         server.stop()
 
-    # Ctrl-C while the server keeps silent after the message: the command ends as Abort does, without a goodbye.
+    # Ctrl-C while the server keeps silent after the message: the command ends as Abort does.
     log = folder / "smtp.log"
     peer = subprocess.Popen(["/usr/bin/python3", str(Path(__file__).parent.parent / "net" / "peer.py"), "smtp-log",
                              str(log), "mute"], stdout=subprocess.PIPE)
@@ -159,12 +159,8 @@ with tempfile.TemporaryDirectory() as temporary:
             time.sleep(0.02)
         sending.send_signal(signal.SIGINT)
         stderr = sending.communicate(timeout=30)[1].decode()
+        # That Abort closes without a goodbye is SmtpSessionTest's matter.
         assert sending.returncode == 130 and "abgebrochen" in stderr, (sending.returncode, stderr)
-        for _ in range(500):
-            if "closed" in log.read_text():
-                break
-            time.sleep(0.02)
-        assert "QUIT" not in log.read_text() and "closed" in log.read_text(), log.read_text()
     finally:
         peer.terminate()
         peer.wait()
