@@ -202,24 +202,31 @@ void appendTextField(std::string& out, std::string_view text, std::size_t charac
         text = cut;
     }
     out += '"';
-    const bool ascii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    std::string converted;
-    if (!ascii) {
-        std::string spaced(text);
-        // A TAB of the file is held as a private-use character; it stands for a blank here.
-        for (std::size_t at = spaced.find(kLiteralTab); at != std::string::npos; at = spaced.find(kLiteralTab, at))
-            spaced.replace(at, kLiteralTab.size(), " ");
-        converted = utf8ToCp1252(spaced);
-        text = converted;
-    }
-    for (char c : text) {
-        if (c == '"')
+    std::size_t plain = 0; // bytes since the last one that needed care, copied in one piece
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte >= 0x20 && byte < 0x80 && byte != '"')
+            continue;
+        out.append(text.data() + plain, i - plain);
+        if (byte == '"') {
             out += "\"\"";
-        else if (static_cast<unsigned char>(c) < 0x20)
+        } else if (byte < 0x80) {
             out += ' ';
-        else
-            out += c;
+        } else if (i + 1 < text.size() && (byte == 0xC3 || (byte == 0xC2 && static_cast<unsigned char>(text[i + 1]) >= 0xA0))) {
+            // U+00A0 to U+00FF are their own Windows-1252 bytes.
+            out += static_cast<char>(((byte & 0x03) << 6) | (static_cast<unsigned char>(text[i + 1]) & 0x3F));
+            ++i;
+        } else {
+            std::size_t length = (byte & 0xE0) == 0xC0 ? 2 : (byte & 0xF0) == 0xE0 ? 3 : (byte & 0xF8) == 0xF0 ? 4 : 1;
+            length = std::min(length, text.size() - i);
+            const std::string_view character = text.substr(i, length);
+            // A TAB of the file is held as a private-use character; it stands for a blank here.
+            out += character == kLiteralTab ? std::string(" ") : utf8ToCp1252(character);
+            i += length - 1;
+        }
+        plain = i + 1;
     }
+    out.append(text.data() + plain, text.size() - plain);
     out += '"';
 }
 
