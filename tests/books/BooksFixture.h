@@ -6,6 +6,7 @@
 #include "books/CashBook.h"
 #include "books/PrintedPage.h"
 #include "ledger/ReceiptLedger.h"
+#include "tests/app/PeerProgram.h"
 #include "tests/app/ProgramFolder.h"
 
 namespace zw::test {
@@ -14,6 +15,12 @@ namespace zw::test {
 inline std::chrono::system_clock::time_point bookNoon()
 {
     return std::chrono::sys_days(std::chrono::year(2026) / 11 / 25) + std::chrono::hours(12);
+}
+
+// coreutils' sha256sum, the judge of the journal's hashes.
+inline std::string sha256sum(const std::filesystem::path& file)
+{
+    return run("sha256sum '" + file.string() + "'").output.substr(0, 64);
 }
 
 // The report as plain text, so a test reads what the page says without a PDF library.

@@ -1,7 +1,5 @@
 #include "books/JournalCheck.h"
 
-#include <array>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -14,16 +12,7 @@ namespace zw {
 namespace {
 
 using test::BooksFolder;
-
-std::string sha256sum(const std::filesystem::path& file)
-{
-    const std::string command = "sha256sum '" + file.string() + "'";
-    std::FILE* pipe = ::popen(command.c_str(), "r");
-    std::array<char, 65> digest{};
-    const std::size_t got = std::fread(digest.data(), 1, 64, pipe);
-    ::pclose(pipe);
-    return std::string(digest.data(), got);
-}
+using test::sha256sum;
 
 std::vector<std::string> journalLines(const BooksFolder& folder)
 {

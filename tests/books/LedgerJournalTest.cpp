@@ -1,7 +1,5 @@
 #include "books/LedgerJournal.h"
 
-#include <array>
-#include <cstdio>
 #include <gtest/gtest.h>
 
 #include "books/JournalCheck.h"
@@ -12,14 +10,7 @@
 namespace zw {
 namespace {
 
-std::string sha256sum(const std::filesystem::path& file)
-{
-    std::FILE* pipe = ::popen(("sha256sum '" + file.string() + "'").c_str(), "r");
-    std::array<char, 65> digest{};
-    const std::size_t got = std::fread(digest.data(), 1, 64, pipe);
-    ::pclose(pipe);
-    return std::string(digest.data(), got);
-}
+using test::sha256sum;
 
 // The window's ledger: its store tells the journal of every change under belege.dat's lock.
 struct WatchedLedger : test::BooksFolder
