@@ -1,5 +1,5 @@
 """The cash book from the command line: Storno, daily close, the report again and the journal's check, against
-Python's own SHA-256, pdftotext and qpdf."""
+Python's own SHA-256 and pdftotext."""
 import hashlib
 import subprocess
 import sys
@@ -47,12 +47,8 @@ with tempfile.TemporaryDirectory() as folder:
     text = pdf_text(report)
     for expected in ("Kassenbericht", "02.01.2020", "183,50 EUR", "180,00 EUR", "-3,50 EUR", "Wechselgeld"):
         assert expected in text, (expected, text)
-    check = subprocess.run(["qpdf", "--check", str(report)], capture_output=True)
-    assert check.returncode == 0, check
     code, out, err = run("ledger", "close", "01.01.2020", "--counted", "0")
     assert code == 1 and "ist bereits abgeschlossen" in err, (code, out, err)
-    code, out, err = run("ledger", "close", "01.01.2999", "--counted", "0")
-    assert code == 1 and "liegt in der Zukunft" in err, (code, out, err)
     code, out, err = run("ledger", "close", "--counted", "zehn")
     assert code == 1 and "\"zehn\" ist kein Betrag" in err, (code, out, err)
 
@@ -71,18 +67,14 @@ with tempfile.TemporaryDirectory() as folder:
     code, out, err = run("journal", "show", "--from", "32.01.2020")
     assert code == 2 and "kein Datum" in err, (code, out, err)
 
-    rows = ledger.read_bytes()
-    ledger.write_bytes(rows.replace(b"1046;100,00", b"1046;10,00"))
-    code, out, err = run("journal", "verify")
-    assert code == 1 and "Zeile 5: das Journal erwartet \"01.01.2020;1046;100,00;" in err, (code, out, err)
-    ledger.write_bytes(rows)
+    # A damaged journal fails the command (the findings themselves: JournalTest).
     journal = (daten / "journal.dat").read_bytes()
     (daten / "journal.dat").write_bytes(journal[:-20])
     code, out, err = run("journal", "verify")
     assert code == 1 and err.startswith("Eintrag 4: das Journal endet mitten in diesem Eintrag"), (code, out, err)
+    (daten / "journal.dat").write_bytes(journal)
 
     # ledger file: the row on top as before, its PDF/A copy in the archive, both in the journal.
-    (daten / "journal.dat").write_bytes(journal)
     receipt = Path(folder) / "q.ZW5"
     # Type, number, currency, rate, net, share, gross, words, from (two lines), for, place, date, notes.
     receipt.write_bytes("\r\n".join(["Quittung", "2001", "EUR", "19", "10,00", "1,90", "11,90", "elf", "Max Müller",
