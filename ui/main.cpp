@@ -42,6 +42,7 @@ constexpr void (*kParts[])(const PartContext&) = {
     installService,
     installSmallWindows,
     installCashBook,
+    installYearChart,
     installDatevExport,
 };
 
