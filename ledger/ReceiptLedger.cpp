@@ -31,11 +31,6 @@ std::string_view field(std::string_view row, int column)
     return row.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start);
 }
 
-bool isAscii(std::string_view bytes)
-{
-    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // The bytes that end a plain run of a line as read: line ends, a TAB and anything beyond ASCII.
 bool endsPlainRun(char c)
 {
@@ -116,6 +111,77 @@ bool copyAsciiRow(std::string_view text, char* out)
         out[n] = c == '\t' ? ';' : c;
     }
     return true;
+}
+
+// The memory form of each byte from 0x80 up, taken once from the code page's own conversion.
+const std::array<std::string, 128>& memoryFormOfHighBytes()
+{
+    static const std::array<std::string, 128> forms = [] {
+        std::array<std::string, 128> made;
+        for (int byte = 0x80; byte <= 0xFF; ++byte)
+            made[static_cast<std::size_t>(byte - 0x80)] = cp1252ToUtf8(std::string(1, static_cast<char>(byte)));
+        return made;
+    }();
+    return forms;
+}
+
+// The file's byte for each character the reader makes of a byte beyond ASCII, and for kLiteralTab, keyed by the
+// character's UTF-8 bytes; taken from the code page's own conversion the other way.
+struct FileByte
+{
+    std::uint32_t utf8;
+    char byte;
+    bool operator<(const FileByte& other) const { return utf8 < other.utf8; }
+};
+
+std::uint32_t packedUtf8(std::string_view bytes)
+{
+    std::uint32_t packed = 0;
+    for (char c : bytes)
+        packed = packed << 8 | static_cast<unsigned char>(c);
+    return packed;
+}
+
+const std::vector<FileByte>& fileBytesOfCharacters()
+{
+    static const std::vector<FileByte> table = [] {
+        std::vector<FileByte> made{{packedUtf8(kLiteralTab), '\t'}};
+        for (const std::string& form : memoryFormOfHighBytes()) {
+            const std::string back = utf8ToCp1252(form);
+            if (back.size() == 1)
+                made.push_back({packedUtf8(form), back[0]});
+        }
+        std::sort(made.begin(), made.end());
+        return made;
+    }();
+    return table;
+}
+
+// Writes a row that holds bytes beyond ASCII as belege.dat holds it and returns how many bytes that took, or 0
+// when one of its characters is not one the reader makes (then the general conversion takes the row). Never
+// writes more bytes than the row has.
+std::size_t copyKnownCharacters(std::string_view text, char* out)
+{
+    const auto& table = fileBytesOfCharacters();
+    char* at = out;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[i]);
+        if (lead < 0x80) {
+            *at++ = lead == '\t' ? ';' : static_cast<char>(lead);
+            ++i;
+            continue;
+        }
+        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
+        if (length == 0 || i + length > text.size())
+            return 0;
+        const FileByte key{packedUtf8(text.substr(i, length)), 0};
+        const auto found = std::lower_bound(table.begin(), table.end(), key);
+        if (found == table.end() || found->utf8 != key.utf8)
+            return 0;
+        *at++ = found->byte;
+        i += length;
+    }
+    return static_cast<std::size_t>(at - out);
 }
 
 } // namespace
@@ -479,7 +545,7 @@ void LedgerReader::reserve(std::size_t fileBytes)
 }
 
 // Rows come in runs of plain bytes: the fast path copies them to the arena with the separator swapped and stops
-// at a line end, a TAB or a byte beyond ASCII; only a row holding one of the last two goes through the code page.
+// at a line end, a TAB or a byte beyond ASCII, which is written in its memory form before the run goes on.
 void LedgerReader::feed(std::string_view block)
 {
     const char* p = block.data();
@@ -489,64 +555,29 @@ void LedgerReader::feed(std::string_view block)
     if (m_afterCr && *p == '\n')
         ++p;
     m_afterCr = false;
+    const auto& wide = memoryFormOfHighBytes();
     while (p < end) {
-        if (!m_converting) {
-            feedPlain(p, end);
-            continue;
-        }
-        const char* stop = std::find_if(p, end, [](char c) { return c == '\r' || c == '\n'; });
-        m_line.append(p, stop);
-        p = stop;
-        if (stop == end)
-            break;
-        endConvertedRow();
-        p = afterLineEnd(p, end, m_afterCr);
-    }
-    if (m_sink)
-        handRowsToSink();
-}
-
-void LedgerReader::feedPlain(const char*& p, const char* end)
-{
-    char* row = m_rows.reserveTail(m_pending, static_cast<std::size_t>(end - p));
-    while (p < end) {
+        // Room for the rest of the block, and for one character that grows.
+        char* row = m_rows.reserveTail(m_pending, static_cast<std::size_t>(end - p) + kLiteralTab.size());
         const std::size_t copied = copyPlainRun(p, end, row + m_pending);
         p += copied;
         m_pending += copied;
         if (p == end)
-            return;
-        if (*p == '\r' || *p == '\n') {
+            break;
+        const auto c = static_cast<unsigned char>(*p);
+        if (c == '\r' || c == '\n') {
             m_rows.endRow(m_pending);
-            row += m_pending;
             m_pending = 0;
             p = afterLineEnd(p, end, m_afterCr);
             continue;
         }
-        // A TAB or a byte beyond ASCII: the row so far goes back to its bytes as read, and on through m_line.
-        m_line.assign(row, m_pending);
-        std::replace(m_line.begin(), m_line.end(), '\t', ';');
-        m_pending = 0;
-        m_converting = true;
-        return;
+        const std::string_view form = c == '\t' ? kLiteralTab : std::string_view(wide[c - 0x80]);
+        std::memcpy(row + m_pending, form.data(), form.size());
+        m_pending += form.size();
+        ++p;
     }
-}
-
-void LedgerReader::endConvertedRow()
-{
-    const std::string text = isAscii(m_line) ? std::move(m_line) : cp1252ToUtf8(m_line);
-    const auto tabs = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
-    char* out = m_rows.reserveTail(0, text.size() + tabs * (kLiteralTab.size() - 1));
-    char* at = out;
-    for (char c : text) {
-        if (c == '\t') {
-            at = std::copy(kLiteralTab.begin(), kLiteralTab.end(), at);
-        } else {
-            *at++ = c == ';' ? '\t' : c;
-        }
-    }
-    m_rows.endRow(static_cast<std::size_t>(at - out));
-    m_line.clear();
-    m_converting = false;
+    if (m_sink)
+        handRowsToSink();
 }
 
 void LedgerReader::handRowsToSink()
@@ -557,9 +588,7 @@ void LedgerReader::handRowsToSink()
 
 void LedgerReader::finish()
 {
-    if (m_converting) {
-        endConvertedRow();
-    } else if (m_pending > 0) {
+    if (m_pending > 0) {
         m_rows.endRow(m_pending);
         m_pending = 0;
     }
@@ -640,6 +669,8 @@ void writeLedgerBytes(const ReceiptLedger& ledger, const std::function<void(std:
         char* out = piece.data() + used;
         if (copyAsciiRow(text, out)) {
             used += text.size();
+        } else if (const std::size_t written = copyKnownCharacters(text, out)) {
+            used += written;
         } else {
             line.clear();
             appendLedgerLine(line, text);

@@ -209,16 +209,11 @@ public:
     void finishInto(ReceiptLedger& ledger);
 
 private:
-    void feedPlain(const char*& p, const char* end);
-    void endPlainRow();
-    void endConvertedRow();
     void handRowsToSink();
 
     RowSink m_sink;
     RowArena m_rows;
     std::size_t m_pending = 0; // bytes of the unfinished row at the arena's tail, already in memory form
-    std::string m_line;        // the unfinished row as read, once it needs the code page or holds a TAB
-    bool m_converting = false; // the unfinished row is in m_line
     bool m_afterCr = false;    // the last block ended in CR, so a leading LF belongs to it
 };
 

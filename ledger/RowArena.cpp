@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <sys/mman.h>
 
 namespace zw {
 namespace {
@@ -16,7 +17,46 @@ T* reallocated(T* block, std::size_t count)
     return static_cast<T*>(moved);
 }
 
+// A ledger of a hundred megabytes would otherwise take tens of thousands of page faults as it is first written.
+void preferLargePages(void* block, std::size_t bytes)
+{
+    constexpr std::size_t kLargePage = 2 << 20;
+    if (bytes < 2 * kLargePage)
+        return;
+    const auto start = (reinterpret_cast<std::uintptr_t>(block) + kLargePage - 1) & ~(kLargePage - 1);
+    const auto end = (reinterpret_cast<std::uintptr_t>(block) + bytes) & ~(kLargePage - 1);
+    if (end > start)
+        ::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+}
+
 } // namespace
+
+RowArena::RowArena(const RowArena& other)
+    : m_groupOffsets(other.m_groupOffsets), m_longRows(other.m_longRows)
+{
+    if (other.m_bytes) {
+        growBytes(other.m_size);
+        std::memcpy(m_bytes.get(), other.m_bytes.get(), other.m_size + kSlack);
+        m_size = other.m_size;
+    }
+    if (other.m_rowCount > 0) {
+        growLengths(other.m_rowCount);
+        std::memcpy(m_lengths.get(), other.m_lengths.get(), other.m_rowCount);
+        m_rowCount = other.m_rowCount;
+    }
+}
+
+void RowArena::swap(RowArena& other) noexcept
+{
+    std::swap(m_bytes, other.m_bytes);
+    std::swap(m_size, other.m_size);
+    std::swap(m_capacity, other.m_capacity);
+    std::swap(m_lengths, other.m_lengths);
+    std::swap(m_rowCount, other.m_rowCount);
+    std::swap(m_lengthCapacity, other.m_lengthCapacity);
+    std::swap(m_groupOffsets, other.m_groupOffsets);
+    std::swap(m_longRows, other.m_longRows);
+}
 
 std::size_t RowArena::offsetOf(std::size_t row) const
 {
@@ -42,13 +82,12 @@ std::size_t RowArena::longLength(std::size_t row) const
     return it->second;
 }
 
-void RowArena::growBytes(std::size_t needed)
+void RowArena::reallocateBytes(std::size_t needed)
 {
-    if (m_bytes && needed <= m_capacity)
-        return;
     std::size_t capacity = std::max(needed, m_capacity + m_capacity / 2);
     m_bytes.reset(reallocated(m_bytes.release(), capacity + kSlack));
     m_capacity = capacity;
+    preferLargePages(m_bytes.get(), capacity);
 }
 
 void RowArena::growLengths(std::size_t needed)
@@ -61,12 +100,6 @@ void RowArena::growLengths(std::size_t needed)
 }
 
 void RowArena::reserveRows(std::size_t rows) { growLengths(rows); }
-
-char* RowArena::reserveTail(std::size_t pending, std::size_t bytes)
-{
-    growBytes(m_size + pending + bytes);
-    return tail();
-}
 
 void RowArena::endRow(std::size_t length)
 {

@@ -20,11 +20,22 @@ public:
     static constexpr std::size_t kSlack = 16;
 
     RowArena() = default;
-    RowArena(RowArena&&) noexcept = default;
-    RowArena& operator=(RowArena&&) noexcept = default;
-    RowArena(const RowArena&) = delete;
-    RowArena& operator=(const RowArena&) = delete;
+    RowArena(RowArena&& other) noexcept { swap(other); }
+    RowArena& operator=(RowArena&& other) noexcept
+    {
+        RowArena taken(std::move(other));
+        swap(taken);
+        return *this;
+    }
+    RowArena(const RowArena& other);
+    RowArena& operator=(const RowArena& other)
+    {
+        RowArena copy(other);
+        swap(copy);
+        return *this;
+    }
     ~RowArena() = default;
+    void swap(RowArena& other) noexcept;
 
     std::size_t rowCount() const { return m_rowCount; }
     std::size_t byteCount() const { return m_size; }
@@ -39,7 +50,11 @@ public:
 
     // For a reader that writes rows in place: room for `bytes` more behind the rows and the bytes of the row not
     // yet ended (`pending`), whose start `tail()` gives. The pointer stays valid until the next call that grows.
-    char* reserveTail(std::size_t pending, std::size_t bytes);
+    char* reserveTail(std::size_t pending, std::size_t bytes)
+    {
+        growBytes(m_size + pending + bytes);
+        return tail();
+    }
     char* tail() { return m_bytes.get() + m_size; }
     // The next `length` bytes at the tail are one row.
     void endRow(std::size_t length);
@@ -79,7 +94,12 @@ private:
         return length != kLongRow ? length : longLength(row);
     }
     std::size_t longLength(std::size_t row) const;
-    void growBytes(std::size_t needed);
+    void growBytes(std::size_t needed)
+    {
+        if (!m_bytes || needed > m_capacity)
+            reallocateBytes(needed);
+    }
+    void reallocateBytes(std::size_t needed);
     void growLengths(std::size_t needed);
 
     std::unique_ptr<char[], Free> m_bytes;

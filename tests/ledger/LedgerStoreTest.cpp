@@ -1,6 +1,8 @@
 #include "ledger/LedgerStore.h"
 
 #include <csignal>
+#include <functional>
+#include <malloc.h>
 #include <iostream>
 #include <random>
 #include <sstream>
@@ -101,6 +103,84 @@ TEST(LedgerStore, ATabInTheFileStaysATab)
         EXPECT_EQ(ledger.cell(0, 2), "");
         EXPECT_EQ(ledgerBytes(ledger), line + "\r\n");
     }
+}
+
+// What the reader makes of a file comes back byte for byte at the next save, wherever the reader leaves its fast
+// way (a byte beyond ASCII, a TAB, a long row, a line end at a block's edge), and edits change only their rows.
+TEST(LedgerStore, EveryLineIsSavedAsItWasReadAndAnEditChangesOnlyItsRow)
+{
+    std::string everyByte;
+    for (int byte = 1; byte < 256; ++byte)
+        if (byte != '\r' && byte != '\n')
+            everyByte += static_cast<char>(byte);
+    std::string growing;
+    for (int length = 0; length < 700; ++length)
+        growing += std::string(static_cast<std::size_t>(length), length % 7 == 0 ? '\xE4' : 'x') + ";\r\n";
+    std::string edited;
+    std::string editedSaved;
+    for (int row = 0; row < 9000; ++row) {
+        edited += "1.1.2020;" + std::to_string(row) + ";10,00\r\n";
+        editedSaved += "1.1.2020;" + std::to_string(row) + (row % 2 ? ";10,00\r\n" : ";10,00;;EUR\r\n");
+    }
+    const std::string lines = kIncomeLine + "\r\n" + kExpenseLine + "\r\n";
+    struct Case
+    {
+        const char* name;
+        std::string file;
+        std::function<void(ReceiptLedger&)> edit;
+        std::string saved;
+    };
+    const Case cases[] = {
+        {"empty lines stay rows", "\r\n\r\na;b\r\n\r\n", {}, "\r\n\r\na;b\r\n\r\n"},
+        {"a file without a final line break gets one", "a;b", {}, "a;b\r\n"},
+        {"every byte but the line ends", everyByte + "\r\n", {}, everyByte + "\r\n"},
+        {"rows from empty to 700 bytes", growing, {}, growing},
+        {"an edited row keeps the others' bytes", lines,
+         [](ReceiptLedger& ledger) { ledger.setCell(1, columnIndex(C::ort), "Köln"); },
+         kIncomeLine + "\r\n13.03.2011;1048;;-35,50;EUR;7;33,18;2,32;f\xFCnfunddrei\xDFig;Post;;Porto;K\xF6ln;;"
+                       "Ausgabebeleg\r\n"},
+        {"a filed, an edited and a removed row", lines,
+         [](ReceiptLedger& ledger) {
+             ledger.insertRow(0, "neu\tG\xC3\xBC" "ltig");
+             ledger.setCell(2, 0, "x" + std::string(kLiteralTab) + "Tab");
+             ledger.removeRow(1);
+         },
+         "neu;G\xFCltig\r\nx\tTab;1048;;-35,50;EUR;7;33,18;2,32;f\xFCnfunddrei\xDFig;Post;;Porto;Bonn;;"
+         "Ausgabebeleg\r\n"},
+        {"thousands of edits", edited,
+         [](ReceiptLedger& ledger) {
+             for (std::size_t row = 0; row < ledger.rowCount(); row += 2)
+                 ledger.setCell(row, columnIndex(C::waehrung), "EUR");
+         },
+         editedSaved},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto ledger = read(c.file);
+        if (c.edit)
+            c.edit(ledger);
+        EXPECT_EQ(ledgerBytes(ledger), c.saved);
+    }
+    auto ledger = read(edited);
+    cases[6].edit(ledger);
+    EXPECT_EQ(ledger.cellColour(8998, columnIndex(C::einnahme)), kIncomeColour) << "an edit keeps the colours";
+}
+
+// Empty lines cost no more than their line ends on disk; when every row was a block of its own they took six
+// times the file.
+TEST(LedgerStore, AFileOfEmptyLinesTakesNoMoreMemoryThanOnDisk)
+{
+    std::string file;
+    for (int line = 0; line < (4 << 20); ++line)
+        file += "\r\n";
+    std::istringstream in(file);
+    ::malloc_trim(0);
+    const auto inUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
+    const std::size_t before = inUse();
+    ReceiptLedger ledger;
+    readLedger(in, ledger);
+    ASSERT_EQ(ledger.rowCount(), std::size_t{4} << 20);
+    EXPECT_LE(static_cast<double>(inUse() - before), 1.15 * static_cast<double>(file.size()));
 }
 
 // The window looks at the file when it is activated: what another program saved meanwhile is read again, and

@@ -1,4 +1,5 @@
 #include "ui/ledger/LedgerModel.h"
+
 #include "ui/frame/QtText.h"
 
 #include <QColor>
@@ -8,7 +9,6 @@
 
 namespace zw {
 namespace {
-
 
 // The grid's colour values are 0xBBGGRR.
 QColor gridColour(int value) { return QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF); }
@@ -54,8 +54,12 @@ QVariant LedgerModel::data(const QModelIndex& index, int role) const
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::EditRole:
-        return qt(m_ledger.cell(row, index.column())).replace(qt(kLiteralTab), QStringLiteral("\t"));
+    case Qt::EditRole: {
+        const std::string_view text = m_ledger.cell(row, index.column());
+        if (text.find(kLiteralTab) == std::string_view::npos)
+            return qt(text);
+        return qt(text).replace(qt(kLiteralTab), QStringLiteral("\t"));
+    }
     case Qt::ForegroundRole:
         if (int colour = m_ledger.cellColour(row, index.column()))
             return gridColour(colour);

@@ -7,8 +7,8 @@ namespace zw {
 
 class ReceiptLedger;
 
-// The grid Grid1 over the ReceiptLedger: cells are cut from the row text when shown, so a million rows cost no
-// more than the ledger itself. The amount cells coloured at load are shown in their colour and bold.
+// The grid Grid1 over the ReceiptLedger: cells are read from the ledger's row buffer when shown, so a million rows
+// cost no more than the ledger itself. The amount cells coloured at load are shown in their colour and bold.
 class LedgerModel : public QAbstractTableModel
 {
 public:
