@@ -1,13 +1,13 @@
 #include "print/ArchivePdf.h"
 
 #include <QGuiApplication>
-#include <cstdio>
 #include <gtest/gtest.h>
 
 #include "books/DailyClose.h"
 #include "core/ReceiptForm.h"
 #include "print/Capture.h"
 #include "print/FormFonts.h"
+#include "tests/app/PeerProgram.h"
 #include "tests/app/ProgramFolder.h"
 
 namespace zw {
@@ -19,13 +19,7 @@ std::string peerOutput(const std::string& command, const std::string& pdf, const
 {
     const auto file = folder / "document.pdf";
     test::writeBytes(file, pdf);
-    std::FILE* pipe = ::popen((command + " '" + file.string() + "'" + after + " 2>&1").c_str(), "r");
-    std::string output;
-    char block[4096];
-    for (std::size_t got; (got = std::fread(block, 1, sizeof block, pipe)) > 0;)
-        output.append(block, got);
-    ::pclose(pipe);
-    return output;
+    return test::runPeer(command + " '" + file.string() + "'" + after + " 2>&1");
 }
 
 TEST(ArchivePdf, TheReceiptIsASmallPdfAWhoseTextPdftotextFinds)

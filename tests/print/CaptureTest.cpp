@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "app/Appearance.h"
-#include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/print/PictureProbe.h"
 
 namespace zw {
@@ -24,19 +23,17 @@ const QRect kRTFBox(24, 72, 297, 73);
 const QRect kImage6(288, 352, 257, 57);
 const QRect kImage7(16, 56, 313, 97);
 
-class CaptureTest : public ::testing::Test
+class CaptureTest : public ::testing::Test, protected test::ProgramFolder
 {
 protected:
-    CaptureTest() : paths(folder.path()), capture(paths)
+    CaptureTest()
     {
         // Start from an empty form so that each case sees only its own ink.
         for (std::size_t i = 0; i < kFormElementCount; ++i)
             form.setText(static_cast<F>(i), "");
     }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
-    Capture capture;
+    Capture capture{paths};
     ReceiptForm form;
 };
 

@@ -4,10 +4,9 @@
 
 #include "tests/core/RunErrorNumber.h"
 
-#include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "tests/app/LockProbe.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 
 namespace zw {
@@ -15,30 +14,22 @@ namespace {
 
 using F = FormElement;
 
-class IssuerDataTest : public ::testing::Test
+class IssuerDataTest : public ::testing::Test, protected test::ProgramFolder
 {
 protected:
-    IssuerDataTest() : paths(folder.path()), issuers(form, settings, paths, host)
-    {
-        std::filesystem::create_directories(paths.dataFolder());
-    }
-    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
-    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
     void steuer(const char* key, const char* value) { settings.save(kApplicationName, "Steuer", key, value); }
     std::string steuer(const char* key) { return settings.get(kApplicationName, "Steuer", key, "<none>"); }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
     ReceiptForm form;
     test::MemorySettings settings;
     test::FakeHost host;
-    IssuerData issuers;
+    IssuerData issuers{form, settings, paths, host};
 };
 
 TEST_F(IssuerDataTest, OpeningReadsTheWholeFileInItsCodePageAndTheDefaultsOfEmptyKeys)
 {
     EXPECT_EQ(test::errorNumberOf([&] { issuers.openAussteller(); }), 53) << "no aussteller.dat";
-    writeData("aussteller.dat", "M\xfcller GmbH\r\nStra\xdf"
+    writeBytes("aussteller.dat", "M\xfcller GmbH\r\nStra\xdf"
                                 "e 1\r\n");
     IssuerEntry entry = issuers.openAussteller();
     EXPECT_EQ(entry.text, "Müller GmbH\r\nStraße 1\r\n");
@@ -57,10 +48,10 @@ TEST_F(IssuerDataTest, OpeningReadsTheWholeFileInItsCodePageAndTheDefaultsOfEmpt
 
 TEST_F(IssuerDataTest, EachOpenAndSaveAddsOneEmptyLine)
 {
-    writeData("aussteller.dat", "Muster\r\n");
+    writeBytes("aussteller.dat", "Muster\r\n");
     for (int round = 0; round < 2; ++round)
         issuers.saveAussteller(issuers.openAussteller());
-    EXPECT_EQ(readData("aussteller.dat"), "Muster\r\n\r\n\r\n");
+    EXPECT_EQ(readBytes("aussteller.dat"), "Muster\r\n\r\n\r\n");
     EXPECT_EQ(form.text(F::RTFBox), "Muster\r\n\r\n");
     EXPECT_EQ(host.notices, (std::vector<Notice>{Notice::aussteller1, Notice::aussteller1}));
 }
@@ -68,7 +59,7 @@ TEST_F(IssuerDataTest, EachOpenAndSaveAddsOneEmptyLine)
 TEST_F(IssuerDataTest, SavingStoresTheThreeKeysAndAnEmptyTextAsOneEmptyLine)
 {
     issuers.saveAussteller({"", "99/999", true, "Notiz"});
-    EXPECT_EQ(readData("aussteller.dat"), "\r\n");
+    EXPECT_EQ(readBytes("aussteller.dat"), "\r\n");
     const IssuerEntry back = issuers.openAussteller();
     EXPECT_EQ(back.taxNumber, "99/999");
     EXPECT_TRUE(back.showTaxNumber);
@@ -77,8 +68,8 @@ TEST_F(IssuerDataTest, SavingStoresTheThreeKeysAndAnEmptyTextAsOneEmptyLine)
 
 TEST_F(IssuerDataTest, ThePagesShowTheirTaxNumbersOnlyWhileTheFirstIssuerHasOne)
 {
-    writeData("aussteller.dat", "Eins\r\n");
-    writeData("aussteller2.dat", "Zwei\r\n");
+    writeBytes("aussteller.dat", "Eins\r\n");
+    writeBytes("aussteller2.dat", "Zwei\r\n");
     steuer("Steuernummer2", "222");
     steuer("Steuernummer3", "333");
 
@@ -96,30 +87,30 @@ TEST_F(IssuerDataTest, ThePagesShowTheirTaxNumbersOnlyWhileTheFirstIssuerHasOne)
 
 TEST_F(IssuerDataTest, ChoosingASecondIssuerShowsItButLeavesTheActiveFileAndKey)
 {
-    writeData("aussteller.dat", "Eins\r\n");
+    writeBytes("aussteller.dat", "Eins\r\n");
     steuer("Steuernummer", "111");
     issuers.chooseIssuer(1, {"Zwei GmbH\r\nWeg 2", "222"});
 
     EXPECT_EQ(form.text(F::RTFBox), "Zwei GmbH\r\nWeg 2");
     EXPECT_EQ(form.text(F::steuernummer2), "222");
     EXPECT_EQ(issuers.openAusstellerPro()[1].text, "Zwei GmbH\r\nWeg 2\r\n");
-    EXPECT_EQ(readData("aussteller.dat"), "Eins\r\n");
+    EXPECT_EQ(readBytes("aussteller.dat"), "Eins\r\n");
     EXPECT_EQ(steuer("Steuernummer"), "111");
 
     issuers.chooseIssuer(0, {"Neu", "000"});
-    EXPECT_EQ(readData("aussteller.dat"), "Neu\r\n");
+    EXPECT_EQ(readBytes("aussteller.dat"), "Neu\r\n");
     EXPECT_EQ(steuer("Steuernummer"), "000");
 }
 
 // The issuer files are replaced whole; their writes wait for another program's cycle on the same file.
 TEST_F(IssuerDataTest, SavingWaitsForAnotherProgramsLock)
 {
-    writeData("aussteller.dat", "Alt\r\n");
+    writeBytes("aussteller.dat", "Alt\r\n");
     EXPECT_TRUE(test::waitsForLock(paths.dataFile("aussteller.dat"), [this] { issuers.saveAussteller({"Neu", "", false, ""}); }));
     EXPECT_TRUE(test::waitsForLock(paths.dataFile("aussteller2.dat"),
                                    [this] { issuers.chooseIssuer(1, {"Zweiter", "12/345"}); }));
-    EXPECT_EQ(readData("aussteller.dat"), "Neu\r\n");
-    EXPECT_EQ(readData("aussteller2.dat"), "Zweiter\r\n");
+    EXPECT_EQ(readBytes("aussteller.dat"), "Neu\r\n");
+    EXPECT_EQ(readBytes("aussteller2.dat"), "Zweiter\r\n");
 }
 
 } // namespace

@@ -4,9 +4,8 @@
 
 #include "tests/core/RunErrorNumber.h"
 
-#include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
 #include "tests/print/PictureProbe.h"
 
@@ -15,23 +14,18 @@ namespace {
 
 using F = FormElement;
 
-class PictureCommandsTest : public ::testing::Test
+class PictureCommandsTest : public ::testing::Test, protected test::ProgramFolder
 {
 protected:
-    PictureCommandsTest() : paths(folder.path()), commands(form, paths, host)
+    PictureCommandsTest()
     {
-        std::filesystem::create_directories(paths.dataFolder());
         logoPicture = (folder / "logo.bmp").string();
         test::writeSolidPicture(logoPicture, 313, 97, QColor(0, 0, 200));
     }
-    void writeData(const std::string& name, const std::string& bytes) { test::writeBytes(paths.dataFile(name), bytes); }
-    std::string readData(const std::string& name) { return test::readBytes(paths.dataFile(name)); }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
     ReceiptForm form;
     test::FakeHost host;
-    PictureCommands commands;
+    PictureCommands commands{form, paths, host};
     std::string logoPicture;
 };
 
@@ -55,7 +49,7 @@ TEST_F(PictureCommandsTest, FirstLogoClickWithoutSigFileOpensTheWindowAndAsksFor
 
 TEST_F(PictureCommandsTest, AnEmptySigFileBlanksTheFieldWithTheMarksOn)
 {
-    writeData("signatur.sig", "");
+    writeBytes("signatur.sig", "");
     form.setPicture(F::Image6, logoPicture);
     commands.switchOn(PictureKind::Signature);
     EXPECT_EQ(form.picture(F::Image6), "");
@@ -66,7 +60,7 @@ TEST_F(PictureCommandsTest, AnEmptySigFileBlanksTheFieldWithTheMarksOn)
 TEST_F(PictureCommandsTest, APathSplitOverLinesIsJoinedAndABrokenPathFails)
 {
     const auto cut = logoPicture.size() / 2;
-    writeData("signatur.sig", logoPicture.substr(0, cut) + "\r\n" + logoPicture.substr(cut) + "\r\n");
+    writeBytes("signatur.sig", logoPicture.substr(0, cut) + "\r\n" + logoPicture.substr(cut) + "\r\n");
     commands.switchOn(PictureKind::Signature);
     EXPECT_EQ(form.picture(F::Image6), logoPicture);
 
@@ -76,26 +70,26 @@ TEST_F(PictureCommandsTest, APathSplitOverLinesIsJoinedAndABrokenPathFails)
         std::string content;
         int error;
     };
-    writeData("kein_bild.jpg", "Text statt Bild");
+    writeBytes("kein_bild.jpg", "Text statt Bild");
     const Row rows[] = {{"missing", (folder / "weg.jpg").string(), 53},
                         {"no picture", paths.dataFile("kein_bild.jpg").string(), 481}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        writeData("signatur.sig", row.content + "\r\n");
+        writeBytes("signatur.sig", row.content + "\r\n");
         EXPECT_EQ(test::errorNumberOf([&] { commands.switchOn(PictureKind::Signature); }), row.error);
     }
 }
 
 TEST_F(PictureCommandsTest, OffAndChooseSetTheMarksAndOnlyTheLogoGivesBackTheIssuerBlock)
 {
-    writeData("signatur_logo.sig", logoPicture + "\r\n");
+    writeBytes("signatur_logo.sig", logoPicture + "\r\n");
     commands.switchOn(PictureKind::Logo);
     commands.choose(PictureKind::Logo);
     EXPECT_TRUE(form.isVisible(F::RTFBox));
     EXPECT_FALSE(form.isVisible(F::Image7));
     EXPECT_EQ(host.openedWindows.back(), "logodatei");
 
-    writeData("signatur.sig", logoPicture + "\r\n");
+    writeBytes("signatur.sig", logoPicture + "\r\n");
     commands.switchOn(PictureKind::Signature);
     commands.choose(PictureKind::Signature);
     EXPECT_TRUE(form.isVisible(F::Image6)) << "choosing leaves the signature picture as it is";
@@ -109,10 +103,10 @@ TEST_F(PictureCommandsTest, TheFileWindowCreatesAMissingSigFileAndReadsTheStartS
     PictureFileChoice choice = commands.openFileWindow(PictureKind::Signature, "");
     EXPECT_EQ(choice.path, "");
     EXPECT_FALSE(choice.everyStart);
-    EXPECT_EQ(readData("signatur.sig"), "\r\n");
+    EXPECT_EQ(readBytes("signatur.sig"), "\r\n");
 
     commands.setEveryStart(PictureKind::Signature, true);
-    EXPECT_EQ(readData("sigunteraa.dat"), "1\r\n");
+    EXPECT_EQ(readBytes("sigunteraa.dat"), "1\r\n");
     commands.saveFile(PictureKind::Signature, "/bilder/unterschrift.jpg");
     choice = commands.openFileWindow(PictureKind::Signature, "");
     EXPECT_EQ(choice.path, "/bilder/unterschrift.jpg");

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/ProgramPaths.h"
 #include "core/ReceiptForm.h"
 #include "print/Capture.h"
-#include "tests/app/TempFolder.h"
+#include "tests/app/ProgramFolder.h"
 #include "tests/print/PictureProbe.h"
 
 namespace zw {
@@ -16,10 +15,10 @@ using Row = std::vector<std::string>;
 using test::inkIn;
 using test::pixelsOf;
 
-class PrintCommandTest : public ::testing::Test
+class PrintCommandTest : public ::testing::Test, protected test::ProgramFolder
 {
 protected:
-    PrintCommandTest() : paths(folder.path()), capture(paths), command(form, paths, capture)
+    PrintCommandTest()
     {
         std::filesystem::create_directories(paths.tempFolder());
         test::writeSolidPicture(paths.backgroundFolder() / "weiss.bmp", 566, 425, QColor(255, 255, 255));
@@ -52,11 +51,9 @@ protected:
         return filed;
     }
 
-    test::TempFolder folder;
-    ProgramPaths paths;
-    Capture capture;
+    Capture capture{paths};
     ReceiptForm form;
-    PrintCommand command;
+    PrintCommand command{form, paths, capture};
 };
 
 TEST_F(PrintCommandTest, ReplacesTheLastBitmapWithTheFormAsA24BitWindowsBitmap)
