@@ -32,7 +32,8 @@ TEST(Handbook, NamesEveryMenuEntryAsTheMenuShowsIt)
     const std::string text = handbookText(handbookHtml());
     for (const MenuEntry& entry : menuTree()) {
         std::string shown = parseCaption(entry.caption).text;
-        if (shown == "-")
+        // The last file's entry shows that file's path, never its design caption.
+        if (shown == "-" || entry.name == "men_dat")
             continue;
         std::erase(shown, '&');
         SCOPED_TRACE(std::string(entry.name));
