@@ -44,6 +44,7 @@ constexpr void (*kParts[])(const PartContext&) = {
     installCashBook,
     installYearChart,
     installDatevExport,
+    installAuditExport,
 };
 
 static void joinParts(const PartContext& context)
