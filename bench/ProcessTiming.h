@@ -91,10 +91,14 @@ inline void printSpread(const char* what, const Spread& spread, const char* unit
     std::printf("%-46s min %9.2f %s   median %9.2f %s\n", what, spread.minimum, unit, spread.median, unit);
 }
 
+// A goal of 0 prints none.
 inline void printRatio(const char* what, const Spread& program, const Spread& floor, double goal)
 {
-    std::printf("%-46s min %9.2f x     median %9.2f x     goal <= %.2f x\n", what, program.minimum / floor.minimum,
-                program.median / floor.median, goal);
+    std::printf("%-46s min %9.2f x     median %9.2f x", what, program.minimum / floor.minimum,
+                program.median / floor.median);
+    if (goal > 0)
+        std::printf("     goal <= %.2f x", goal);
+    std::printf("\n");
 }
 
 } // namespace zw::bench

@@ -8,6 +8,8 @@ set(zw_file_permissions OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(zw_app_id example.zettelwerk.Zettelwerk)
 
 install(TARGETS zettelwerk zettelwerk-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# The command line's commands that need the toolkit or the network; zettelwerk-cli starts it (tools/HandOver.cpp).
+install(TARGETS zettelwerk-cli-full RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/zettelwerk)
 # The distribution data that fills a new program folder, the help (hilfe/) with it.
 install(DIRECTORY "${ZETTELWERK_DIST_DIR}/" DESTINATION ${CMAKE_INSTALL_DATADIR}/zettelwerk
         FILE_PERMISSIONS ${zw_file_permissions} PATTERN ".complete" EXCLUDE)

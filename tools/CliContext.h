@@ -16,6 +16,8 @@ struct CliContext
     std::optional<std::filesystem::path> config; // --config
     std::ostream& out;
     std::ostream& err;
+    std::filesystem::path executableFolder; // zettelwerk-cli's folder: the program folder may lie beside it
+    std::vector<std::string> commandLine;   // as given, for the hand-over to the full command line
 };
 
 // A command returns the exit code: 0 success, 1 with the program's German message on err, 2 for a usage error.

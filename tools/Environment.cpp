@@ -1,21 +1,10 @@
 #include "tools/Environment.h"
 
-
 #include <iostream>
 
 #include "app/SettingsStore.h"
 
 namespace zw::cli {
-namespace {
-
-std::filesystem::path executableFolder()
-{
-    std::error_code error;
-    auto self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::current_path() : self.parent_path();
-}
-
-} // namespace
 
 ProgramPaths programPaths(const CliContext& context)
 {
@@ -23,10 +12,10 @@ ProgramPaths programPaths(const CliContext& context)
         // An empty or missing folder is filled as the program's first start fills it; one in other use never is.
         std::error_code error;
         if (!std::filesystem::exists(*context.home, error) || std::filesystem::is_empty(*context.home, error))
-            ProgramPaths::install(ProgramPaths::distributionFolder(executableFolder()), *context.home);
+            ProgramPaths::install(ProgramPaths::distributionFolder(context.executableFolder), *context.home);
         return ProgramPaths(*context.home);
     }
-    return ProgramPaths::locate(executableFolder());
+    return ProgramPaths::locate(context.executableFolder);
 }
 
 std::filesystem::path settingsFolder(const CliContext& context)

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -46,7 +47,17 @@ void usage(std::ostream& out)
 int main(int argc, char** argv)
 {
     std::vector<std::string> arguments(argv + 1, argv + argc);
-    zw::cli::CliContext context{{}, std::nullopt, std::nullopt, std::cout, std::cerr};
+    zw::cli::CliContext context{{}, std::nullopt, std::nullopt, std::cout, std::cerr, {}, {}};
+    // The full command line, started by zettelwerk-cli, is told where that lies, since it lies elsewhere itself.
+    if (arguments.size() >= 2 && arguments.front() == zw::cli::kFolderOption) {
+        context.executableFolder = arguments[1];
+        arguments.erase(arguments.begin(), arguments.begin() + 2);
+    } else {
+        std::error_code error;
+        const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
+        context.executableFolder = error ? std::filesystem::current_path() : self.parent_path();
+    }
+    context.commandLine = arguments;
     if (auto home = zw::cli::takeOption(arguments, "--home"))
         context.home = *home;
     if (auto config = zw::cli::takeOption(arguments, "--config"))

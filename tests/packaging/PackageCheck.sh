@@ -26,7 +26,7 @@ echo "Depends: $depends"
 root=$work/root
 dpkg-deb -x "$deb" "$root"
 share=$root/usr/share
-for file in bin/zettelwerk bin/zettelwerk-cli share/zettelwerk/daten/mwst.dat share/zettelwerk/hilfe/index.html \
+for file in bin/zettelwerk bin/zettelwerk-cli libexec/zettelwerk/zettelwerk-cli-full share/zettelwerk/daten/mwst.dat share/zettelwerk/hilfe/index.html \
             share/doc/zettelwerk/copyright share/doc/zettelwerk/changelog.gz \
             share/man/man1/zettelwerk.1.gz share/man/man1/zettelwerk-cli.1.gz \
             share/applications/example.zettelwerk.Zettelwerk.desktop share/metainfo/example.zettelwerk.Zettelwerk.metainfo.xml \
@@ -52,6 +52,10 @@ echo "$info"
 [[ "$info" == *"Programmordner: $XDG_DATA_HOME/zettelwerk"* ]] || fail "program folder"
 [[ -f "$XDG_DATA_HOME/zettelwerk/daten/mwst.dat" ]] || fail "the program folder was not filled"
 [[ ! -e "$XDG_DATA_HOME/zettelwerk/daten/waehrung.dat" ]] || fail "the program folder was filled from the build tree"
+# The backup is run by the full command line, which zettelwerk-cli finds in libexec.
+mkdir "$work/backup"
+"$root/usr/bin/zettelwerk-cli" backup "$work/backup" || fail "zettelwerk-cli backup"
+[[ -f "$work/backup/backup_zw6.zip" ]] || fail "no backup from the full command line"
 
 # The window, offscreen. A tax number choice and no tip keep the start free of modal questions; the load has run
 # through when it wrote the carried income.
