@@ -69,7 +69,7 @@ YearChartWindow::YearChartWindow(QWidget* parent, const ProgramPaths& paths, Fau
     m_note->setWordWrap(true);
     auto* printKey = new QPushButton(QStringLiteral("&Drucken..."), this);
     auto* pngKey = new QPushButton(QStringLiteral("Als P&NG speichern..."), this);
-    auto* pdfKey = new QPushButton(QStringLiteral("Als P&DF speichern..."), this);
+    auto* pdfKey = new QPushButton(QStringLiteral("Als PD&F speichern..."), this);
     auto* closeKey = new QPushButton(QStringLiteral("&Schließen"), this);
     bottom->addWidget(m_note, 1);
     for (auto* key : {printKey, pngKey, pdfKey, closeKey})
