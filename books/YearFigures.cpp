@@ -38,6 +38,27 @@ Cents payoutOf(std::string_view cell, std::size_t rowNumber)
     return amountOf(cell, rowNumber);
 }
 
+// The cells from the date to the VAT share, split in one pass; missing ones are empty.
+constexpr std::size_t kCellsRead = static_cast<std::size_t>(columnIndex(LedgerColumn::anteil)) + 1;
+std::array<std::string_view, kCellsRead> leadingCells(std::string_view row)
+{
+    std::array<std::string_view, kCellsRead> cells{};
+    std::size_t start = 0;
+    for (std::size_t index = 0; index < kCellsRead && start <= row.size(); ++index) {
+        const auto tab = row.find('\t', start);
+        cells[index] = row.substr(start, tab == std::string_view::npos ? std::string_view::npos : tab - start);
+        if (tab == std::string_view::npos)
+            break;
+        start = tab + 1;
+    }
+    return cells;
+}
+
+std::string_view cellOf(const std::array<std::string_view, kCellsRead>& cells, LedgerColumn column)
+{
+    return cells[static_cast<std::size_t>(columnIndex(column))];
+}
+
 VatAmounts& operator+=(VatAmounts& sum, const VatAmounts& more)
 {
     sum.net += more.net;
@@ -87,7 +108,8 @@ RateFigures& YearTally::rateOf(std::string_view rateCell)
 void YearTally::add(std::string_view row)
 {
     ++m_rows;
-    const auto date = parseGermanDate(rowField(row, LedgerColumn::datum));
+    const auto cells = leadingCells(row);
+    const auto date = parseGermanDate(cellOf(cells, LedgerColumn::datum));
     if (!date) {
         ++m_figures.undatedRows;
         return;
@@ -99,8 +121,8 @@ void YearTally::add(std::string_view row)
     if (date->year > m_figures.year)
         return;
 
-    const std::string_view income = rowField(row, LedgerColumn::einnahme);
-    const std::string_view expense = rowField(row, LedgerColumn::ausgabe);
+    const std::string_view income = cellOf(cells, LedgerColumn::einnahme);
+    const std::string_view expense = cellOf(cells, LedgerColumn::ausgabe);
     const Cents taking = amountOf(income, m_rows);
     const Cents payout = payoutOf(expense, m_rows);
     if (date->year < m_figures.year) {
@@ -114,9 +136,9 @@ void YearTally::add(std::string_view row)
         return;
 
     // Net and VAT belong to the row's one amount; a row given both by hand lends them to its taking.
-    const Cents vat = amountOf(rowField(row, LedgerColumn::anteil), m_rows);
-    const std::string_view netCell = rowField(row, LedgerColumn::netto);
-    RateFigures& rate = rateOf(rowField(row, LedgerColumn::mwst));
+    const Cents vat = amountOf(cellOf(cells, LedgerColumn::anteil), m_rows);
+    const std::string_view netCell = cellOf(cells, LedgerColumn::netto);
+    RateFigures& rate = rateOf(cellOf(cells, LedgerColumn::mwst));
     const Cents gross = income.empty() ? payout : taking;
     // A row typed without its net amount still adds up: net is what the VAT leaves of the gross amount.
     const Cents net = netCell.empty() ? gross - vat : amountOf(netCell, m_rows);
