@@ -65,14 +65,14 @@ AuditExportWindow::AuditExportWindow(QWidget* parent, const ProgramPaths& paths,
 
     m_progress = new QProgressBar(this);
     m_progress->setRange(0, 100);
-    m_progress->hide();
+    m_progress->setValue(0);
     layout->addWidget(m_progress);
     m_result = new QLabel(this);
     m_result->setWordWrap(true);
+    // Room for the two lines of the result, so the window keeps its size when it comes.
+    m_result->setMinimumHeight(2 * m_result->fontMetrics().lineSpacing());
     m_result->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(m_result);
-    layout->addStretch();
-
     auto* buttons = new QHBoxLayout;
     m_export = new QPushButton(QStringLiteral("&Exportieren"), this);
     m_export->setDefault(true);
@@ -82,6 +82,7 @@ AuditExportWindow::AuditExportWindow(QWidget* parent, const ProgramPaths& paths,
     buttons->addWidget(close);
     layout->addLayout(buttons);
 
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
     connect(browse, &QPushButton::clicked, this, &AuditExportWindow::chooseFolder);
     connect(m_export, &QPushButton::clicked, this, &AuditExportWindow::exportData);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
@@ -100,7 +101,6 @@ void AuditExportWindow::exportData()
     m_result->clear();
     m_export->setEnabled(false);
     m_progress->setValue(0);
-    m_progress->show();
     try {
         const auto period = auditPeriod(m_from->text().toStdString(), m_to->text().toStdString());
         const std::filesystem::path folder = m_folder->text().trimmed().toStdString();
@@ -111,7 +111,7 @@ void AuditExportWindow::exportData()
         });
         m_result->setText(qt(auditSummary(counts, folder)));
     } catch (const RunError& error) {
-        m_progress->hide();
+        m_progress->setValue(0);
         MessageDialog::showMessage(this, error.description(), MessageStyle::Error, kTitle);
     }
     m_export->setEnabled(true);
