@@ -18,8 +18,9 @@ from pathlib import Path
 
 def read_export(folder):
     folder = Path(folder)
-    check = subprocess.run(["xmllint", "--noout", "--dtdvalid", str(folder / "gdpdu-01-08-2002.dtd"),
-                            str(folder / "index.xml")], capture_output=True, text=True)
+    # Names relative to the folder: xmllint loses the DOCTYPE's DTD below a folder whose path is not ASCII.
+    check = subprocess.run(["xmllint", "--noout", "--dtdvalid", "gdpdu-01-08-2002.dtd", "index.xml"], cwd=folder,
+                           capture_output=True, text=True)
     assert check.returncode == 0, check.stderr
     records = []
     for table in ET.parse(folder / "index.xml").getroot().iter("Table"):

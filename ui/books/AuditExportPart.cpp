@@ -15,8 +15,9 @@ void installAuditExport(const PartContext& context)
     const ProgramPaths& paths = context.paths;
     window.setCommand("betriebspruefung", [&window] { window.openWindow("betriebspruefung"); });
     window.setWindowOpener("betriebspruefung", [&window, &paths] {
+        // ASCII only: some tools that read the files stumble over other letters in a path.
         const std::filesystem::path folder =
-            (QDir::homePath() + QStringLiteral("/Betriebsprüfung")).toStdString();
+            (QDir::homePath() + QStringLiteral("/Betriebspruefung")).toStdString();
         AuditExportWindow dialog(&window, paths, localDateOf(systemNow()), folder);
         dialog.exec();
     });
