@@ -22,11 +22,9 @@ int runLedgerDatev(CliContext& context)
     }
     const auto from = parseGermanDate(*fromText);
     const auto to = parseGermanDate(*toText);
-    for (const auto* text : {&*fromText, &*toText}) {
-        if (!parseGermanDate(*text)) {
-            context.err << "\"" << *text << "\" ist kein Datum der Form TT.MM.JJJJ.\n";
-            return 2;
-        }
+    if (!from || !to) {
+        context.err << "\"" << (from ? *toText : *fromText) << "\" ist kein Datum der Form TT.MM.JJJJ.\n";
+        return 2;
     }
     try {
         SettingsStore settings(settingsFolder(context));
