@@ -23,6 +23,12 @@ const zw::ProgramPaths& ledgerFolder()
     static const zw::ProgramPaths paths = [] {
         const fs::path home = fs::temp_directory_path() / "zw-datev-bench";
         fs::remove_all(home);
+        // The ledger, its twin and the batch take some 400 MB: they go when the bench ends.
+        static const struct Cleanup
+        {
+            fs::path folder;
+            ~Cleanup() { fs::remove_all(folder); }
+        } cleanup{home};
         fs::create_directories(home / "daten");
         std::ofstream cp1252(home / "daten" / "belege.dat", std::ios::binary);
         std::ofstream utf8(home / "belege-utf8.dat", std::ios::binary);
