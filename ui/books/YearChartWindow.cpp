@@ -58,6 +58,8 @@ YearChartWindow::YearChartWindow(QWidget* parent, const ProgramPaths& paths, Fau
         captions << QString::fromStdString(caption);
     m_table->setHorizontalHeaderLabels(captions);
     m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionMode(QAbstractItemView::NoSelection);
@@ -148,7 +150,6 @@ void YearChartWindow::fillTable()
         }
     }
     // As high as its rows, so the table never scrolls and the chart takes the rest.
-    m_table->resizeRowsToContents();
     int height = m_table->horizontalHeader()->height() + 2 * m_table->frameWidth();
     for (int row = 0; row < m_table->rowCount(); ++row)
         height += m_table->rowHeight(row);
