@@ -4,8 +4,10 @@
 #include <cmath>
 #include <ctime>
 
+#include "app/AtomicFile.h"
 #include "core/GermanNumbers.h"
 #include "core/HtmlText.h"
+#include "core/RunError.h"
 
 namespace zw {
 namespace {
@@ -115,6 +117,24 @@ int reportPageCount(int rows, int rowsPerPage)
 {
     const int perPage = std::max(1, rowsPerPage);
     return std::max(1, (rows + perPage - 1) / perPage);
+}
+
+void writeListReport(const std::filesystem::path& file, const ListTable& table, const ReportOptions& options,
+                     const ReportStyle* style, const std::string& today, std::int32_t& sum,
+                     const std::function<void(int done, int total, int page, int pages)>& progress,
+                     const std::function<void()>& shownEarly)
+{
+    ReportEvents events;
+    events.progress = progress;
+    events.showEarly = [&](std::string_view soFar) {
+        try {
+            writeFileAtomically(file, soFar);
+        } catch (const RunError&) {
+            return;
+        }
+        shownEarly();
+    };
+    writeFileAtomically(file, listReportHtml(table, options, style, today, sum, events));
 }
 
 int progressPercent(double value, double minimum, double maximum)

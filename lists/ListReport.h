@@ -61,6 +61,14 @@ private:
 std::string listReportHtml(const ListTable& table, const ReportOptions& options, const ReportStyle* style,
                            const std::string& today, std::int32_t& sum, const ReportEvents& events = {});
 
+// The report written to `file` through the atomic replacement. At the header of page 6 the report so far goes
+// to the file first and `shownEarly` shows it; an early look that could not be written is passed over, since the
+// finished report follows.
+void writeListReport(const std::filesystem::path& file, const ListTable& table, const ReportOptions& options,
+                     const ReportStyle* style, const std::string& today, std::int32_t& sum,
+                     const std::function<void(int done, int total, int page, int pages)>& progress,
+                     const std::function<void()>& shownEarly);
+
 // The number of pages: at least one.
 int reportPageCount(int rows, int rowsPerPage);
 // A finished report is shown unless it was shown early already (early display on, six pages or more).

@@ -5,7 +5,7 @@
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/lists/Autocompletion.h"
 #include "ui/lists/ListWindow.h"
-#include "ui/mail/MailWindows.h"
+#include "ui/mail/MailPart.h"
 #include "ui/print/PrintCommands.h"
 #include "ui/service/ServiceWindows.h"
 #include "ui/service/SmallWindows.h"

@@ -9,6 +9,7 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/print/PrintCommands.h"
 
 namespace zw {
@@ -39,7 +40,7 @@ TEST_F(FaultTrapTest, AMissingIssuerListBehindTheShortcutBarIsAMessage)
     std::filesystem::remove(paths.dataFile("aussteller.dat"));
     form.setText(FormElement::Text12, "10,00");
     ModalCloser closer;
-    window->shortcutKey(Quittung::ShortcutKey::SwitchIssuer)->click();
+    window->findChild<QPushButton*>("Command6_1")->click();
     EXPECT_EQ(closer.messages, std::vector<QString>{kFileNotFound});
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(form.text(FormElement::Text12), "10,00");
@@ -54,8 +55,7 @@ TEST_F(FaultTrapTest, AFaultThroughEveryKindOfEntryPointIsAMessage)
              window->action("report")->trigger();
          }},
         {"shortcut key", [&] {
-             window->setShortcutKey(Quittung::ShortcutKey::FieldLabels, throwFileNotFound);
-             window->shortcutKey(Quittung::ShortcutKey::FieldLabels)->click();
+             window->shortcutBar().addKey({ShortcutPanel::Lists, 90}, "throwing", "", throwFileNotFound)->click();
          }},
         {"window opener", [&] {
              window->setWindowOpener("feldbezeichnung", throwFileNotFound);

@@ -24,6 +24,8 @@
 #include "app/CommandCatalogue.h"
 #include "core/RunError.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "ui/ledger/LedgerCommands.h"
+#include "ui/print/PrintCommands.h"
 #include "tests/ui/ModalCloser.h"
 #include "tests/ui/UrlRecorder.h"
 #include "ui/receipt/ReceiptFormView.h"
@@ -131,6 +133,7 @@ TEST_F(FrameCommandsTest, EveryBuiltMenuEntryReachesItsCommand)
 TEST_F(FrameCommandsTest, LooksDifferForEachDesignAndStyleAndComeBackAfterARestart)
 {
     ModalCloser closer;
+    join(installPrinting); // its print key takes the button style
     open();
     std::set<QString> menuLooks;
     for (const char* entry : {"xpdesign", "office2003er", "office2007er", "vbstudio05"}) {
@@ -165,6 +168,7 @@ TEST_F(FrameCommandsTest, LooksDifferForEachDesignAndStyleAndComeBackAfterAResta
     ReceiptForm restarted;
     auto again = std::make_unique<Quittung>(restarted, settings, paths);
     installFrameCommands({*again, restarted, settings, paths});
+    installPrinting({*again, restarted, settings, paths});
     again->logic().load();
     again->show();
     EXPECT_EQ(again->menuBar()->styleSheet(), menuLook);
@@ -216,12 +220,12 @@ TEST_F(FrameCommandsTest, ToolbarKeysFollowTheirEntriesAndDoTheirCommands)
     const int calendar = form.calendarButton();
     key("bm_kalenderbutton")->trigger();
     EXPECT_NE(form.calendarButton(), calendar);
-    EXPECT_FALSE(key("bm_email")->isEnabled());
-    EXPECT_FALSE(key("bm_vonliste")->isEnabled());
+    EXPECT_EQ(key("bm_email"), nullptr) << "a part's key brings its twin";
 }
 
 TEST_F(FrameCommandsTest, ShortcutBarPopupShowsMoreAndFewerGroups)
 {
+    join(installLedger); // the fourth of the five groups
     open();
     auto* bar = window->findChild<QToolBox*>("ShortcutBar1");
     auto* popup = window->findChild<QMenu*>("mnuPopupTop");

@@ -24,7 +24,7 @@ class ListWindowTest : public test::StartedWindow<installListWindows>
 protected:
     ListWindowTest()
     {
-        window->shortcutKey(Quittung::ShortcutKey::ForList)->click();
+        window->findChild<QPushButton*>("Command2")->click();
         articles = window->findChild<ListWindow*>("artikel_fuer");
     }
 
@@ -81,7 +81,7 @@ class TakeOverWithCompletionTest : public test::StartedWindow<installListWindows
 TEST_F(TakeOverWithCompletionTest, ATakenOverPayerIsCompletedAsTyping)
 {
     test::writeBytes(paths.dataFile("von_liste.txt"), "M\xFC;Bonn\r\n"); // Windows-1252 on disk
-    window->shortcutKey(Quittung::ShortcutKey::FromList)->click();
+    window->findChild<QPushButton*>("Command3")->click();
     auto* payers = window->findChild<ListWindow*>("von_liste");
     ASSERT_NE(payers, nullptr);
     payers->grid()->setCurrentIndex(payers->grid()->model()->index(0, 0));

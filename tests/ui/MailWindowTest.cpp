@@ -21,7 +21,11 @@
 #include "tests/net/Peer.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
-#include "ui/mail/MailWindows.h"
+#include "ui/mail/MailPart.h"
+#include "ui/mail/anregungen_neu.h"
+#include "ui/mail/beleg_mail.h"
+#include "ui/mail/frmLog.h"
+#include "ui/mail/newsletter.h"
 
 namespace zw {
 namespace {

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(SmallWindowTest, RenamedLabelsShowAtOnceAndAfterARestart)
 {
-    test::inModal([&] { window->shortcutKey(Quittung::ShortcutKey::FieldLabels)->click(); }, [&](QDialog& editor) {
+    test::inModal([&] { window->findChild<QPushButton*>("Command6_2")->click(); }, [&](QDialog& editor) {
         auto* share = editor.findChild<QLineEdit*>("sevText5");
         EXPECT_EQ(share->text(), "% MwSt.") << "the editor opens with the window's labels";
         share->setText("% USt.");

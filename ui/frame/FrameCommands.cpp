@@ -34,6 +34,7 @@
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/WindowTitle.h"
 #include "ui/frame/fehlerform.h"
@@ -127,7 +128,7 @@ private:
         m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
-        m_window.setShortcutKey(Quittung::ShortcutKey::Font, [this] { fontDialog(); });
+        m_window.shortcutBar().addKey({ShortcutPanel::Lists, 30}, "Command6_0", "Schriftart für Beleg", [this] { fontDialog(); });
     }
 
     // The program's name, version and, for the copyright window, the notice of rights.
@@ -173,37 +174,19 @@ private:
         };
     }
 
-    // A toolbar entry that does what a menu entry or a shortcut bar button does, and is enabled with it.
+    // A toolbar entry that does what a menu entry does, and is enabled with it.
     QAction* mirrorOf(QAction* entry, QWidget* owner, const QString& key, const QString& caption, const QIcon& icon,
-                      const std::function<void()>& run, QObject* follows, bool enabledNow)
+                      const std::function<void()>& run, QAction* follows, bool enabledNow)
     {
         entry->setObjectName(key);
         entry->setText(caption);
         entry->setIcon(icon);
         entry->setEnabled(enabledNow);
         connect(entry, &QAction::triggered, owner, guarded(run));
-        if (auto* action = qobject_cast<QAction*>(follows))
-            connect(action, &QAction::changed, entry, [entry, action] { entry->setEnabled(action->isEnabled()); });
-        else if (auto* widget = qobject_cast<QWidget*>(follows))
-            widget->installEventFilter(new EnableFollower(entry, widget));
+        if (follows != nullptr)
+            connect(follows, &QAction::changed, entry, [entry, follows] { entry->setEnabled(follows->isEnabled()); });
         return entry;
     }
-
-    // Keeps an entry enabled exactly while a widget is.
-    class EnableFollower : public QObject
-    {
-    public:
-        EnableFollower(QAction* entry, QWidget* widget) : QObject(widget), m_entry(entry) {}
-        bool eventFilter(QObject* watched, QEvent* event) override
-        {
-            if (event->type() == QEvent::EnabledChange)
-                m_entry->setEnabled(static_cast<QWidget*>(watched)->isEnabled());
-            return false;
-        }
-
-    private:
-        QAction* m_entry;
-    };
 
     void buildToolbar()
     {
@@ -251,24 +234,23 @@ private:
         more->setIcon(style->standardIcon(QStyle::SP_FileDialogListView));
         more->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         more->setPopupMode(QToolButton::InstantPopup);
-        auto* menu = new QMenu(more);
-        menu->setObjectName("Coolbar1_menu");
+        // The drop-down is the shortcut bar's, where the parts' keys put their twins (places 20 to 25).
+        ShortcutBar& shortcuts = m_window.shortcutBar();
+        QMenu* menu = shortcuts.toolbarMenu();
         more->setMenu(menu);
         bar->addWidget(more);
 
+        int place = 0;
+        auto entry = [&](int at, const char* key, const char* caption, std::function<void()> run, QAction* follows,
+                         bool enabledNow) {
+            auto* action = new QAction(menu);
+            mirrorOf(action, menu, key, caption, {}, std::move(run), follows, enabledNow);
+            shortcuts.addToolbarEntry(at, action);
+        };
         auto menuTwin = [&](const char* key, const char* caption, const char* menuEntry) {
             QAction* target = m_window.action(menuEntry);
-            mirrorOf(menu->addAction(QString()), menu, key, caption, {},
-                     [this, name = std::string(menuEntry)] { trigger(name); }, target, target && target->isEnabled());
-        };
-        auto buttonTwin = [&](const char* key, const char* caption, Quittung::ShortcutKey button) {
-            auto* target = m_window.shortcutKey(button);
-            mirrorOf(menu->addAction(QString()), menu, key, caption, {},
-                     [target] {
-                         if (target && target->isEnabled())
-                             target->click();
-                     },
-                     target, target && target->isEnabled());
+            entry(place += 1, key, caption, [this, name = std::string(menuEntry)] { trigger(name); }, target,
+                  target && target->isEnabled());
         };
         menuTwin("bmp_bm", "Als BMP Datei", "bmpdatei");
         menuTwin("jpg_bm", "Als JPG Datei", "jpeg");
@@ -276,27 +258,20 @@ private:
         menuTwin("rtf_bm", "Als RTF Datei", "alsrtf");
         menuTwin("xml_bm", "Als XML Datei", "alsxml");
         menuTwin("pdf_bm", "Als PDF Datei", "alspdf");
-        menu->addSeparator();
-        buttonTwin("bm_vonliste", "Von-Liste aufrufen", Quittung::ShortcutKey::FromList);
-        buttonTwin("bm_fuerliste", "Für-Liste aufrufen", Quittung::ShortcutKey::ForList);
-        buttonTwin("bm_feldbez", "Feldbezeichnungen ändern", Quittung::ShortcutKey::FieldLabels);
-        buttonTwin("bm_aussteller", "Aussteller wechseln", Quittung::ShortcutKey::SwitchIssuer);
-        mirrorOf(menu->addAction(QString()), menu, "bm_schriftart", "Schriftart für Belege", {}, [this] { fontDialog(); },
-                 nullptr, true);
-        buttonTwin("bm_email", "Beleg per E-Mail senden", Quittung::ShortcutKey::Mail);
-        menu->addSeparator();
+        shortcuts.addToolbarSeparator(10);
+        entry(24, "bm_schriftart", "Schriftart für Belege", [this] { fontDialog(); }, nullptr, true);
+        shortcuts.addToolbarSeparator(30);
         const std::pair<const char*, StampChoice> stamps[] = {{"bm_keinstempel", StampChoice::None},
                                                               {"bm_original", StampChoice::Original},
                                                               {"bm_kopie", StampChoice::Copy}};
         const char* stampCaptions[] = {"Kein Stempel", "\"ORIGINAL\" auf Beleg 1", "\"KOPIE\" auf Beleg 1"};
         for (std::size_t i = 0; i < 3; ++i) {
-            mirrorOf(menu->addAction(QString()), menu, stamps[i].first, stampCaptions[i], {},
-                     [this, choice = stamps[i].second] { m_form.setStampChoice(choice); }, nullptr, true);
+            entry(31, stamps[i].first, stampCaptions[i],
+                  [this, choice = stamps[i].second] { m_form.setStampChoice(choice); }, nullptr, true);
         }
-        menu->addSeparator();
-        mirrorOf(menu->addAction(QString()), menu, "bm_kalenderbutton", "Kalenderbutton anzeigen", {},
-                 [this] { m_window.logic().calendarSwitchChanged(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr,
-                 true);
+        shortcuts.addToolbarSeparator(40);
+        entry(41, "bm_kalenderbutton", "Kalenderbutton anzeigen",
+              [this] { m_window.logic().calendarSwitchChanged(m_form.calendarButton() == 1 ? 0 : 1); }, nullptr, true);
     }
 
     void fontDialog()
@@ -352,9 +327,7 @@ private:
 
     void buildShortcutBarPopup()
     {
-        m_bar = m_window.shortcutBar();
-        if (m_bar == nullptr)
-            return;
+        m_bar = &m_window.shortcutBar();
         m_popup = new QMenu(&m_window);
         m_popup->setObjectName("mnuPopupTop");
         auto* more = m_popup->addAction("&Mehr Buttons");

@@ -21,11 +21,9 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QTabWidget>
-#include <QToolBox>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <tuple>
 
 #include "app/CommandCatalogue.h"
 #include "app/LookChoices.h"
@@ -36,10 +34,12 @@
 #include "core/ReceiptTypes.h"
 #include "core/RunError.h"
 #include "print/ReceiptLayout.h"
+#include "ui/frame/MenuBuilder.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/NoticeWindow.h"
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/Ruler.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/frame/TextSpinBox.h"
 #include "ui/frame/fehlerform.h"
 
@@ -50,42 +50,6 @@ using F = FormElement;
 
 
 std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdString(); }
-
-// The names whose menu entries carry a check mark.
-bool isCheckable(std::string_view name)
-{
-    static constexpr std::string_view kCheckable[] = {
-        "einna",       "ausga",        "steueran",      "steueraus",         "eur",          "waehrungfestlegen",
-        "spr_deutsch", "spr_englisch", "schriftarial",  "schrift",           "xpdesign",     "office2003er",
-        "office2007er", "vbstudio05",  "flat_button",   "office_button",     "office2003_button",
-        "xp_button",   "vista_button", "ausstellerein", "einfst",
-        "austeller_ent", "entfst"};
-    for (auto name2 : kCheckable) {
-        if (name2 == name)
-            return true;
-    }
-    return false;
-}
-
-// The caption's markup read as formatting: the square becomes an icon, bold/italic/underline the font.
-void formatAction(QAction* action, std::string_view caption)
-{
-    CaptionFormat format = parseCaption(caption);
-    action->setText(qt(format.text));
-    QFont font = action->font();
-    font.setBold(format.bold);
-    font.setItalic(format.italic);
-    font.setUnderline(format.underline);
-    action->setFont(font);
-    if (!format.squareColour.empty()) {
-        QPixmap square(12, 12);
-        square.fill(QColor(qt("#" + format.squareColour)));
-        QPainter painter(&square);
-        painter.setPen(Qt::black);
-        painter.drawRect(0, 0, 11, 11);
-        action->setIcon(QIcon(square));
-    }
-}
 
 QLabel* smallCaption(const QString& text, QWidget* parent)
 {
@@ -151,7 +115,10 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     layout->addLayout(formColumn, 1);
     setCentralWidget(m_central);
 
-    buildMenus();
+    auto built = buildMenus(*menuBar(), m_form,
+                            [this](ReceiptTypeMenu which, int index) { m_logic->beleg(which, index); });
+    m_actions = std::move(built.actions);
+    m_menus = std::move(built.menus);
     registerCommands();
     m_form.addListener([this](const FormChange& change) { mirror(change); });
     setWindowTitle(qt(m_logic->windowTitle()));
@@ -161,7 +128,6 @@ Quittung::~Quittung()
 {
     faulttrap::setHandler({});
     m_form.attach(m_form.settings(), nullptr);
-    delete m_windowBackground;
 }
 
 QAction* Quittung::action(const std::string& name) const
@@ -174,79 +140,6 @@ QMenu* Quittung::menu(const std::string& name) const
 {
     auto found = m_menus.find(name);
     return found == m_menus.end() ? nullptr : found->second;
-}
-
-void Quittung::buildMenus()
-{
-    auto tree = menuTree();
-    std::vector<QMenu*> open(3, nullptr);
-    for (std::size_t i = 0; i < tree.size(); ++i) {
-        const MenuEntry& entry = tree[i];
-        const bool hasChildren = i + 1 < tree.size() && tree[i + 1].depth == entry.depth + 1;
-        const std::string name(entry.name);
-        if (entry.depth == 0) {
-            open[0] = menuBar()->addMenu(qt(parseCaption(entry.caption).text));
-            open[0]->setObjectName(qt(entry.name));
-            m_menus[name] = open[0];
-            continue;
-        }
-        QMenu* parent = open[static_cast<std::size_t>(entry.depth - 1)];
-        if (entry.caption == "-") {
-            parent->addSeparator();
-            continue;
-        }
-        if (hasChildren || name == "bel") {
-            QMenu* sub = parent->addMenu(qt(parseCaption(entry.caption).text));
-            sub->setObjectName(qt(entry.name));
-            formatAction(sub->menuAction(), entry.caption);
-            open[static_cast<std::size_t>(entry.depth)] = sub;
-            m_menus[name] = sub;
-            if (name == "bel")
-                buildReceiptTypeMenu(sub);
-            continue;
-        }
-        QAction* action = parent->addAction(QString());
-        action->setObjectName(qt(entry.name));
-        formatAction(action, entry.caption);
-        if (!entry.shortcut.empty()) {
-            action->setShortcut(QKeySequence(qt(entry.shortcut)));
-            action->setShortcutContext(Qt::ApplicationShortcut);
-        }
-        action->setCheckable(isCheckable(entry.name));
-        action->setEnabled(false);
-        connect(action, &QAction::triggered, this, [this, action] {
-            // The menu keeps its own marks in the model; undo Qt's automatic toggle.
-            if (action->isCheckable())
-                action->setChecked(m_form.isChecked(action->objectName().toStdString()));
-        });
-        m_actions[name] = action;
-    }
-}
-
-void Quittung::buildReceiptTypeMenu(QMenu* bel)
-{
-    auto addTypes = [this](QMenu* menu, ReceiptTypeMenu which, const char* prefix) {
-        auto types = receiptTypes(which);
-        for (std::size_t index = 0; index < types.size(); ++index) {
-            QAction* action = menu->addAction(qt(types[index].menuCaption));
-            action->setObjectName(QString("%1_%2").arg(prefix).arg(index));
-            connect(action, &QAction::triggered, this,
-                    [this, which, index] { m_logic->beleg(which, static_cast<int>(index)); });
-            m_actions[action->objectName().toStdString()] = action;
-        }
-    };
-    QMenu* health = bel->addMenu("Gesundheitswesen");
-    health->setObjectName("gesundhei");
-    addTypes(health, ReceiptTypeMenu::beleg2, "beleg2");
-    QMenu* school = bel->addMenu("Schulwesen");
-    school->setObjectName("schulwe");
-    addTypes(school, ReceiptTypeMenu::beleg3, "beleg3");
-    addTypes(bel, ReceiptTypeMenu::beleg1, "beleg1");
-    bel->addSeparator();
-    QAction* own = bel->addAction("Eigene Belegart...");
-    own->setObjectName("beleg1_9");
-    connect(own, &QAction::triggered, this, [this] { m_logic->beleg(ReceiptTypeMenu::beleg1, kOwnTypeIndex); });
-    m_actions["beleg1_9"] = own;
 }
 
 void Quittung::setFaultMailSender(FaultMailSender sender)
@@ -299,44 +192,35 @@ void Quittung::registerCommands()
 
 QWidget* Quittung::buildShortcutBar()
 {
-    m_shortcutBar = new QToolBox(m_central);
-    m_shortcutBar->setObjectName("ShortcutBar1");
+    // The frame's own controls; rows leave gaps for the parts' keys (the print key at 30, the keys of the lists
+    // panel from 10 to 60).
+    using P = ShortcutPanel;
+    m_shortcutBar = new ShortcutBar(m_central);
+    auto* bar = m_shortcutBar;
 
-    // Belegdruck
-    auto* print = new QWidget;
-    print->setObjectName("OutlookContainer1");
-    auto* printLayout = new QVBoxLayout(print);
-    printLayout->addWidget(smallCaption("Bitte wählen Sie", print));
+    auto* print = bar->addPanel(P::ReceiptPrint, "OutlookContainer1", "Belegdruck");
+    bar->addControl({P::ReceiptPrint, 0}, smallCaption("Bitte wählen Sie", print));
     m_saveCheck = new QCheckBox("Beleg automatisch speichern", print);
     m_saveCheck->setObjectName("Save_Check");
-    printLayout->addWidget(m_saveCheck);
+    bar->addControl({P::ReceiptPrint, 10}, m_saveCheck);
     m_layoutGroup = new QButtonGroup(print);
     for (const auto& row : kPrintLayouts) {
         auto* option = new QRadioButton(qt(row.caption), print);
         option->setObjectName(QString("Option%1").arg(row.option));
         m_layoutGroup->addButton(option, row.option);
-        printLayout->addWidget(option);
+        bar->addControl({P::ReceiptPrint, 20}, option);
     }
-    auto* printButton = new QPushButton("&Drucken", print);
-    printButton->setObjectName("xpButton3");
-    m_shortcutKeys[ShortcutKey::Print] = printButton;
-    printButton->setEnabled(false);
-    printLayout->addWidget(printButton);
     m_betragCheck = new QCheckBox("*GiW: kaufm. gerundet (Cents)", print);
     m_betragCheck->setObjectName("betrag_check");
-    printLayout->addWidget(m_betragCheck);
+    bar->addControl({P::ReceiptPrint, 40}, m_betragCheck);
     auto* label30 = smallCaption(qt(m_form.text(F::Label30)), print);
     label30->setObjectName("Label30");
-    printLayout->addWidget(label30);
-    printLayout->addStretch();
-    m_shortcutBar->addItem(print, "Belegdruck");
+    bar->addControl({P::ReceiptPrint, 50}, label30);
 
-    // Druckeinstellungen
-    auto* setup = new QWidget;
-    setup->setObjectName("OutlookContainer2");
-    auto* setupLayout = new QVBoxLayout(setup);
-    setupLayout->addWidget(smallCaption("Druckeinstellungen vornehmen", setup));
+    auto* setup = bar->addPanel(P::PrintSetup, "OutlookContainer2", "Druckeinstellungen");
+    bar->addControl({P::PrintSetup, 0}, smallCaption("Druckeinstellungen vornehmen", setup));
     // Each spin field under its whole sentence; the field shows the model's text as it is.
+    int setupRow = 0;
     auto addSpin = [&](const char* name, const char* image, const QString& sentence, int low, int high) {
         auto* row = new QHBoxLayout;
         auto* spin = new TextSpinBox(low, high, setup);
@@ -351,127 +235,57 @@ QWidget* Quittung::buildShortcutBar()
         caption->setBuddy(spin);
         row->addWidget(spin, 1);
         row->addWidget(save);
-        setupLayout->addWidget(caption);
-        setupLayout->addLayout(row);
+        bar->addControl({P::PrintSetup, setupRow += 10}, caption);
+        bar->addControl({P::PrintSetup, setupRow}, row);
         return spin;
     };
     m_oben = addSpin("oben", "Image5", "Abstand der Quittung vom oberen Papierrand in mm.", 1, 270);
     m_anzahl = addSpin("anzahl", "Image4", "Legen Sie die Anzahl der Ausdrucke fest!", 1, 100);
     m_abstand = addSpin("abstand", "Image2", "Abstand der Quittung vom linken Papierrand in mm.", -25, 200);
-    setupLayout->addStretch();
-    m_shortcutBar->addItem(setup, "Druckeinstellungen");
 
-    // Belegeinstellungen
-    auto* settingsPanel = new QWidget;
-    settingsPanel->setObjectName("OutlookContainer3");
-    auto* settingsLayout = new QVBoxLayout(settingsPanel);
-    settingsLayout->addWidget(smallCaption("Einstellungen für die Belege", settingsPanel));
+    auto* settingsPanel = bar->addPanel(P::ReceiptSettings, "OutlookContainer3", "Belegeinstellungen");
+    bar->addControl({P::ReceiptSettings, 0}, smallCaption("Einstellungen für die Belege", settingsPanel));
+    int settingsRow = 0;
     auto framed = [&](const QString& title, QWidget* content) {
         auto* frame = new QGroupBox(title, settingsPanel);
         auto* inner = new QVBoxLayout(frame);
         inner->addWidget(content);
-        settingsLayout->addWidget(frame);
+        bar->addControl({P::ReceiptSettings, settingsRow += 10}, frame);
         return inner;
     };
-    auto* taxButton = new QPushButton("MwSt. an/aus", settingsPanel);
-    taxButton->setObjectName("Button2");
-    connect(taxButton, &QPushButton::clicked, this,
-            [this, taxButton] { m_menus["steu"]->popup(taxButton->mapToGlobal(QPoint(0, taxButton->height()))); });
-    framed(" Steuer ", taxButton);
+    // A key that opens one of the window's menus under itself.
+    auto menuKey = [&](const char* caption, const char* name, const char* menu) {
+        auto* key = new QPushButton(caption, settingsPanel);
+        key->setObjectName(name);
+        connect(key, &QPushButton::clicked, this,
+                [this, key, menu] { m_menus[menu]->popup(key->mapToGlobal(QPoint(0, key->height()))); });
+        return key;
+    };
+    framed(" Steuer ", menuKey("MwSt. an/aus", "Button2", "steu"));
     m_quittnr = new QCheckBox("Quittungsnr. automatisch erhöhen", settingsPanel);
     m_quittnr->setObjectName("quittnr");
     framed("", m_quittnr);
-    auto* typeButton = new QPushButton("Belegart", settingsPanel);
-    typeButton->setObjectName("xpButton4");
-    connect(typeButton, &QPushButton::clicked, this,
-            [this, typeButton] { m_menus["bel"]->popup(typeButton->mapToGlobal(QPoint(0, typeButton->height()))); });
     auto* typeFrame = framed("", smallCaption("Wählen Sie eine Belegart:", settingsPanel));
-    typeFrame->addWidget(typeButton);
+    typeFrame->addWidget(menuKey("Belegart", "xpButton4", "bel"));
     m_xpCheck1 = new QCheckBox(settingsPanel);
     m_xpCheck1->setObjectName("xpCheck1");
     m_xpCheck1->setToolTip("Hier haben Sie die Möglichkeit die Quittung\nals Ausgabe oder als Einnahme zu deklarieren.");
     framed(" Ein-/Ausgabe ", m_xpCheck1);
-    auto* currencyButton = new QPushButton("Währung", settingsPanel);
-    currencyButton->setObjectName("Button1");
-    connect(currencyButton, &QPushButton::clicked, this, [this, currencyButton] {
-        m_menus["waehru"]->popup(currencyButton->mapToGlobal(QPoint(0, currencyButton->height())));
-    });
-    framed(" Währung ", currencyButton);
-    settingsLayout->addStretch();
-    m_shortcutBar->addItem(settingsPanel, "Belegeinstellungen");
+    framed(" Währung ", menuKey("Währung", "Button1", "waehru"));
 
-    // Buchhaltung: the totals are filled by the ledger.
-    auto* books = new QWidget;
-    books->setObjectName("OutlookContainer4");
-    auto* booksLayout = new QVBoxLayout(books);
-    booksLayout->addWidget(smallCaption("Einnahmen und Ausgaben", books));
-    for (auto [total, name, caption] : {std::tuple{&m_booksPanel.income, "Label21", "Einnahmen:"},
-                                        {&m_booksPanel.expense, "Label23", "Ausgaben:"},
-                                        {&m_booksPanel.balance, "Label25", "Differenz:"}}) {
-        auto* row = new QHBoxLayout;
-        row->addWidget(new QLabel(caption, books));
-        row->addStretch();
-        auto* value = new QLabel("0,00", books);
-        value->setObjectName(name);
-        row->addWidget(value);
-        *total = value;
-        booksLayout->addLayout(row);
-    }
-    auto* currencyRow = new QHBoxLayout;
-    currencyRow->addWidget(new QLabel("Aktuelle Währung:", books));
-    auto* label28 = new QLabel("EUR", books);
-    label28->setObjectName("Label28");
-    m_booksPanel.currency = label28;
-    currencyRow->addWidget(label28);
-    currencyRow->addStretch();
-    booksLayout->addLayout(currencyRow);
-    auto* refresh = new QPushButton("Daten &aktualisieren", books);
-    refresh->setObjectName("Button3");
-    m_booksPanel.refresh = refresh;
-    refresh->setEnabled(false);
-    booksLayout->addWidget(refresh);
-    booksLayout->addStretch();
-    m_shortcutBar->addItem(books, "Buchhaltung");
-
-    // Kunden- und Artikelliste
-    auto* lists = new QWidget;
-    lists->setObjectName("OutlookContainer5");
-    auto* listsLayout = new QVBoxLayout(lists);
-    listsLayout->addWidget(smallCaption("Kunden- und Artikelliste", lists));
-    using K = ShortcutKey;
-    for (auto [key, name, caption] : {std::tuple{K::FromList, "Command3", "Von-Liste aufrufen"},
-                                      {K::ForList, "Command2", "Für-Liste aufrufen"},
-                                      {K::Font, "Command6_0", "Schriftart für Beleg"},
-                                      {K::SwitchIssuer, "Command6_1", "&Aussteller wechseln"},
-                                      {K::FieldLabels, "Command6_2", "Feldbezeichnungen ändern"},
-                                      {K::Mail, "cmdMail", "Beleg per E-Mail senden"}}) {
-        auto* button = new QPushButton(caption, lists);
-        button->setObjectName(name);
-        m_shortcutKeys[key] = button;
-        button->setEnabled(false);
-        listsLayout->addWidget(button);
-    }
+    auto* lists = bar->addPanel(P::Lists, "OutlookContainer5", "Kunden- und Artikelliste");
+    bar->addControl({P::Lists, 0}, smallCaption("Kunden- und Artikelliste", lists));
     m_xpCheck2 = new QCheckBox("Kalenderbutton im Feld \"Datum\" anzeigen", lists);
     m_xpCheck2->setObjectName("xpCheck2");
-    listsLayout->addWidget(m_xpCheck2);
+    bar->addControl({P::Lists, 70}, m_xpCheck2);
     m_stampGroup = new QButtonGroup(lists);
     int stampId = 0;
     for (const char* caption : {"Kein Stempel", "\"ORIGINAL\" auf Beleg 1", "\"KOPIE\" auf Beleg 1"}) {
         auto* choice = new QRadioButton(caption, lists);
         choice->setObjectName(QString("opt_stamp_%1").arg(stampId));
         m_stampGroup->addButton(choice, stampId++);
-        listsLayout->addWidget(choice);
+        bar->addControl({P::Lists, 80}, choice);
     }
-    listsLayout->addStretch();
-    m_shortcutBar->addItem(lists, "Kunden- und Artikelliste");
-    m_shortcutBar->setCurrentIndex(0);
-    // The bar is as wide as its widest panel needs, with room for a vertical scroll bar on a low screen, so no
-    // caption or button is ever cut and no horizontal scroll bar appears.
-    int widest = 0;
-    for (int i = 0; i < m_shortcutBar->count(); ++i)
-        widest = std::max(widest, m_shortcutBar->widget(i)->minimumSizeHint().width());
-    m_shortcutBar->setFixedWidth(widest + style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
-                                 2 * m_shortcutBar->frameWidth() + 4);
 
     connect(m_saveCheck, &QCheckBox::toggled, this, [this](bool on) {
         if (!m_mirroring)
@@ -647,13 +461,6 @@ void Quittung::closeEvent(QCloseEvent* event)
 {
     unloadAll();
     event->accept();
-}
-
-void Quittung::setShortcutKey(ShortcutKey key, std::function<void()> handler)
-{
-    QPushButton* button = m_shortcutKeys.at(key);
-    button->setEnabled(true);
-    connect(button, &QPushButton::clicked, this, faulttrap::trapped(std::move(handler)));
 }
 
 QTabWidget* Quittung::addTabBesideReceipt(QWidget* page, const QString& caption)

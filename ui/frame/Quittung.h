@@ -22,7 +22,6 @@ class QLabel;
 class QMenu;
 class QPushButton;
 class QTabWidget;
-class QToolBox;
 
 namespace zw {
 
@@ -32,6 +31,7 @@ class ReceiptForm;
 class ReceiptFormView;
 class Ruler;
 class Settings;
+class ShortcutBar;
 class TextSpinBox;
 struct FormChange;
 
@@ -79,25 +79,12 @@ public:
     // Windows opened by name; other subsystems register theirs.
     void setWindowOpener(const std::string& name, std::function<void()> opener);
 
-    // The keys of the shortcut bar a part may bind; a key stays disabled until a part gives it a handler.
-    enum class ShortcutKey { Print, FromList, ForList, Font, SwitchIssuer, FieldLabels, Mail };
-    QPushButton* shortcutKey(ShortcutKey key) const { return m_shortcutKeys.at(key); }
-    void setShortcutKey(ShortcutKey key, std::function<void()> handler);
-    QToolBox* shortcutBar() const { return m_shortcutBar; }
+    // The shortcut bar, where parts put their panels and keys.
+    ShortcutBar& shortcutBar() { return *m_shortcutBar; }
 
     // What a part of the window may use besides commands and openers; parts never look each other up.
     // A tab beside the receipt: the first one turns the receipt area into the tab strip sevTabStrip1.
     QTabWidget* addTabBesideReceipt(QWidget* page, const QString& caption);
-    // The Buchhaltung panel of the shortcut bar, whose totals and refresh key the ledger fills.
-    struct BooksPanel
-    {
-        QLabel* income = nullptr;   // Label21
-        QLabel* expense = nullptr;  // Label23
-        QLabel* balance = nullptr;  // Label25
-        QLabel* currency = nullptr; // Label28
-        QPushButton* refresh = nullptr; // Button3
-    };
-    const BooksPanel& booksPanel() const { return m_booksPanel; }
     // Filing a printed receipt: the ledger offers it, printing uses it; without a ledger nothing is filed.
     using ReceiptFiler = std::function<void(const std::vector<std::string>& row)>;
     void setReceiptFiler(ReceiptFiler filer) { m_receiptFiler = std::move(filer); }
@@ -136,8 +123,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildMenus();
-    void buildReceiptTypeMenu(QMenu* menu);
     QWidget* buildShortcutBar();
     void registerCommands();
     void mirror(const FormChange& change);
@@ -155,15 +140,12 @@ private:
     QWidget* m_central = nullptr;
     QWidget* m_formArea = nullptr;
     QTabWidget* m_receiptTabs = nullptr;
-    BooksPanel m_booksPanel;
-    std::map<ShortcutKey, QPushButton*> m_shortcutKeys;
     ReceiptFiler m_receiptFiler;
-    QToolBox* m_shortcutBar = nullptr;
+    ShortcutBar* m_shortcutBar = nullptr;
     std::map<std::string, QAction*> m_actions;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, std::function<void()>> m_openers;
     std::map<StartStep, std::function<void()>> m_startSteps;
-    QPixmap* m_windowBackground = nullptr;
     // Shortcut bar controls mirrored from the model.
     QCheckBox* m_saveCheck = nullptr;
     QCheckBox* m_quittnr = nullptr;

@@ -1,9 +1,9 @@
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 
 #include "ui/frame/Looks.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 
 namespace zw {
 
@@ -21,7 +21,7 @@ void Quittung::applyMenuDesign(int styleNumber)
 
 void Quittung::applyButtonStyle(int styleNumber)
 {
-    shortcutKey(ShortcutKey::Print)->setStyleSheet(buttonStyleSheet(styleNumber));
+    m_shortcutBar->setButtonStyle(buttonStyleSheet(styleNumber));
 }
 
 } // namespace zw

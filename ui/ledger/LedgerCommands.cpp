@@ -6,12 +6,14 @@
 #include <QEvent>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <tuple>
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolBar>
@@ -27,6 +29,7 @@
 #include "ui/books/LedgerCashBook.h"
 #include "ui/ledger/LedgerModel.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 
 namespace zw {
 namespace {
@@ -63,6 +66,7 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
     buildPage();
     m_books->addStornoKeys(m_toolbar, m_grid, [this](const LedgerChangeRoutine& change) { return update(change); });
     registerCommands();
+    buildBooksPanel();
     {
         WaitCursor hourglass;
         try {
@@ -204,10 +208,37 @@ void LedgerPart::registerCommands()
         window.exec();
     });
 
-    if (auto* refresh = m_window.booksPanel().refresh) {
-        refresh->setEnabled(true);
-        connect(refresh, &QPushButton::clicked, this, [this] { refreshTotals(); });
+}
+
+void LedgerPart::buildBooksPanel()
+{
+    ShortcutBar& bar = m_window.shortcutBar();
+    using P = ShortcutPanel;
+    QWidget* panel = bar.addPanel(P::Books, "OutlookContainer4", "Buchhaltung");
+    auto* caption = new QLabel("Einnahmen und Ausgaben", panel);
+    caption->setWordWrap(true);
+    bar.addControl({P::Books, 0}, caption);
+    int row = 0;
+    for (auto [total, name, title] : {std::tuple{&m_booksPanel.income, "Label21", "Einnahmen:"},
+                                      {&m_booksPanel.expense, "Label23", "Ausgaben:"},
+                                      {&m_booksPanel.balance, "Label25", "Differenz:"}}) {
+        auto* line = new QHBoxLayout;
+        line->addWidget(new QLabel(title, panel));
+        line->addStretch();
+        auto* value = new QLabel("0,00", panel);
+        value->setObjectName(name);
+        line->addWidget(value);
+        *total = value;
+        bar.addControl({P::Books, row += 10}, line);
     }
+    auto* currencyLine = new QHBoxLayout;
+    currencyLine->addWidget(new QLabel("Aktuelle Währung:", panel));
+    m_booksPanel.currency = new QLabel("EUR", panel);
+    m_booksPanel.currency->setObjectName("Label28");
+    currencyLine->addWidget(m_booksPanel.currency);
+    currencyLine->addStretch();
+    bar.addControl({P::Books, 40}, currencyLine);
+    bar.addKey({P::Books, 50}, "Button3", "Daten &aktualisieren", [this] { refreshTotals(); });
 }
 
 void LedgerPart::trapped(const char* formName, const std::function<void()>& routine)
@@ -287,22 +318,16 @@ void LedgerPart::refreshTotals()
 {
     trapped("Quittung", [&] {
         const auto totals = panelTotals(m_ledger, m_settings);
-        const auto& panel = m_window.booksPanel();
-        auto show = [](QLabel* label, const std::string& text) {
-            if (label)
-                label->setText(qt(text));
-        };
-        show(panel.expense, totals.expense);
-        show(panel.income, totals.income);
-        show(panel.balance, totals.balance);
-        show(panel.currency, totals.currency);
-        if (auto* balance = panel.balance) {
-            QPalette colours = balance->palette();
-            colours.setColor(QPalette::WindowText, totals.balanceNegative
-                                                       ? QColor(255, 0, 0)
-                                                       : QApplication::palette().color(QPalette::ButtonText));
-            balance->setPalette(colours);
-        }
+        const auto& panel = m_booksPanel;
+        panel.expense->setText(qt(totals.expense));
+        panel.income->setText(qt(totals.income));
+        panel.balance->setText(qt(totals.balance));
+        panel.currency->setText(qt(totals.currency));
+        QPalette colours = panel.balance->palette();
+        colours.setColor(QPalette::WindowText, totals.balanceNegative
+                                                   ? QColor(255, 0, 0)
+                                                   : QApplication::palette().color(QPalette::ButtonText));
+        panel.balance->setPalette(colours);
     });
 }
 

@@ -14,6 +14,7 @@
 #include "ui/frame/PartContext.h"
 #include "ui/ledger/LedgerWindows.h"
 
+class QLabel;
 class QPrinter;
 class QTableView;
 class QTabWidget;
@@ -62,6 +63,7 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void buildPage();
     void registerCommands();
+    void buildBooksPanel();
     void trapped(const char* formName, const std::function<void()>& routine);
     void printList(LedgerList kind);
     bool update(const LedgerChangeRoutine& change);
@@ -80,6 +82,14 @@ private:
     QTableView* m_grid = nullptr;
     QTabWidget* m_tabs = nullptr;
     QToolBar* m_toolbar = nullptr;
+    // The totals of the shortcut bar's panel "Buchhaltung".
+    struct BooksPanel
+    {
+        QLabel* income = nullptr;   // Label21
+        QLabel* expense = nullptr;  // Label23
+        QLabel* balance = nullptr;  // Label25
+        QLabel* currency = nullptr; // Label28
+    } m_booksPanel;
 };
 
 // Builds the ledger tab, loads belege.dat and registers the commands and windows of the ledger; the part's state

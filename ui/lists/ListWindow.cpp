@@ -26,7 +26,6 @@
 #include <map>
 
 #include "app/SettingsStore.h"
-#include "app/AtomicFile.h"
 #include "app/TextFile.h"
 #include "app/FaultReporter.h"
 #include "app/ProgramPaths.h"
@@ -37,6 +36,7 @@
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/frame/fehlerform.h"
 
 namespace zw {
@@ -340,22 +340,14 @@ bool ListWindow::makeReport(const ReportOptions& options)
     look.text = m_grid->palette().color(QPalette::Text).name().toStdString();
     look.background = m_grid->palette().color(QPalette::Base).name().toStdString();
     look.heading = m_grid->palette().color(QPalette::Button).name().toStdString();
-    ReportEvents events;
-    events.progress = [this](int done, int total, int page, int pages) {
+    const auto progress = [this](int done, int total, int page, int pages) {
         m_progressText->setText(QString("Seite %1 von %2").arg(page).arg(pages));
         paintProgress(progressPercent(done, 0, total));
         QApplication::processEvents();
     };
-    events.showEarly = [this, &options](std::string_view soFar) {
-        try {
-            writeFileAtomically(m_reportFile, soFar);
-            showReport(m_reportFile, options.inBrowser);
-        } catch (const RunError&) {
-            // The finished report follows; an early look that could not be written is no loss.
-        }
-    };
     const bool written = faulttrap::trapped([&] {
-        writeFileAtomically(m_reportFile, listReportHtml(m_table, options, &look, todayText(), m_sum, events));
+        writeListReport(m_reportFile, m_table, options, &look, todayText(), m_sum, progress,
+                        [&] { showReport(m_reportFile, options.inBrowser); });
         return true;
     })();
     m_reportPanels->setCurrentIndex(0);
@@ -480,9 +472,18 @@ void installListWindows(const PartContext& context)
     Quittung& window = context.window;
     ReceiptForm& form = context.form;
     const ProgramPaths& paths = context.paths;
-    const std::pair<const ListKind*, Quittung::ShortcutKey> lists[] = {
-        {&payerList(), Quittung::ShortcutKey::FromList}, {&articleList(), Quittung::ShortcutKey::ForList}};
-    for (const auto& [kind, key] : lists) {
+    struct Key
+    {
+        const ListKind* kind;
+        ShortcutPlace place;
+        const char* name;
+        const char* caption;
+        ToolbarTwin twin;
+    };
+    const Key keys[] = {
+        {&payerList(), {ShortcutPanel::Lists, 10}, "Command3", "Von-Liste aufrufen", {"bm_vonliste", "Von-Liste aufrufen", 20}},
+        {&articleList(), {ShortcutPanel::Lists, 20}, "Command2", "Für-Liste aufrufen", {"bm_fuerliste", "Für-Liste aufrufen", 21}}};
+    for (const auto& [kind, place, name, caption, twin] : keys) {
         // One window per list, left open beside the receipt so that several rows can be taken over.
         auto open = std::make_shared<QPointer<ListWindow>>();
         window.setWindowOpener(std::string(kind->window), [open, kind, &window, &form, &paths] {
@@ -495,7 +496,8 @@ void installListWindows(const PartContext& context)
             (*open)->raise();
             (*open)->activateWindow();
         });
-        window.setShortcutKey(key, [&window, name = std::string(kind->window)] { window.openWindow(name); });
+        window.shortcutBar().addKey(place, name, caption,
+                                    [&window, opened = std::string(kind->window)] { window.openWindow(opened); }, twin);
     }
 }
 

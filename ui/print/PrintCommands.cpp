@@ -15,6 +15,7 @@
 #include "ui/print/IssuerWindows.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/print/druckmenue2011.h"
 #include "ui/frame/fehlerform.h"
 
@@ -31,8 +32,11 @@ public:
           m_issuers(form, settings, paths, window), m_pictures(form, paths, window)
     {
         setObjectName("PrintingPart");
-        window.setShortcutKey(Quittung::ShortcutKey::Print, [this] { xpButton3(); });
-        window.setShortcutKey(Quittung::ShortcutKey::SwitchIssuer, [this] { m_window.openWindow("aussteller_pro"); });
+        ShortcutBar& bar = window.shortcutBar();
+        bar.takeButtonStyle(bar.addKey({ShortcutPanel::ReceiptPrint, 30}, "xpButton3", "&Drucken", [this] { xpButton3(); }));
+        bar.addKey({ShortcutPanel::Lists, 40}, "Command6_1", "&Aussteller wechseln",
+                   [this] { m_window.openWindow("aussteller_pro"); },
+                   ToolbarTwin{"bm_aussteller", "Aussteller wechseln", 23});
         window.setCommand("aussetller", [this] { m_window.openWindow("aussteller"); });
         window.setWindowOpener("aussteller", [this] { openAussteller(); });
         window.setWindowOpener("aussteller_pro", [this] {

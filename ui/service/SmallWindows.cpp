@@ -26,6 +26,7 @@
 #include "ui/frame/FaultTrap.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/frame/fehlerform.h"
 
 namespace zw {
@@ -283,7 +284,9 @@ void installSmallWindows(const PartContext& context)
         feldbezeichnung editor(settings, form, &window);
         editor.exec();
     });
-    window.setShortcutKey(Quittung::ShortcutKey::FieldLabels, [&window] { window.openWindow("feldbezeichnung"); });
+    window.shortcutBar().addKey({ShortcutPanel::Lists, 50}, "Command6_2", "Feldbezeichnungen ändern",
+                                [&window] { window.openWindow("feldbezeichnung"); },
+                                ToolbarTwin{"bm_feldbez", "Feldbezeichnungen ändern", 22});
     window.setWindowOpener("frmTipp", [&window, &settings, &paths] {
         frmTipp tip(paths, settings, window, &window);
         tip.exec();
