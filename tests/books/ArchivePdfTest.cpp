@@ -66,6 +66,7 @@ TEST(ArchivePdf, TheCashReportIsOnePageWithEveryFigure)
     for (const char* expected : {"Muster GmbH", "Kassenbericht", "25.11.2026", "100,00 EUR", "183,50 EUR", "180,00 EUR",
                                  "-3,50 EUR", "3 x 10 EUR", "Wechselgeld", "Unterschrift", "aaaaaaaa"})
         EXPECT_NE(text.find(expected), std::string::npos) << expected;
+    EXPECT_EQ(peerOutput("qpdf --check", pdf, folder.folder).find("WARNING"), std::string::npos);
 }
 
 } // namespace
