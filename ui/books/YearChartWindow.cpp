@@ -91,12 +91,9 @@ YearChartWindow::YearChartWindow(QWidget* parent, const ProgramPaths& paths, Fau
         if (error.number() != RunError::fileNotFound().number())
             m_faults.report(error, kWindowName);
     }
-    std::vector<int> years;
-    try {
-        years = yearFigures(m_ledger, currentYear).years;
-    } catch (const RunError&) {
-        // The year shown reports the faulty row below.
-    }
+    showYear(currentYear);
+    // The pass for this year found every year of the ledger; after a faulty row only this year is offered.
+    std::vector<int> years = m_figures.years;
     if (!std::binary_search(years.begin(), years.end(), currentYear))
         years.insert(std::lower_bound(years.begin(), years.end(), currentYear), currentYear);
     for (int year : years)
@@ -104,7 +101,6 @@ YearChartWindow::YearChartWindow(QWidget* parent, const ProgramPaths& paths, Fau
     m_years->setCurrentIndex(m_years->findData(currentYear));
     connect(m_years, &QComboBox::currentIndexChanged, this,
             [this](int index) { showYear(m_years->itemData(index).toInt()); });
-    showYear(currentYear);
     m_years->setFocus();
     resize(980, 700);
 }
