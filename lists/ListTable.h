@@ -146,6 +146,8 @@ public:
     // into yet stay at its end. Returns true if the rows changed so. Throws RunError on failure.
     bool save(const std::filesystem::path& file);
 
+private:
+    friend std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);
     enum class Encoding
     {
         Windows1252,
@@ -153,9 +155,6 @@ public:
     };
     // Appends the rows of the lines of `text`, by the rules of load.
     void appendLines(std::string_view text, Encoding encoding);
-
-private:
-    friend std::vector<std::string> cellsOfLine(const ListKind& kind, std::string_view line);
     // 32 bits, so the cells take less room than their text: a buffer beyond 4 GiB is refused as out of memory.
     struct Span
     {
