@@ -421,9 +421,12 @@ AuditPeriod auditPeriod(std::string_view fromText, std::string_view toText)
 
 std::string auditSummary(const AuditCounts& counts, const std::filesystem::path& folder)
 {
-    return "Exportiert: " + std::to_string(counts.receipts) + " Belege, " + std::to_string(counts.entries) +
-           " Einträge des Änderungsprotokolls und " + std::to_string(counts.closes) +
-           " Tagesabschlüsse nach " + folder.string() + ".";
+    auto counted = [](std::int64_t count, const char* one, const char* many) {
+        return std::to_string(count) + " " + (count == 1 ? one : many);
+    };
+    return "Exportiert: " + counted(counts.receipts, "Beleg", "Belege") + ", " +
+           counted(counts.entries, "Eintrag", "Einträge") + " des Änderungsprotokolls und " +
+           counted(counts.closes, "Tagesabschluss", "Tagesabschlüsse") + " nach " + folder.string() + ".";
 }
 
 AuditCounts exportAuditData(const ProgramPaths& paths, const AuditPeriod& period,

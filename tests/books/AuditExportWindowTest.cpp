@@ -33,7 +33,7 @@ TEST_F(AuditExportWindowTest, TheExportMenuWritesThePeriodAndNamesAReversedOne)
             audit.fromField()->setText("01.01.2025");
             audit.exportButton()->click();
             EXPECT_EQ(audit.resultLabel()->text().toStdString(),
-                      "Exportiert: 1 Belege, 0 Einträge des Änderungsprotokolls und 0 Tagesabschlüsse nach " +
+                      "Exportiert: 1 Beleg, 0 Einträge des Änderungsprotokolls und 0 Tagesabschlüsse nach " +
                           target.string() + ".");
             dialog.reject();
         });

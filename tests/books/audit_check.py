@@ -70,7 +70,7 @@ def check_cli(cli):
         code, output, error = run("--from", "31.01.2020", "--to", "01.01.2020", str(out))
         assert code == 2 and "endet vor seinem Beginn" in error and not out.exists(), (code, output, error)
         code, output, error = run("--from", "01.01.2020", "--to", "31.01.2020", str(out))
-        assert code == 0 and output.startswith("Exportiert: 1 Belege, 0 Einträge"), (code, output, error)
+        assert code == 0 and output.startswith("Exportiert: 1 Beleg, 0 Einträge"), (code, output, error)
         records = read_export(out)
         assert ["belege.csv", "1", "02.01.2020", "1048", "", "-35,50", "EUR", "7", "33,18", "2,32", "", "Post", "",
                 "Porto \"Eilbrief\"", "Bonn", "", "Ausgabebeleg"] in records, records
