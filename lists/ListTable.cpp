@@ -228,23 +228,44 @@ const std::array<std::string, 128>& utf8OfHighBytes()
 
 bool isLineEnd(char byte) { return byte == '\r' || byte == '\n'; }
 
+constexpr std::uint64_t kOnes = 0x0101010101010101;
+constexpr std::uint64_t kHighBits = 0x8080808080808080;
+
+std::uint64_t wordAt(std::string_view text, std::size_t at)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    return word;
+}
+
+// Nonzero when a byte of the word equals `byte` (or, after such a byte, may falsely say so).
+std::uint64_t holds(std::uint64_t word, char byte)
+{
+    const std::uint64_t matches = word ^ (kOnes * static_cast<unsigned char>(byte));
+    return (matches - kOnes) & ~matches & kHighBits;
+}
+
 // The first byte from `at` on that ends the line or needs converting; eight bytes at a time while none of them is one.
 std::size_t skipPlainBytes(std::string_view text, std::size_t at)
 {
-    constexpr std::uint64_t kOnes = 0x0101010101010101;
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    // Nonzero when a byte of an ASCII word equals `byte` (or, after such a byte, may falsely say so).
-    const auto holds = [](std::uint64_t word, char byte) {
-        const std::uint64_t matches = word ^ (kOnes * static_cast<unsigned char>(byte));
-        return (matches - kOnes) & ~matches & kHighBits;
-    };
     for (; at + 8 <= text.size(); at += 8) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + at, sizeof word);
+        const std::uint64_t word = wordAt(text, at);
         if (((word & kHighBits) | holds(word, '\r') | holds(word, '\n')) != 0)
             break;
     }
     while (at < text.size() && !isLineEnd(text[at]) && static_cast<unsigned char>(text[at]) < 0x80)
+        ++at;
+    return at;
+}
+
+// The first ";" from `at` on, or the text's end; cells are short, so this beats a call of memchr.
+std::size_t findSeparator(std::string_view text, std::size_t at)
+{
+    for (; at + 8 <= text.size(); at += 8) {
+        if (holds(wordAt(text, at), ';') != 0)
+            break;
+    }
+    while (at < text.size() && text[at] != ';')
         ++at;
     return at;
 }
@@ -258,42 +279,23 @@ ListTable::Span ListTable::spanOf(std::size_t begin, std::size_t end)
     return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end - begin)};
 }
 
-void ListTable::appendConverted(std::string_view bytes, Encoding encoding)
-{
-    if (encoding == Encoding::Utf8) {
-        m_text.append(bytes);
-        return;
-    }
-    const auto& utf8 = utf8OfHighBytes();
-    std::size_t run = 0;
-    for (std::size_t i = skipPlainBytes(bytes, 0); i < bytes.size(); i = skipPlainBytes(bytes, i + 1)) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        if (byte < 0x80)
-            continue; // a line end kept in a cell
-        m_text.append(bytes.substr(run, i - run));
-        m_text.append(utf8[byte - 0x80]);
-        run = i + 1;
-    }
-    m_text.append(bytes.substr(run));
-}
-
 std::size_t ListTable::appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds)
 {
-    std::size_t end = text.size();
-    bool highBytes = encoding == Encoding::Windows1252;
-    if (lineEnds == LineEnds::EndTheRow) {
-        highBytes = false;
-        for (end = at;; ++end) {
-            end = skipPlainBytes(text, end);
-            if (end == text.size() || isLineEnd(text[end]))
+    // The line goes into the buffer as it stands, in UTF-8, in one pass; the cells are then found in it, so a
+    // line whose amount needs no new form is copied once.
+    const std::size_t lineBegin = m_text.size();
+    std::size_t end = at;
+    for (std::size_t run = at;; ++end) {
+        end = skipPlainBytes(text, end);
+        const bool lineEnd = end == text.size() || (isLineEnd(text[end]) && lineEnds == LineEnds::EndTheRow);
+        if (lineEnd || (encoding == Encoding::Windows1252 && !isLineEnd(text[end]))) {
+            m_text.append(text.substr(run, end - run));
+            if (lineEnd)
                 break;
-            highBytes = true;
+            m_text.append(utf8OfHighBytes()[static_cast<unsigned char>(text[end]) - 0x80]);
+            run = end + 1;
         }
     }
-    const std::size_t lineBegin = m_text.size();
-    // The line goes into the buffer as it stands (in UTF-8); the cells are then found in it, so a line whose
-    // amount needs no new form is copied once.
-    appendConverted(text.substr(at, end - at), highBytes ? encoding : Encoding::Utf8);
     std::size_t cellBegin = lineBegin;
     for (std::size_t column = 0; column < columnCount(); ++column) {
         std::size_t cellEnd = m_text.size();
@@ -303,9 +305,7 @@ std::size_t ListTable::appendRow(std::string_view text, std::size_t at, Encoding
             cellEnd = cellBegin = m_text.size();
         } else if (column + 1 < columnCount()) {
             // Fields beyond the columns stay in the last cell with their ";".
-            const void* separator = std::memchr(m_text.data() + cellBegin, ';', m_text.size() - cellBegin);
-            if (separator != nullptr)
-                cellEnd = static_cast<std::size_t>(static_cast<const char*>(separator) - m_text.data());
+            cellEnd = findSeparator(m_text, cellBegin);
         }
         if (column == m_amountColumn) {
             const std::string_view amount = std::string_view(m_text).substr(cellBegin, cellEnd - cellBegin);

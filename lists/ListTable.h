@@ -171,7 +171,6 @@ private:
     };
     // Appends the row of the line starting at `at`; returns where its line end is (or the text's end).
     std::size_t appendRow(std::string_view text, std::size_t at, Encoding encoding, LineEnds lineEnds);
-    void appendConverted(std::string_view bytes, Encoding encoding);
     bool isUntyped(std::size_t row) const;
     std::string_view lineText(Span line) const { return std::string_view(m_text).substr(line.begin, line.size); }
     std::vector<std::string> loadedLines() const;
