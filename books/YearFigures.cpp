@@ -89,20 +89,15 @@ YearTally::YearTally(int year) { m_figures.year = year; }
 
 RateFigures& YearTally::rateOf(std::string_view rateCell)
 {
-    for (const auto& [cell, index] : m_rateCells)
-        if (cell == rateCell)
-            return m_figures.rates[index];
+    if (const auto known = m_rateCells.find(rateCell); known != m_rateCells.end())
+        return m_figures.rates[known->second];
     const std::string_view bare = trimmed(rateCell);
     const std::string rate = isNumeric(bare) ? formatNumber(parseAmount(bare)) : std::string(bare);
-    auto known = std::find_if(m_figures.rates.begin(), m_figures.rates.end(),
-                              [&rate](const RateFigures& figures) { return figures.rate == rate; });
-    if (known == m_figures.rates.end()) {
+    const auto [entry, added] = m_rateIndex.try_emplace(rate, m_figures.rates.size());
+    if (added)
         m_figures.rates.push_back({rate, {}, {}});
-        known = m_figures.rates.end() - 1;
-    }
-    const auto index = static_cast<std::size_t>(known - m_figures.rates.begin());
-    m_rateCells.emplace_back(rateCell, index);
-    return m_figures.rates[index];
+    m_rateCells.emplace(rateCell, entry->second);
+    return m_figures.rates[entry->second];
 }
 
 void YearTally::add(std::string_view row)
@@ -199,11 +194,23 @@ std::vector<VatTableRow> vatTableRows(const YearFigures& figures)
         return VatTableRow{std::move(caption), euroText(in.net), euroText(in.vat), euroText(in.gross),
                            euroText(out.net),  euroText(out.vat), euroText(out.gross)};
     };
-    for (const auto& rate : figures.rates) {
-        rows.push_back(rowOf(rateCaption(rate.rate), rate.takings, rate.payouts));
+    // Rates beyond the table's rows share one line, so a ledger typed with a new rate in every row still fits.
+    VatAmounts otherTakings;
+    VatAmounts otherPayouts;
+    const bool folded = figures.rates.size() > kVatTableRateRows;
+    for (std::size_t index = 0; index < figures.rates.size(); ++index) {
+        const auto& rate = figures.rates[index];
+        if (folded && index + 1 >= kVatTableRateRows) {
+            otherTakings += rate.takings;
+            otherPayouts += rate.payouts;
+        } else {
+            rows.push_back(rowOf(rateCaption(rate.rate), rate.takings, rate.payouts));
+        }
         takings += rate.takings;
         payouts += rate.payouts;
     }
+    if (folded)
+        rows.push_back(rowOf("übrige Sätze", otherTakings, otherPayouts));
     rows.push_back(rowOf("Summe", takings, payouts));
     return rows;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,7 +64,10 @@ private:
 
     YearFigures m_figures;
     std::array<MonthFigures, 12> m_changes{};
-    std::vector<std::pair<std::string, std::size_t>> m_rateCells; // a cell as written, and its entry in rates
+    // A rate cell as written and a rate as shown, each to its entry in rates; maps, since a hand-made ledger may
+    // hold a different text in every row.
+    std::map<std::string, std::size_t, std::less<>> m_rateCells;
+    std::map<std::string, std::size_t> m_rateIndex;
     std::size_t m_rows = 0;
 };
 
@@ -75,7 +79,9 @@ std::string euroText(Cents cents);
 std::string rateCaption(const std::string& rate);
 
 // The table of VAT rates under the chart: captions, one row per rate and the sum row, as window and picture show it.
+// Beyond kVatTableRateRows rates the last of those rows sums the rest as "übrige Sätze".
 inline constexpr std::size_t kVatTableColumns = 7;
+inline constexpr std::size_t kVatTableRateRows = 6;
 using VatTableRow = std::array<std::string, kVatTableColumns>;
 const VatTableRow& vatTableCaptions();
 std::vector<VatTableRow> vatTableRows(const YearFigures& figures);

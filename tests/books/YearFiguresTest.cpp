@@ -84,6 +84,16 @@ TEST(YearFigures, TheVatTableSplitsEachRateIntoNetVatAndGross)
     EXPECT_EQ(rows[0], (VatTableRow{"19 %", "0,00", "0,00", "0,00", "50,00", "9,50", "59,50"}));
     EXPECT_EQ(rows[1], (VatTableRow{"7 %", "1.000,00", "70,00", "1.070,00", "0,00", "0,00", "0,00"}));
     EXPECT_EQ(rows[2], (VatTableRow{"Summe", "1.000,00", "70,00", "1.070,00", "50,00", "9,50", "59,50"}));
+
+    // A rate typed differently in every row: the rates beyond the table's rows share one line.
+    ReceiptLedger typed;
+    for (int rate = 1; rate <= 9; ++rate)
+        typed.appendRow("01.01.2025\t1\t1,00\t\tEUR\t" + std::to_string(rate) + "\t1,00\t0,00");
+    const auto folded = vatTableRows(yearFigures(typed, 2025));
+    ASSERT_EQ(folded.size(), kVatTableRateRows + 1);
+    EXPECT_EQ(folded[4][0], "5 %");
+    EXPECT_EQ(folded[5], (VatTableRow{"übrige Sätze", "4,00", "0,00", "4,00", "0,00", "0,00", "0,00"}));
+    EXPECT_EQ(folded[6][3], "9,00");
 }
 
 TEST(YearFigures, AnAmountThatIsNoNumberNamesItsRow)
