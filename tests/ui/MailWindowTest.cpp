@@ -95,6 +95,11 @@ TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSend
 
 TEST_F(MailWindowTest, TheSupportMessageAndTheNewsletterSignUpReachTheVendor)
 {
+    struct HalfRandom : Random
+    {
+        double next() override { return 0.5; }
+    } half;
+    window->setRandom(half); // the code is 0.5 * 123456 + 1
     inModal([&] { window->openWindow("anregungen_neu"); },
             [](QDialog& wizard) {
                 wizard.findChild<QLineEdit*>("xpText1")->setText("kunde@example.org");
@@ -103,7 +108,7 @@ TEST_F(MailWindowTest, TheSupportMessageAndTheNewsletterSignUpReachTheVendor)
                     wizard.findChild<QPushButton*>("cmdNext")->click(); // the fourth click sends
             });
     EXPECT_EQ(boxes, std::vector<QString>{"Support: Übermittlung erfolgreich abgeschlossen."});
-    EXPECT_EQ(summary("HelpCode: "), "Zettelwerk V6.0.0 - Fragen zum Programm\nkunde@example.org\n"
+    EXPECT_EQ(summary("HelpCode: 061729"), "Zettelwerk V6.0.0 - Fragen zum Programm\nkunde@example.org\n"
                                      "support@zettelwerk.example\nNone\n['text/plain', 'text/html']\nTrue\n");
 
     inModal([&] { window->action("newsletter_bestellen")->trigger(); },
@@ -163,7 +168,7 @@ TEST_F(MailWindowTest, TheMailWindowsBoxesHaveTheButtonsTheyAskWith)
     test::writeBytes(folder.path() / "1.bmp", "BM");
     settings.save("Zettelwerk", "EMail", "SMTP", "127.0.0.1:1"); // nobody listens there
     frmLog log(window.get());
-    beleg_mail mail(settings, paths, *window, log, folder.path() / "1.bmp", window.get());
+    beleg_mail mail(settings, paths, *window, log, window->clock(), folder.path() / "1.bmp", window.get());
     ASSERT_TRUE(mail.loaded());
     mail.findChild<QPushButton*>("cmdSend")->click();
     auto* cancel = mail.findChild<QPushButton*>("cmdCancel");
@@ -184,7 +189,7 @@ TEST_F(MailWindowTest, TheRichTextKeysToggleAUniformSelectionAndLeaveAMixedOne)
     test::writeBytes(folder.path() / "1.bmp", "BM");
     settings.save("Zettelwerk", "EMail", "SMTP", "127.0.0.1:1");
     frmLog log(window.get());
-    beleg_mail mail(settings, paths, *window, log, folder.path() / "1.bmp", window.get());
+    beleg_mail mail(settings, paths, *window, log, window->clock(), folder.path() / "1.bmp", window.get());
     QStringList keys;
     for (QAction* key : mail.findChild<QToolBar*>("Coolbar2")->actions())
         keys << (key->isSeparator() ? "|" : key->objectName());

@@ -9,7 +9,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDate>
+#include <QDateTime>
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -49,7 +49,6 @@ namespace {
 using F = FormElement;
 
 
-std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdString(); }
 
 QLabel* smallCaption(const QString& text, QWidget* parent)
 {
@@ -65,7 +64,10 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
 {
     m_capture.setLook(&m_look);
     setObjectName("Quittung");
-    m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, today);
+    m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, [this] {
+        const auto seconds = std::chrono::system_clock::to_time_t(m_clock->now());
+        return QDateTime::fromSecsSinceEpoch(seconds).date().toString("dd.MM.yyyy").toStdString();
+    });
     m_form.attach(&settings, this);
     m_errorWindow = std::make_unique<ErrorWindowReporter>(*this);
     m_faultReporter = m_errorWindow.get();

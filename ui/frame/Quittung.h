@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/Appearance.h"
+#include "app/Clock.h"
 #include "app/CommonDialog.h"
 #include "app/FaultReporter.h"
 #include "app/QuittungLogic.h"
@@ -94,6 +95,12 @@ public:
             m_receiptFiler(row);
     }
 
+    // The time and chance the windows use; a test may set fixed ones.
+    const Clock& clock() const { return *m_clock; }
+    Random& random() { return *m_random; }
+    void setClock(const Clock& clock) { m_clock = &clock; }
+    void setRandom(Random& random) { m_random = &random; }
+
     // The session's receipt colour and stamp area; the frame's options change it.
     ReceiptLook& look() { return m_look; }
     // The one photograph of the receipt that printing, the exports and the clipboard all take.
@@ -163,6 +170,10 @@ private:
     Capture m_capture;
     std::unique_ptr<ErrorWindowReporter> m_errorWindow;
     FaultReporter* m_faultReporter = nullptr;
+    SystemClock m_systemClock;
+    SystemRandom m_systemRandom;
+    const Clock* m_clock = &m_systemClock;
+    Random* m_random = &m_systemRandom;
 };
 
 } // namespace zw

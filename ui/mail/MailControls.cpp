@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDateTime>
 #include <QColorDialog>
 #include <QFontDialog>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include <optional>
 #include <string>
 
+#include "app/Clock.h"
 #include "mail/sevSMTP.h"
 #include "ui/frame/QtText.h"
 #include "ui/mail/frmLog.h"
@@ -69,6 +71,11 @@ QLineEdit* field(const char* name, QWidget* parent)
 }
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
+
+QDate today(const Clock& clock)
+{
+    return QDateTime::fromSecsSinceEpoch(std::chrono::system_clock::to_time_t(clock.now())).date();
+}
 
 void followSession(sevSMTP& smtp, QLabel* status, QProgressBar* progress, frmLog& log)
 {

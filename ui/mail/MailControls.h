@@ -7,6 +7,7 @@
 #include "mail/MailDraft.h"
 
 class QCheckBox;
+class QDate;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -16,6 +17,7 @@ class QWidget;
 
 namespace zw {
 
+class Clock;
 class frmLog;
 class sevSMTP;
 
@@ -26,6 +28,8 @@ namespace mailwindows {
 QPushButton* button(const char* name, const char* caption, QWidget* parent);
 QLineEdit* field(const char* name, QWidget* parent);
 std::string text(const QLineEdit* edit);
+// The local date of the clock's moment.
+QDate today(const Clock& clock);
 
 // The platform's message box styles this window asks with: 36 a question with yes and no, 64 information with OK,
 // 68 information with yes and no.

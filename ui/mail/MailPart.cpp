@@ -43,7 +43,7 @@ void installMail(const PartContext& context)
     window.setCommand("anr", [&window] { window.openWindow("anregungen_neu"); });
     window.setCommand("newsletter_bestellen", [&window] { window.openWindow("newsletter"); });
     window.setWindowOpener("anregungen_neu", [&window, &paths, log] {
-        anregungen_neu wizard(paths, *log, &window);
+        anregungen_neu wizard(paths, *log, window.clock(), window.random(), &window);
         wizard.exec();
     });
     window.setWindowOpener("newsletter", [&window, &paths, log] {
@@ -59,7 +59,7 @@ void installMail(const PartContext& context)
             window.faultReporter().report(error, "Quittung");
             return;
         }
-        beleg_mail mail(settings, paths, window, *log, picture, &window);
+        beleg_mail mail(settings, paths, window, *log, window.clock(), picture, &window);
         if (mail.loaded())
             mail.exec();
     };

@@ -15,9 +15,9 @@
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <random>
 #include <string>
 
+#include "app/Clock.h"
 #include "app/ProgramPaths.h"
 #include "app/VendorAddresses.h"
 #include "export/rtf/RtfWriter.h"
@@ -33,8 +33,9 @@ namespace zw {
 
 using namespace mailwindows;
 
-anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent)
-    : WizardDialog(parent, "&Senden"), m_paths(paths), m_log(log),
+anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, const Clock& clock, Random& random,
+                               QWidget* parent)
+    : WizardDialog(parent, "&Senden"), m_paths(paths), m_log(log), m_clock(clock), m_random(random),
       m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
 {
     setObjectName("anregungen_neu");
@@ -144,9 +145,8 @@ bool anregungen_neu::event(QEvent* event)
         m_modalAbove = false;
         m_progress->setValue(0);
         m_progress->show();
-        static std::mt19937 random(std::random_device{}());
-        const std::string code = helpCode(std::uniform_real_distribution<double>(0.0, 1.0)(random));
-        const QString date = userShortDate(QDate::currentDate());
+        const std::string code = helpCode(m_random.next());
+        const QString date = userShortDate(today(m_clock));
         QTextCursor end(m_message->document());
         end.movePosition(QTextCursor::End);
         if (!m_message->document()->isEmpty() && !m_message->toPlainText().endsWith('\n'))

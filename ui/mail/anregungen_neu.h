@@ -13,14 +13,16 @@ class QTextEdit;
 
 namespace zw {
 
+class Clock;
 class ProgramPaths;
+class Random;
 class frmLog;
 
 // "Support": four pages, a message to the vendor's support address with a fresh HelpCode at each activation.
 class anregungen_neu : public WizardDialog
 {
 public:
-    anregungen_neu(const ProgramPaths& paths, frmLog& log, QWidget* parent);
+    anregungen_neu(const ProgramPaths& paths, frmLog& log, const Clock& clock, Random& random, QWidget* parent);
 
 protected:
     bool event(QEvent* event) override;
@@ -31,6 +33,8 @@ private:
 
     const ProgramPaths& m_paths;
     frmLog& m_log;
+    const Clock& m_clock;
+    Random& m_random;
     QtEventPoster m_poster;
     sevSMTP m_smtp;
     QLineEdit* m_from;

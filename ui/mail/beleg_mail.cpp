@@ -49,9 +49,9 @@ namespace zw {
 
 using namespace mailwindows;
 
-beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log,
+beleg_mail::beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log, const Clock& clock,
                        const std::filesystem::path& picture, QWidget* parent)
-    : QDialog(parent), m_settings(settings), m_paths(paths), m_host(host), m_log(log), m_book(addressBookKind()),
+    : QDialog(parent), m_settings(settings), m_paths(paths), m_host(host), m_log(log), m_clock(clock), m_book(addressBookKind()),
       m_smtp(m_poster, [](const net::Transfer& transfer) { QtEventPoster::waitWhileLoopTurns(transfer); })
 {
     setObjectName("beleg_mail");
@@ -230,11 +230,11 @@ QWidget* beleg_mail::buildEditor()
     QAction* shortDate = insert->addAction("Aktuelles Datum &kurz");
     shortDate->setObjectName("datumkurz");
     connect(shortDate, &QAction::triggered, this,
-            [insertText] { insertText(QDate::currentDate().toString("dd.MM.yyyy")); });
+            [this, insertText] { insertText(today(m_clock).toString("dd.MM.yyyy")); });
     QAction* longDate = insert->addAction("Aktuelles Datum &lang");
     longDate->setObjectName("datumlang");
-    connect(longDate, &QAction::triggered, this, [insertText] {
-        insertText(userLongDate(QDate::currentDate()));
+    connect(longDate, &QAction::triggered, this, [this, insertText] {
+        insertText(userLongDate(today(m_clock)));
     });
     QAction* greeting = insert->addAction("&Anrede");
     greeting->setObjectName("anrede");

@@ -21,6 +21,7 @@ class QTextEdit;
 
 namespace zw {
 
+class Clock;
 class FormHost;
 class ProgramPaths;
 class Settings;
@@ -31,7 +32,7 @@ class frmLog;
 class beleg_mail : public QDialog
 {
 public:
-    beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log,
+    beleg_mail(Settings& settings, const ProgramPaths& paths, FormHost& host, frmLog& log, const Clock& clock,
                const std::filesystem::path& picture, QWidget* parent);
 
     // False when the window could not load (the address book is missing); the fault was shown.
@@ -59,6 +60,7 @@ private:
     const ProgramPaths& m_paths;
     FormHost& m_host;
     frmLog& m_log;
+    const Clock& m_clock;
     ListTable m_book;
     QtEventPoster m_poster;
     sevSMTP m_smtp;
