@@ -69,7 +69,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
         return QDateTime::fromSecsSinceEpoch(seconds).date().toString("dd.MM.yyyy").toStdString();
     });
     m_form.attach(&settings, this);
-    m_errorWindow = std::make_unique<ErrorWindowReporter>(*this);
+    m_errorWindow = std::make_unique<ErrorWindowReporter>(*this, [this] { unloadAll(); });
     m_faultReporter = m_errorWindow.get();
     faulttrap::setHandler([this](const RunError& error) { showUntrappedFault(*this, error); });
 

@@ -20,7 +20,6 @@
 #include "export/rtf/RtfReader.h"
 #include "service/ErrorReport.h"
 #include "ui/frame/Pause.h"
-#include "ui/frame/Quittung.h"
 #include "ui/frame/RichTextView.h"
 #include "ui/frame/UserLocale.h"
 
@@ -194,7 +193,7 @@ void fehlerform::closeProgram()
 
 void ErrorWindowReporter::report(const RunError& error, std::string_view windowName)
 {
-    fehlerform form(&m_window, [this] { m_window.unloadAll(); });
+    fehlerform form(&m_over, m_unloadAll);
     form.setFault(std::to_string(error.number()), error.description(), std::string(windowName));
     form.setMailSender(m_mailSender);
     form.exec();

@@ -16,7 +16,6 @@ class QTextEdit;
 namespace zw {
 
 class FormHost;
-class Quittung;
 class RunError;
 
 // The error window: the report of one trapped fault, three beeps, and the ways on. The send button stays
@@ -65,13 +64,18 @@ private:
 class ErrorWindowReporter : public FaultReporter
 {
 public:
-    explicit ErrorWindowReporter(Quittung& window) : m_window(window) {}
+    // `over` is the window the error window stands above; "Programm beenden" runs `unloadAll`.
+    ErrorWindowReporter(QWidget& over, std::function<void()> unloadAll)
+        : m_over(over), m_unloadAll(std::move(unloadAll))
+    {
+    }
 
     void report(const RunError& error, std::string_view windowName) override;
     void setMailSender(FaultMailSender sender) { m_mailSender = std::move(sender); }
 
 private:
-    Quittung& m_window;
+    QWidget& m_over;
+    std::function<void()> m_unloadAll;
     FaultMailSender m_mailSender;
 };
 
