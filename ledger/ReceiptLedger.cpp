@@ -31,14 +31,13 @@ std::string_view field(std::string_view row, int column)
     return row.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start);
 }
 
-// The bytes that end a plain run of a line as read: line ends, a TAB and anything beyond ASCII.
-bool endsPlainRun(char c)
-{
-    return c == '\r' || c == '\n' || c == '\t' || static_cast<unsigned char>(c) >= 0x80;
-}
+// The bytes that end a plain run of a line as read: the control bytes up to CR, among them the line ends and TAB,
+// and anything beyond ASCII. Read as signed, they are exactly the bytes below CR + 1.
+constexpr signed char kFirstPlainByte = '\r' + 1;
+bool endsPlainRun(char c) { return static_cast<signed char>(c) < kFirstPlainByte; }
 
 // Copies bytes of belege.dat with ";" turned into tab up to the first byte that ends a plain run, and returns how
-// many it copied. `out` may be written up to 16 bytes beyond what it copies.
+// many it copied. `out` has room for all bytes up to `end`; those beyond what it copies may be written as well.
 std::size_t copyPlainRun(const char* in, const char* end, char* out)
 {
     const auto size = static_cast<std::size_t>(end - in);
@@ -46,16 +45,12 @@ std::size_t copyPlainRun(const char* in, const char* end, char* out)
 #if defined(__SSE2__)
     const __m128i semicolon = _mm_set1_epi8(';');
     const __m128i toTab = _mm_set1_epi8(';' - '\t');
-    const __m128i cr = _mm_set1_epi8('\r');
-    const __m128i lf = _mm_set1_epi8('\n');
-    const __m128i tab = _mm_set1_epi8('\t');
+    const __m128i firstPlain = _mm_set1_epi8(kFirstPlainByte);
     for (; n + 16 <= size; n += 16) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + n));
-        const __m128i stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf)),
-                                           _mm_cmpeq_epi8(bytes, tab));
         const __m128i swapped = _mm_sub_epi8(bytes, _mm_and_si128(_mm_cmpeq_epi8(bytes, semicolon), toTab));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + n), swapped);
-        const int mask = _mm_movemask_epi8(stops) | _mm_movemask_epi8(bytes);
+        const int mask = _mm_movemask_epi8(_mm_cmplt_epi8(bytes, firstPlain));
         if (mask != 0)
             return n + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask)));
     }
@@ -571,7 +566,9 @@ void LedgerReader::feed(std::string_view block)
             p = afterLineEnd(p, end, m_afterCr);
             continue;
         }
-        const std::string_view form = c == '\t' ? kLiteralTab : std::string_view(wide[c - 0x80]);
+        const std::string_view form = c == '\t'  ? kLiteralTab
+                                      : c < 0x80 ? std::string_view(p, 1)
+                                                 : std::string_view(wide[c - 0x80]);
         std::memcpy(row + m_pending, form.data(), form.size());
         m_pending += form.size();
         ++p;

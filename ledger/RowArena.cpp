@@ -101,7 +101,7 @@ void RowArena::growLengths(std::size_t needed)
 
 void RowArena::reserveRows(std::size_t rows) { growLengths(rows); }
 
-void RowArena::endRow(std::size_t length)
+void RowArena::endRowAnyLength(std::size_t length)
 {
     if (!m_bytes)
         growBytes(length);

@@ -57,7 +57,14 @@ public:
     }
     char* tail() { return m_bytes.get() + m_size; }
     // The next `length` bytes at the tail are one row.
-    void endRow(std::size_t length);
+    void endRow(std::size_t length)
+    {
+        constexpr std::size_t kGroupMask = (std::size_t{1} << kGroupShift) - 1;
+        if (length >= kLongRow || (m_rowCount & kGroupMask) == 0 || m_rowCount == m_lengthCapacity || !m_bytes)
+            return endRowAnyLength(length);
+        m_lengths.get()[m_rowCount++] = static_cast<std::uint8_t>(length);
+        m_size += length;
+    }
     // Moves `pending` bytes at the tail to the start and forgets every row: a reader that hands rows on.
     void keepOnlyTail(std::size_t pending);
     // Gives back what the buffers hold beyond their rows.
@@ -94,6 +101,7 @@ private:
         return length != kLongRow ? length : longLength(row);
     }
     std::size_t longLength(std::size_t row) const;
+    void endRowAnyLength(std::size_t length);
     void growBytes(std::size_t needed)
     {
         if (!m_bytes || needed > m_capacity)
