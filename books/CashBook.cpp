@@ -121,7 +121,11 @@ std::string cashRow(const BookDate& date, std::string_view number, Cents amount,
     at(LedgerColumn::mwst) = "0";
     at(LedgerColumn::netto) = centsText(magnitude);
     at(LedgerColumn::anteil) = "0,00";
-    at(LedgerColumn::von) = purpose;
+    // A typed note becomes one cell: its separators and line breaks would split the ledger's row.
+    std::string cell(purpose);
+    for (char& c : cell)
+        c = c == ';' ? ',' : c == '\r' || c == '\n' || c == '\t' ? ' ' : c;
+    at(LedgerColumn::von) = cell;
     at(LedgerColumn::bezeichnung) = kind;
     return joinRow(cells);
 }

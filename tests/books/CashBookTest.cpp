@@ -77,13 +77,13 @@ TEST(DailyClose, BooksTheDifferenceArchivesTheReportAndLocksTheDay)
               "in einer Notiz.");
     EXPECT_FALSE(std::filesystem::exists(folder.paths.dataFolder() / "archiv/2026/kassenbericht-2026-11-25.pdf"));
 
-    request.note = "Wechselgeld falsch herausgegeben";
+    request.note = "Wechselgeld; falsch herausgegeben";
     const auto result = folder.book.close(folder.ledger, request, writer);
     EXPECT_EQ(result.record.difference(), -350);
     EXPECT_EQ(result.report.name, "archiv/2026/kassenbericht-2026-11-25.pdf");
     const auto report = folder.readBytes("archiv/2026/kassenbericht-2026-11-25.pdf");
     for (const char* text : {"Muster GmbH", "183,50 EUR", "180,00 EUR", "-3,50 EUR", "Quittung: Beratung",
-                             "Begründung der Differenz: Wechselgeld falsch herausgegeben"})
+                             "Begründung der Differenz: Wechselgeld; falsch herausgegeben"})
         EXPECT_NE(report.find(text), std::string::npos) << text;
     struct stat status{};
     ::stat((folder.paths.dataFolder() / result.report.name).c_str(), &status);
@@ -91,7 +91,7 @@ TEST(DailyClose, BooksTheDifferenceArchivesTheReportAndLocksTheDay)
 
     ReceiptLedger onDisk;
     loadLedger(onDisk, folder.paths);
-    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t\t-3,50\tEUR\t0\t3,50\t0,00\t\t\t\tWechselgeld falsch "
+    EXPECT_EQ(onDisk.rowText(0), "25.11.2026\t1049\t\t-3,50\tEUR\t0\t3,50\t0,00\t\t\t\tWechselgeld, falsch "
                                  "herausgegeben\t\t\tKassendifferenz");
     EXPECT_EQ(folder.book.refusalForRow(test::kIncomeRow),
               "Der 25.11.2026 ist abgeschlossen: Einträge abgeschlossener Tage können nicht mehr geändert oder "

@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLayout>
+#include <QPushButton>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 #include <map>
@@ -10,6 +12,8 @@
 #include "ledger/ReceiptLedger.h"
 #include "tests/ui/FaultRecorder.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/MessageAnswerer.h"
+#include "ui/frame/MessageDialog.h"
 #include "ui/ledger/LedgerWindows.h"
 #include "ui/lists/Autocompletion.h"
 
@@ -70,6 +74,21 @@ TEST_F(ResizingWindowsTest, EveryControlKeepsItsSharesAndTheReportsHeadlineIsNev
     EXPECT_GE(headline->width(), headline->sizeHint().width());
     EXPECT_GE(headline->height(), headline->sizeHint().height());
     EXPECT_TRUE(faults.seen.empty());
+}
+
+TEST_F(ResizingWindowsTest, ALongMessageWrapsInsideTheScreenWithItsButtons)
+{
+    std::string text = "1 Buchung nach /home/anwender/EXTF_Buchungsstapel_20260101_20261231.csv geschrieben.";
+    for (int i = 0; i < 5; ++i)
+        text += " Ein Stapel darf nur Belege eines Wirtschaftsjahres enthalten.";
+    test::inModal([&] { MessageDialog::showMessage(window.get(), text, MessageStyle::Information, "DATEV-Export"); },
+                  [](QDialog& box) {
+                      const QRect screen = box.screen()->availableGeometry();
+                      EXPECT_LE(box.width(), screen.width());
+                      for (auto* button : box.findChildren<QPushButton*>())
+                          EXPECT_LE(button->mapTo(&box, button->rect().bottomRight()).x(), box.width());
+                      box.reject();
+                  });
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -61,6 +62,13 @@ MessageDialog::MessageDialog(QWidget* parent, Shape shape, std::string_view text
     auto* message = new QLabel(displayText(text), this);
     message->setObjectName("text");
     message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A long line wraps at two thirds of the screen, so that the box and its buttons stay on it.
+    const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
+    const int widest = screen ? screen->availableGeometry().width() * 2 / 3 : 640;
+    if (message->sizeHint().width() > widest) {
+        message->setWordWrap(true);
+        message->setFixedWidth(widest);
+    }
     auto* textColumn = new QVBoxLayout;
     textColumn->addWidget(message);
     if (shape == Shape::Text) {
