@@ -1,10 +1,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/print/PrintCommands.h"
 
@@ -77,6 +80,15 @@ TEST_F(PrintingWindowTest, F9OpensTheIssuerAndAMissingIssuerFileReachesTheErrorW
     std::filesystem::remove(paths.dataFile("aussteller.dat"));
     entry->trigger();
     EXPECT_EQ(closer.seen.back(), "fehlerform") << "a missing issuer file reaches the error window";
+}
+
+TEST_F(PrintingWindowTest, TheThreeIssuersTabsAllShow)
+{
+    test::inModal([&] { window->openWindow("aussteller_pro"); }, [](QDialog& issuers) {
+        auto* tabs = issuers.findChild<QTabWidget*>()->tabBar();
+        EXPECT_LE(tabs->tabRect(2).right(), tabs->width());
+        issuers.reject();
+    });
 }
 
 TEST_F(PrintingWindowTest, TheStampChoiceReachesThePhotograph)

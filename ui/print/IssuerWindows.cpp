@@ -83,6 +83,8 @@ aussteller_pro::aussteller_pro(IssuerData& issuers, const std::array<IssuerPage,
     setObjectName("aussteller_pro");
     setWindowTitle("3 Aussteller verwalten");
     m_tabs = new QTabWidget(this);
+    // All three tabs stand side by side; scroll arrows would hide the third.
+    m_tabs->setUsesScrollButtons(false);
     for (int i = 0; i < 3; ++i) {
         auto* page = new QWidget(m_tabs);
         m_texts[i] = new QPlainTextEdit(toBox(pages[static_cast<std::size_t>(i)].text), page);
