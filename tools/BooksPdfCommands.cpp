@@ -27,7 +27,7 @@ int runLedgerClose(CliContext& context)
     const auto note = takeOption(context.arguments, "--note");
     if (context.arguments.size() > 2 || !counted)
         return usage(context, "ledger close [TT.MM.JJJJ] --counted BETRAG [--note TEXT]");
-    const auto application = OpenedReceipt::startToolkit();
+    const auto application = startToolkit<QGuiApplication>();
     const ProgramPaths paths = programPaths(context);
     CashBook book(paths);
     CashBook::CloseRequest request;
@@ -68,7 +68,7 @@ int runLedgerReport(CliContext& context)
         return 2;
     if (context.arguments.size() != 2 || !day)
         return usage(context, "ledger report --day TT.MM.JJJJ AUSGABE.pdf");
-    const auto application = OpenedReceipt::startToolkit();
+    const auto application = startToolkit<QGuiApplication>();
     const ProgramPaths paths = programPaths(context);
     CashBook book(paths);
     Capture capture(paths);

@@ -8,11 +8,11 @@
 #include "books/YearFigures.h"
 #include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
-#include "print/FormFonts.h"
 #include "print/YearChart.h"
 #include "tools/CliContext.h"
 #include "tools/Commands.h"
 #include "tools/Environment.h"
+#include "tools/OpenedReceipt.h"
 
 namespace zw::cli {
 namespace {
@@ -42,24 +42,6 @@ std::optional<QSize> sizeOf(std::string_view text)
     return QSize(*width, *height);
 }
 
-// Qt Charts draws through graphics widgets, which need the widget toolkit; it runs without a display.
-std::unique_ptr<QApplication> startWidgetToolkit()
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "zettelwerk-cli";
-    static char* argv[] = {name, nullptr};
-    // The toolkit's own warnings mean nothing to a script.
-    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
-        if (type == QtCriticalMsg || type == QtFatalMsg)
-            std::fputs((message.toStdString() + "\n").c_str(), stderr);
-    });
-    auto application = std::make_unique<QApplication>(argc, argv);
-    installFontSubstitutes();
-    return application;
-}
-
 } // namespace
 
 // `ledger chart --year JJJJ OUT.png`: the picture of "Auswertung" from the program folder's ledger, read as the
@@ -84,7 +66,7 @@ int runLedgerChart(CliContext& context)
         if (const auto ledger = paths.dataFile("belege.dat"); std::filesystem::exists(ledger))
             readFileInBlocks(ledger, [&reader](std::string_view block) { reader.feed(block); });
         reader.finish();
-        const auto application = startWidgetToolkit();
+        const auto application = startToolkit<QApplication>();
         saveYearPicturePng(tally.finish(), arguments[0], *size);
         return 0;
     } catch (const RunError& error) {

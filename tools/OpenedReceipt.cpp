@@ -11,7 +11,6 @@
 #include "export/ImageFiles.h"
 #include "ledger/ReceiptFile.h"
 #include "print/Capture.h"
-#include "print/FormFonts.h"
 #include "print/PictureCommands.h"
 #include "tools/Environment.h"
 
@@ -64,28 +63,18 @@ std::string today() { return QDate::currentDate().toString("dd.MM.yyyy").toStdSt
 
 } // namespace
 
-// The capture draws text: a display-less platform is enough.
-std::unique_ptr<QGuiApplication> OpenedReceipt::startToolkit()
+void prepareDisplaylessStart()
 {
-    if (QCoreApplication::instance() != nullptr)
-        return nullptr;
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "zettelwerk-cli";
-    static char* argv[] = {name, nullptr};
-    // The toolkit's own warnings mean nothing to a script; its stderr carries the program's messages only.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
         if (type == QtCriticalMsg || type == QtFatalMsg)
             std::fputs((message.toStdString() + "\n").c_str(), stderr);
     });
-    auto application = std::make_unique<QGuiApplication>(argc, argv);
-    installFontSubstitutes();
-    return application;
 }
 
 OpenedReceipt::OpenedReceipt(CliContext& context, const std::filesystem::path& receipt)
-    : application(startToolkit()), paths(programPaths(context)), settings(settingsFolder(context))
+    : application(startToolkit<QGuiApplication>()), paths(programPaths(context)), settings(settingsFolder(context))
 {
     tellNoticesOnStandardError(settings);
     QuietHost host;

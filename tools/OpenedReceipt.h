@@ -7,6 +7,7 @@
 #include "app/ProgramPaths.h"
 #include "app/SettingsStore.h"
 #include "core/ReceiptForm.h"
+#include "print/FormFonts.h"
 #include "export/cDIBSection.h"
 #include "tools/CliContext.h"
 
@@ -26,8 +27,26 @@ struct OpenedReceipt
     // The photograph of the receipt that printing, the exports and the mail take.
     cDIBSection picture() const;
 
-    // Starts the display-less toolkit the drawing needs, unless one runs; other drawing commands call it too.
-    static std::unique_ptr<QGuiApplication> startToolkit();
 };
+
+// Before a display-less toolkit starts: the offscreen platform unless one is named, and on stderr only the
+// toolkit's errors, since its warnings mean nothing to a script.
+void prepareDisplaylessStart();
+
+// Starts the display-less toolkit the drawing needs, unless one runs: QGuiApplication for the receipt's
+// photograph, QApplication where widgets draw (the charts).
+template <class Toolkit>
+std::unique_ptr<Toolkit> startToolkit()
+{
+    if (QCoreApplication::instance() != nullptr)
+        return nullptr;
+    prepareDisplaylessStart();
+    static int argc = 1;
+    static char name[] = "zettelwerk-cli";
+    static char* argv[] = {name, nullptr};
+    auto application = std::make_unique<Toolkit>(argc, argv);
+    installFontSubstitutes();
+    return application;
+}
 
 } // namespace zw::cli
