@@ -13,7 +13,6 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <random>
 
 #include "app/SettingsStore.h"
 #include "app/ProgramPaths.h"
@@ -117,7 +116,7 @@ void feldbezeichnung::save()
     QApplication::restoreOverrideCursor();
 }
 
-frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, QWidget* parent)
+frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, Random& random, QWidget* parent)
     : QDialog(parent), m_host(host)
 {
     setObjectName("frmTipp");
@@ -171,9 +170,7 @@ frmTipp::frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, 
     });
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
 
-    std::mt19937 random(std::random_device{}());
-    if (m_tips.LoadTips(paths.dataFile("Tipofday.txt"),
-                        [&random] { return std::uniform_real_distribution<double>(0.0, 1.0)(random); }) &&
+    if (m_tips.LoadTips(paths.dataFile("Tipofday.txt"), [source = &random] { return source->next(); }) &&
         m_tips.count() > 0)
         showTip();
 }
@@ -288,7 +285,7 @@ void installSmallWindows(const PartContext& context)
                                 [&window] { window.openWindow("feldbezeichnung"); },
                                 ToolbarTwin{"bm_feldbez", "Feldbezeichnungen ändern", 22});
     window.setWindowOpener("frmTipp", [&window, &settings, &paths] {
-        frmTipp tip(paths, settings, window, &window);
+        frmTipp tip(paths, settings, window, window.random(), &window);
         tip.exec();
     });
     // The tip comes up in front of the main window, once that is shown.

@@ -17,6 +17,7 @@ class QTextEdit;
 namespace zw {
 
 class FormHost;
+class Random;
 class ProgramPaths;
 class Quittung;
 class ReceiptForm;
@@ -43,7 +44,7 @@ private:
 class frmTipp : public QDialog
 {
 public:
-    frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, QWidget* parent);
+    frmTipp(const ProgramPaths& paths, Settings& settings, FormHost& host, Random& random, QWidget* parent);
 
     void showTip(); // DisplayCurrentTip
 
