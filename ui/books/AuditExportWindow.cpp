@@ -112,7 +112,7 @@ void AuditExportWindow::exportData()
         m_result->setText(qt(auditSummary(counts, folder)));
     } catch (const RunError& error) {
         m_progress->setValue(0);
-        MessageDialog::showMessage(this, error.description(), MessageStyle::Error, kTitle);
+        MessageDialog::messageBox(this, error.description(), MessageStyle::Error, kTitle);
     }
     m_export->setEnabled(true);
 }

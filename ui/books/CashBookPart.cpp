@@ -40,7 +40,7 @@ private:
     {
         try {
             if (m_book.catchUpNow())
-                MessageDialog::showMessage(&m_window, kOutsideChangeNotice, MessageStyle::Warning, "Belegliste");
+                MessageDialog::messageBox(&m_window, kOutsideChangeNotice, MessageStyle::Warning, "Belegliste");
         } catch (const RunError& error) {
             m_window.faultReporter().report(error, "Quittung");
         }

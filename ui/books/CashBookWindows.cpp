@@ -121,7 +121,7 @@ void JournalWindow::showEntries()
 {
     auto listing = listJournal(m_paths, m_from->text().toStdString(), m_to->text().toStdString());
     if (!listing.problem.empty()) {
-        MessageDialog::showMessage(this, listing.problem, MessageStyle::Warning, "Änderungsprotokoll");
+        MessageDialog::messageBox(this, listing.problem, MessageStyle::Warning, "Änderungsprotokoll");
         return;
     }
     m_model->setEntries(std::move(listing.entries));
@@ -227,7 +227,7 @@ DailyCloseWindow::DailyCloseWindow(QWidget* parent, CashBook& book, const Docume
 
 void DailyCloseWindow::message(const std::string& text, MessageStyle style)
 {
-    MessageDialog::showMessage(this, text, style, "Tagesabschluss");
+    MessageDialog::messageBox(this, text, style, "Tagesabschluss");
 }
 
 void DailyCloseWindow::tellOutsideChange(bool changed)

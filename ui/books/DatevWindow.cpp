@@ -225,7 +225,7 @@ void DatevWindow::exportBatch()
 
 void DatevWindow::message(const std::string& text, bool failed)
 {
-    MessageDialog::showMessage(this, text, failed ? MessageStyle::Error : MessageStyle::Information, kTitle);
+    MessageDialog::messageBox(this, text, failed ? MessageStyle::Error : MessageStyle::Information, kTitle);
 }
 
 } // namespace zw

@@ -63,7 +63,7 @@ void LedgerCashBook::storno(const Update& update)
             return true;
         });
     } catch (const RunError& error) {
-        MessageDialog::showMessage(&m_window, error.description(), MessageStyle::Warning, "Beleg stornieren");
+        MessageDialog::messageBox(&m_window, error.description(), MessageStyle::Warning, "Beleg stornieren");
     }
     tellOutsideChange();
 }
@@ -95,7 +95,7 @@ std::optional<std::vector<std::string>> LedgerCashBook::prepareFiling(std::vecto
         try {
             const std::string_view payout = std::string_view(fields[3]).substr(fields[3].front() == '-' ? 1 : 0);
             if (const auto warning = cashMinusWarning(m_ledger, centsOf(payout)))
-                MessageDialog::showMessage(&m_window, *warning, MessageStyle::Warning, "Kassenminus");
+                MessageDialog::messageBox(&m_window, *warning, MessageStyle::Warning, "Kassenminus");
         } catch (const RunError&) {
             // An amount that is no number is the ledger's business, as it always was.
         }
@@ -111,7 +111,7 @@ std::optional<std::vector<std::string>> LedgerCashBook::prepareFiling(std::vecto
 void LedgerCashBook::tellOutsideChange()
 {
     if (m_journal.takeOutsideChange())
-        MessageDialog::showMessage(&m_window, kOutsideChangeNotice, MessageStyle::Warning, "Belegliste");
+        MessageDialog::messageBox(&m_window, kOutsideChangeNotice, MessageStyle::Warning, "Belegliste");
 }
 
 } // namespace zw

@@ -39,6 +39,11 @@ public:
     // (0 "OK", 1 "OK" and "Abbrechen", 4 "Ja" and "Nein"; 256 makes the second the default), the icon of 16, 32,
     // 48 or 64, no help and no colour of its own. Answers kAnswerOk, kAnswerCancel, kAnswerYes or kAnswerNo.
     static int messageBox(QWidget* parent, std::string_view text, int style, std::string_view title);
+    // The windows of the cash book and the exports tell their results in this box: one OK, as a desktop box has.
+    static int messageBox(QWidget* parent, std::string_view text, MessageStyle style, std::string_view title)
+    {
+        return messageBox(parent, text, static_cast<int>(style), title);
+    }
 
 private:
     enum class Shape { Message, Question, Text, Box };
