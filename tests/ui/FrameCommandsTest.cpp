@@ -2,6 +2,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
+#include <QFontDialog>
+#include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -221,6 +223,18 @@ TEST_F(FrameCommandsTest, ToolbarKeysFollowTheirEntriesAndDoTheirCommands)
     key("bm_kalenderbutton")->trigger();
     EXPECT_NE(form.calendarButton(), calendar);
     EXPECT_EQ(key("bm_email"), nullptr) << "a part's key brings its twin";
+}
+
+TEST_F(FrameCommandsTest, TheFontDialogOpensOnTheFamilyTheReceiptIsDrawnIn)
+{
+    QString preset;
+    ModalCloser closer([&](QDialog* dialog) {
+        if (auto* fonts = qobject_cast<QFontDialog*>(dialog))
+            preset = fonts->currentFont().family();
+    });
+    open();
+    window->findChild<QAction*>("bm_schriftart")->trigger();
+    EXPECT_EQ(preset, QFontInfo(QFont(QString::fromStdString(form.fontFamily(F::Label1)))).family());
 }
 
 TEST_F(FrameCommandsTest, ShortcutBarPopupShowsMoreAndFewerGroups)

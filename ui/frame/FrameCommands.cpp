@@ -10,6 +10,7 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -277,7 +278,8 @@ private:
     void fontDialog()
     {
         bool ok = false;
-        QFont preset(qt(m_appearance.fontDialogPreset()));
+        // The dialog lists the installed families: a substituted name (Arial) is preset as the family drawn for it.
+        QFont preset(QFontInfo(QFont(qt(m_appearance.fontDialogPreset()))).family());
         QFont chosen = QFontDialog::getFont(&ok, preset, &m_window, "Schriftart");
         if (!ok)
             return; // a cancel changes nothing
