@@ -326,13 +326,7 @@ std::vector<LedgerRow> ReceiptLedger::assignRows(std::vector<LedgerRow> rows, st
     m_base = std::move(arena);
     m_baseColours = std::move(colours);
     m_baseColours.resize(m_base.rowCount(), 0);
-    m_side = RowArena();
-    m_sideColours.clear();
-    m_sideDeadRows = 0;
-    m_spans.clear();
-    if (m_base.rowCount() > 0)
-        m_spans.push_back({false, 0, m_base.rowCount()});
-    spansChanged();
+    holdOnlyBase();
     m_current = m_rowCount == 0 ? kNoRow : 0;
     tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
     return before;
@@ -343,13 +337,7 @@ void ReceiptLedger::takeLoadedRows(RowArena rows)
     tell({LedgerChange::Kind::Reset}, LedgerPhase::Before);
     m_base = std::move(rows);
     m_baseColours.clear();
-    m_side = RowArena();
-    m_sideColours.clear();
-    m_sideDeadRows = 0;
-    m_spans.clear();
-    if (m_base.rowCount() > 0)
-        m_spans.push_back({false, 0, m_base.rowCount()});
-    spansChanged();
+    holdOnlyBase();
     m_current = m_rowCount == 0 ? kNoRow : 0;
     tell({LedgerChange::Kind::Reset}, LedgerPhase::After);
 }
@@ -501,6 +489,11 @@ void ReceiptLedger::compactIfScattered()
     arena.shrinkToFit();
     m_base = std::move(arena);
     m_baseColours = coloursFromText ? std::vector<std::uint8_t>{} : std::move(colours);
+    holdOnlyBase();
+}
+
+void ReceiptLedger::holdOnlyBase()
+{
     m_side = RowArena();
     m_sideColours.clear();
     m_sideDeadRows = 0;

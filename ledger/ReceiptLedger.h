@@ -158,6 +158,8 @@ private:
     void compactIfScattered();
     // Takes rows read from the file; their colours come from their text.
     void takeLoadedRows(RowArena rows);
+    // The rows of m_base, in order, become the whole ledger; the side buffer goes.
+    void holdOnlyBase();
     void tell(const LedgerChange& change, LedgerPhase phase);
 
     RowArena m_base;
