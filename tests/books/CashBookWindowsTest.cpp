@@ -8,7 +8,8 @@
 #include "books/JournalCheck.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
-#include "ui/books/CashBookWindows.h"
+#include "ui/books/DailyCloseWindow.h"
+#include "ui/books/JournalWindow.h"
 
 namespace zw {
 

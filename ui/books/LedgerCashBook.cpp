@@ -11,7 +11,7 @@
 #include "core/RunError.h"
 #include "ledger/LedgerStore.h"
 #include "print/ArchivePdf.h"
-#include "ui/books/CashBookWindows.h"
+#include "ui/books/OutsideChangeNotice.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/Quittung.h"
 

@@ -2,8 +2,8 @@
 
 #include <QDialog>
 #include <array>
-#include <memory>
-#include <vector>
+#include <optional>
+#include <string>
 
 #include "books/CashBook.h"
 #include "core/FormHost.h"
@@ -11,40 +11,10 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QTableView;
 
 namespace zw {
 
 class DocumentWriter;
-class JournalModel;
-
-// Told once when the ledger was found changed outside the program.
-inline constexpr const char* kOutsideChangeNotice =
-    "Die Belegliste wurde außerhalb von Zettelwerk geändert. Die Änderung ist im Änderungsprotokoll vermerkt.";
-
-// "Änderungsprotokoll": the journal's entries between two days and the verdict of its check.
-class JournalWindow : public QDialog
-{
-public:
-    JournalWindow(QWidget* parent, const ProgramPaths& paths);
-    ~JournalWindow() override;
-
-    QLineEdit* fromField() const { return m_from; }
-    QLineEdit* toField() const { return m_to; }
-    QTableView* table() const { return m_table; }
-    QLabel* verdict() const { return m_verdict; }
-
-    void showEntries();
-    void verify();
-
-private:
-    const ProgramPaths& m_paths;
-    QLineEdit* m_from = nullptr;
-    QLineEdit* m_to = nullptr;
-    QTableView* m_table = nullptr;
-    JournalModel* m_model = nullptr;
-    QLabel* m_verdict = nullptr;
-};
 
 // "Tagesabschluss": the figures of the day, the count sheet from 500 EUR to 1 cent, the difference with its note,
 // the private rows and the close itself.
