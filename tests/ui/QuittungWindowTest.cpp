@@ -1,8 +1,8 @@
-#include <QAction>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
@@ -15,6 +15,8 @@
 namespace zw {
 namespace {
 
+using F = FormElement;
+
 // Types text character by character, umlauts included, as a keyboard would.
 void typeText(QWidget* widget, const QString& text)
 {
@@ -22,15 +24,7 @@ void typeText(QWidget* widget, const QString& text)
         QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(character), Qt::NoModifier);
 }
 
-class QuittungWindowTest : public test::MainWindowFixture
-{
-protected:
-    QString fieldText(FormElement element)
-    {
-        auto* edit = qobject_cast<QLineEdit*>(window->formView()->widgetOf(element));
-        return edit ? edit->text() : QString();
-    }
-};
+using QuittungWindowTest = test::MainWindowFixture;
 
 TEST_F(QuittungWindowTest, SplashRunsAllStepsToTheFullBar)
 {
@@ -42,53 +36,10 @@ TEST_F(QuittungWindowTest, SplashRunsAllStepsToTheFullBar)
     EXPECT_TRUE(std::filesystem::is_directory(paths.backgroundFolder()));
 }
 
-TEST_F(QuittungWindowTest, FirstStartShowsTheFormWithItsDefaultsAfterTheTaxNumberNote)
-{
-    settings.remove("Zettelwerk", "Steuer", "Steuer_Check");
-    test::ModalCloser closer;
-    start();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    EXPECT_EQ(closer.seen, std::vector<QString>{"MessageDialog"});
-    EXPECT_EQ(fieldText(FormElement::Text1), "00000001");
-    EXPECT_EQ(fieldText(FormElement::Text2), "EUR");
-    EXPECT_EQ(fieldText(FormElement::Text3), "19");
-    EXPECT_TRUE(window->action("steueran")->isChecked());
-    EXPECT_TRUE(window->action("xpdesign")->isChecked());
-    EXPECT_EQ(settings.get("Zettelwerk", "Buchhaltung", "Einnahme", ""), "0");
-    // The note was closed, and the tax number caption is hidden.
-    EXPECT_FALSE(window->formView()->widgetOf(FormElement::Label29)->isVisible());
-}
-
-TEST_F(QuittungWindowTest, TypedTextReachesTheModelAndTaxOffHidesTheAmounts)
-{
-    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
-    start();
-    auto* payer = window->formView()->widgetOf(FormElement::Text5);
-    typeText(payer, "Müller & Söhne");
-    EXPECT_EQ(form.text(FormElement::Text5), "Müller & Söhne");
-
-    window->action("steueraus")->trigger();
-    EXPECT_FALSE(window->formView()->widgetOf(FormElement::Text10)->isVisible());
-    EXPECT_TRUE(window->action("steueraus")->isChecked());
-    EXPECT_FALSE(window->action("steueran")->isChecked());
-    EXPECT_EQ(settings.get("Zettelwerk", "Steuer", "Anzeigen", ""), "Nein");
-}
-
-TEST_F(QuittungWindowTest, ExitAskedAndRefusedKeepsTheWindow)
-{
-    settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
-    start();
-    test::ModalCloser closer;
-    window->action("exxxit")->trigger();
-    EXPECT_EQ(closer.seen, std::vector<QString>{"MessageDialog"});
-    EXPECT_TRUE(window->isVisible());
-}
-
 TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumber)
 {
     settings.save("Zettelwerk", "Steuer", "Steuer_Check", "1");
     settings.save("Zettelwerk", "Options", "Auto_Save", "1");
-    std::ofstream(paths.dataFile("mwst.dat"), std::ios::binary) << "19\r\n";
     // Composed as the program composes it.
     auto* ledger = &join(installLedgerPart);
     join(installPrinting);
@@ -102,10 +53,9 @@ TEST_F(QuittungWindowTest, PrintingFromTheWholeWindowFilesOneRowAndKeepsTheNumbe
     ASSERT_EQ(ledger->ledger().rowCount(), 1u);
     EXPECT_EQ(form.text(FormElement::Text1), "00000001");
     EXPECT_TRUE(std::filesystem::exists(paths.dataFile("belege.dat")));
-    EXPECT_TRUE(std::filesystem::exists(paths.tempFolder() / "temp_.bmp"));
 }
 
-TEST_F(QuittungWindowTest, TypingKeepsToTheFieldRules)
+TEST_F(QuittungWindowTest, TypedTextKeepsToTheFieldRulesAndReachesTheModel)
 {
     struct Case
     {
@@ -113,7 +63,8 @@ TEST_F(QuittungWindowTest, TypingKeepsToTheFieldRules)
         const char* typed;
         const char* shown;
     };
-    const Case cases[] = {{FormElement::Text2, "EURO", "EUR"},          // three letters of a currency
+    const Case cases[] = {{FormElement::Text5, "Müller & Söhne", "Müller & Söhne"},
+                          {FormElement::Text2, "EURO", "EUR"},          // three letters of a currency
                           {FormElement::Text9, "12032011", "12.03.2011"}, // the date mask places the points
                           {FormElement::Text11, "19", ""}};              // the tax is computed, never typed
     for (const auto& c : cases) {
@@ -124,7 +75,57 @@ TEST_F(QuittungWindowTest, TypingKeepsToTheFieldRules)
         edit->home(false);
         typeText(edit, c.typed);
         EXPECT_EQ(edit->text(), c.shown);
+        EXPECT_EQ(form.text(c.element), c.shown) << "the model holds what the field shows";
     }
+}
+
+// The main window composed as the program composes it, every part installed, used by typing.
+class ComposedWindowTest : public test::StartedWindow<installLedger, installPrinting, installExports>
+{
+protected:
+    QString shown(FormElement element) const
+    {
+        QWidget* widget = window->formView()->widgetOf(element);
+        if (auto* line = qobject_cast<QLineEdit*>(widget))
+            return line->text();
+        if (auto* plain = qobject_cast<QPlainTextEdit*>(widget))
+            return plain->toPlainText();
+        return "<no field>";
+    }
+};
+
+TEST_F(ComposedWindowTest, ReturnInTheGrossFieldShowsEveryFieldItCalculated)
+{
+    auto* gross = qobject_cast<QLineEdit*>(window->formView()->widgetOf(F::Text12));
+    ASSERT_NE(gross, nullptr);
+    gross->setFocus();
+    QTest::keyClicks(gross, "119");
+    QTest::keyClick(gross, Qt::Key_Return);
+    EXPECT_EQ(shown(F::Text10), "100,00");
+    EXPECT_EQ(shown(F::Text11), "19,00");
+    EXPECT_EQ(shown(F::Text12), "119,00");
+    EXPECT_EQ(shown(F::Text4).toStdString(), form.text(F::Text4));
+    EXPECT_FALSE(form.text(F::Text4).empty());
+}
+
+TEST_F(ComposedWindowTest, FieldHooksSeeTheKeysAndTheChangesTypedIntoTheirField)
+{
+    QString keys;
+    std::string changed;
+    window->onFieldKey(F::Text6, [&](const QKeyEvent& key) {
+        keys += key.text();
+        return key.key() == Qt::Key_X; // a hook may take a key from the field
+    });
+    window->onFieldChanged(F::Text6, [&](const std::string& text) { changed = text; });
+    QWidget* field = window->formView()->widgetOf(F::Text6);
+    ASSERT_NE(field, nullptr);
+    if (auto* plain = qobject_cast<QPlainTextEdit*>(field))
+        field = plain->viewport();
+    field->setFocus();
+    QTest::keyClicks(field, "Mxu");
+    EXPECT_EQ(keys, "Mxu");
+    EXPECT_EQ(form.text(F::Text6), "Mu");
+    EXPECT_EQ(changed, "Mu");
 }
 
 } // namespace
