@@ -19,6 +19,25 @@ namespace {
 
 using DatevWindowTest = test::StartedWindow<installDatevExport>;
 
+struct MidMarch final : Clock
+{
+    std::chrono::system_clock::time_point now() const override
+    {
+        return std::chrono::system_clock::from_time_t(QDateTime(QDate(2026, 3, 15), QTime(12, 0)).toSecsSinceEpoch());
+    }
+};
+
+TEST_F(DatevWindowTest, TheRangeIsLastMonthOnTheWindowsClock)
+{
+    const MidMarch clock;
+    window->setClock(clock);
+    test::inModal([this] { window->action("datev")->trigger(); }, [](QDialog& dialog) {
+        auto& datev = dynamic_cast<DatevWindow&>(dialog);
+        EXPECT_EQ(datev.fromField()->date(), QDate(2026, 2, 1));
+        EXPECT_EQ(datev.toField()->date(), QDate(2026, 2, 28));
+    });
+}
+
 TEST_F(DatevWindowTest, TheStatisticsMenuOpensItAndTheChartBringsItsAccounts)
 {
     test::inModal([this] { window->action("datev_statistik")->trigger(); }, [](QDialog& dialog) {
@@ -44,7 +63,7 @@ TEST_F(DatevWindowTest, ExportTellsAMissingNumberFirstThenAsksForTheFileAndKeeps
         EXPECT_EQ(std::filesystem::path(dialog.FileName).filename(), "EXTF_Buchungsstapel_20260101_20260131.csv");
         return std::optional<std::string>(target.string());
     });
-    DatevWindow datev(window.get(), settings, paths, window->fileDialog("datev"));
+    DatevWindow datev(window.get(), settings, paths, window->fileDialog("datev"), window->clock());
     datev.fromField()->setDate(QDate(2026, 1, 1));
     datev.toField()->setDate(QDate(2026, 1, 31));
     test::MessageAnswerer answerer;

@@ -12,7 +12,7 @@ void installDatevExport(const PartContext& context)
     SettingsStore& settings = context.settings;
     const ProgramPaths& paths = context.paths;
     window.setWindowOpener("datev", [&window, &settings, &paths] {
-        DatevWindow dialog(&window, settings, paths, window.fileDialog("datev"));
+        DatevWindow dialog(&window, settings, paths, window.fileDialog("datev"), window.clock());
         dialog.exec();
     });
     for (const char* command : {"datev", "datev_statistik"})

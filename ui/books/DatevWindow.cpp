@@ -19,6 +19,7 @@
 #include "core/Settings.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
+#include "ui/frame/UserLocale.h"
 
 namespace zw {
 namespace {
@@ -55,14 +56,16 @@ QLabel* buddyLabel(const QString& caption, QWidget* field, QWidget* parent)
 
 } // namespace
 
-DatevWindow::DatevWindow(QWidget* parent, Settings& settings, const ProgramPaths& paths, CommonDialog& fileDialog)
-    : QDialog(parent), m_settings(settings), m_paths(paths), m_fileDialog(fileDialog)
+DatevWindow::DatevWindow(QWidget* parent, Settings& settings, const ProgramPaths& paths, CommonDialog& fileDialog,
+                         const Clock& clock)
+    : QDialog(parent), m_settings(settings), m_paths(paths), m_fileDialog(fileDialog), m_clock(clock)
 {
     setWindowTitle(QString::fromUtf8(kTitle));
     auto* layout = new QVBoxLayout(this);
 
     // The month before this one: the adviser's usual batch.
-    const QDate firstOfMonth = QDate::currentDate().addDays(1 - QDate::currentDate().day());
+    const QDate day = today(clock);
+    const QDate firstOfMonth = day.addDays(1 - day.day());
     auto* range = new QGroupBox(QStringLiteral("Zeitraum"), this);
     auto* rangeLayout = new QHBoxLayout(range);
     m_from = dateField(range, firstOfMonth.addMonths(-1));
@@ -194,8 +197,7 @@ DatevSettings DatevWindow::typedSettings() const
 
 void DatevWindow::exportBatch()
 {
-    DatevRequest request{typedSettings(), bookDateOf(m_from->date()), bookDateOf(m_to->date()),
-                         std::chrono::system_clock::now()};
+    DatevRequest request{typedSettings(), bookDateOf(m_from->date()), bookDateOf(m_to->date()), m_clock.now()};
     saveDatevSettings(m_settings, request.settings);
     // What the importer would refuse is told before the file is asked for.
     auto problem = datevSettingsProblem(request.settings);

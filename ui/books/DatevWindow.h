@@ -18,13 +18,15 @@ namespace zw {
 class CommonDialog;
 class ProgramPaths;
 class Settings;
+class Clock;
 
 // "DATEV-Export": the range, the adviser's numbers, the chart and its accounts; "Exportieren" asks for the file
 // and writes the booking batch.
 class DatevWindow : public QDialog
 {
 public:
-    DatevWindow(QWidget* parent, Settings& settings, const ProgramPaths& paths, CommonDialog& fileDialog);
+    DatevWindow(QWidget* parent, Settings& settings, const ProgramPaths& paths, CommonDialog& fileDialog,
+                const Clock& clock);
 
     QDateEdit* fromField() const { return m_from; }
     QDateEdit* toField() const { return m_to; }
@@ -48,6 +50,7 @@ private:
     Settings& m_settings;
     const ProgramPaths& m_paths;
     CommonDialog& m_fileDialog;
+    const Clock& m_clock;
     QDateEdit* m_from = nullptr;
     QDateEdit* m_to = nullptr;
     QLineEdit* m_consultant = nullptr;

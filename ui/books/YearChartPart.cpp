@@ -1,5 +1,6 @@
 #include <QDate>
 
+#include "ui/frame/UserLocale.h"
 #include "ui/books/YearChartWindow.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
@@ -15,7 +16,7 @@ void installYearChart(const PartContext& context)
     window.setWindowOpener("auswertung", [&window, &paths] {
         YearChartWindow chart(&window, paths, window.faultReporter(),
                               {window.fileDialog("auswertung_png"), window.fileDialog("auswertung_pdf")},
-                              QDate::currentDate().year());
+                              today(window.clock()).year());
         chart.exec();
     });
 }

@@ -9,7 +9,6 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDateTime>
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -41,7 +40,8 @@
 #include "ui/frame/Ruler.h"
 #include "ui/frame/ShortcutBar.h"
 #include "ui/frame/TextSpinBox.h"
-#include "ui/frame/fehlerform.h"
+#include "ui/frame/UserLocale.h"
+#include "ui/frame/ErrorWindowReporter.h"
 
 namespace zw {
 namespace {
@@ -65,8 +65,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_capture.setLook(&m_look);
     setObjectName("Quittung");
     m_logic = std::make_unique<QuittungLogic>(form, settings, paths, *this, *this, [this] {
-        const auto seconds = std::chrono::system_clock::to_time_t(m_clock->now());
-        return QDateTime::fromSecsSinceEpoch(seconds).date().toString("dd.MM.yyyy").toStdString();
+        return zw::today(*m_clock).toString("dd.MM.yyyy").toStdString();
     });
     m_form.attach(&settings, this);
     m_errorWindow = std::make_unique<ErrorWindowReporter>(*this, [this] { unloadAll(); });
@@ -88,6 +87,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     // The area keeps the receipt at its top left and grows with the window, as does what takes its place.
     formArea->setMinimumSize(rulerOffset + kFormWidthPixels + 12, kRuler1.top / kTwipsPerPixel + 16 + kFormHeightPixels + 12);
     m_formView->keyFilter = [this](FormElement element, int code) { return filterKey(element, code); };
+    m_formView->today = [this] { return zw::today(*m_clock); };
     m_formView->mouseMoved = [this](QPoint at) {
         m_ruler1->setMark(at.x());
         m_ruler2->setMark(at.y());

@@ -28,4 +28,11 @@ QString userLongDate(const QDate& date)
     return QLocale::system().toString(date, "dddd, dd.MM.yyyy").replace(", ", ", den ");
 }
 
+QDateTime localTime(const Clock& clock)
+{
+    return QDateTime::fromSecsSinceEpoch(std::chrono::system_clock::to_time_t(clock.now()));
+}
+
+QDate today(const Clock& clock) { return localTime(clock).date(); }
+
 } // namespace zw

@@ -4,6 +4,8 @@
 #include <QDateTime>
 #include <QString>
 
+#include "app/Clock.h"
+
 namespace zw {
 
 // The few texts that follow the user's own locale (LANG), while everything else the program draws speaks German.
@@ -17,5 +19,9 @@ QString userDateTime(const QDateTime& moment);
 // The long date of the mail window's insert menu: the weekday's name in the user's language, ", den " and the
 // date, "dddd, dd.mm.yyyy" with every ", " of it so replaced.
 QString userLongDate(const QDate& date);
+
+// The clock's moment as a local date and time, and its day.
+QDateTime localTime(const Clock& clock);
+QDate today(const Clock& clock);
 
 } // namespace zw

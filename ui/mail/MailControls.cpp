@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDateTime>
 #include <QColorDialog>
 #include <QFontDialog>
 #include <QLabel>
@@ -17,7 +16,6 @@
 #include <optional>
 #include <string>
 
-#include "app/Clock.h"
 #include "mail/sevSMTP.h"
 #include "ui/frame/QtText.h"
 #include "ui/mail/frmLog.h"
@@ -71,11 +69,6 @@ QLineEdit* field(const char* name, QWidget* parent)
 }
 
 std::string text(const QLineEdit* edit) { return edit->text().toStdString(); }
-
-QDate today(const Clock& clock)
-{
-    return QDateTime::fromSecsSinceEpoch(std::chrono::system_clock::to_time_t(clock.now())).date();
-}
 
 void followSession(sevSMTP& smtp, QLabel* status, QProgressBar* progress, frmLog& log)
 {

@@ -7,7 +7,6 @@
 #include "mail/MailDraft.h"
 
 class QCheckBox;
-class QDate;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -17,7 +16,6 @@ class QWidget;
 
 namespace zw {
 
-class Clock;
 class frmLog;
 class sevSMTP;
 
@@ -28,8 +26,6 @@ namespace mailwindows {
 QPushButton* button(const char* name, const char* caption, QWidget* parent);
 QLineEdit* field(const char* name, QWidget* parent);
 std::string text(const QLineEdit* edit);
-// The local date of the clock's moment.
-QDate today(const Clock& clock);
 
 // The platform's message box styles this window asks with: 36 a question with yes and no, 64 information with OK,
 // 68 information with yes and no.

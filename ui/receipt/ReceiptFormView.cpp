@@ -186,7 +186,7 @@ void ReceiptFormView::openCalendar()
     calendar->setGridVisible(true);
     calendar->setLocale(QLocale(QLocale::German, QLocale::Germany)); // its month and day names, whatever LANG says
     const QDate shown = QDate::fromString(QString::fromStdString(m_form.text(F::Text9)), "dd.MM.yyyy");
-    calendar->setSelectedDate(shown.isValid() ? shown : QDate::currentDate());
+    calendar->setSelectedDate(shown.isValid() || !today ? shown : today());
     auto choose = [this, calendar](QDate day) {
         m_form.setText(F::Text9, day.toString("dd.MM.yyyy").toStdString());
         calendar->close();

@@ -10,6 +10,7 @@
 
 #include "core/FormElement.h"
 
+class QDate;
 class QKeyEvent;
 class QToolButton;
 
@@ -42,6 +43,8 @@ public:
     std::function<int(FormElement, int)> keyFilter;
     // A left press on Label1, Text2 or Label13.
     std::function<void(FormElement)> elementClicked;
+    // The day the calendar shows when the date field holds none.
+    std::function<QDate()> today;
     // The mouse moved over the form, in pixels (the rulers follow it).
     std::function<void(QPoint)> mouseMoved;
 
