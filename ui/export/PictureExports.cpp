@@ -8,7 +8,6 @@
 #include "ui/export/ExportCommands.h"
 #include "ui/frame/FaultTrap.h"
 #include "ui/frame/MessageDialog.h"
-#include "ui/frame/fehlerform.h"
 #include "ui/frame/NoticeWindow.h"
 #include "ui/frame/Quittung.h"
 #include "ui/export/jpg_export.h"

@@ -38,7 +38,6 @@
 #include "ui/frame/ShortcutBar.h"
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/WindowTitle.h"
-#include "ui/frame/fehlerform.h"
 #include "ui/frame/optionen.h"
 
 namespace zw {

@@ -14,8 +14,6 @@
 #include <QVBoxLayout>
 
 #include "app/Version.h"
-#include "core/FormHost.h"
-#include "core/RunError.h"
 #include "core/Settings.h"
 #include "export/rtf/RtfReader.h"
 #include "service/ErrorReport.h"
@@ -189,19 +187,6 @@ void fehlerform::closeProgram()
     accept();
     if (m_closeProgram)
         m_closeProgram();
-}
-
-void ErrorWindowReporter::report(const RunError& error, std::string_view windowName)
-{
-    fehlerform form(&m_over, m_unloadAll);
-    form.setFault(std::to_string(error.number()), error.description(), std::string(windowName));
-    form.setMailSender(m_mailSender);
-    form.exec();
-}
-
-void showUntrappedFault(FormHost& host, const RunError& error)
-{
-    host.showMessage(untrappedFaultMessage(error), MessageStyle::Error, kApplicationName);
 }
 
 } // namespace zw

@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "app/FaultReporter.h"
 
@@ -14,9 +13,6 @@ class QPushButton;
 class QTextEdit;
 
 namespace zw {
-
-class FormHost;
-class RunError;
 
 // The error window: the report of one trapped fault, three beeps, and the ways on. The send button stays
 // disabled until a mail sender is set.
@@ -58,28 +54,5 @@ private:
     bool m_activated = false;
     bool m_closing = false;
 };
-
-// The error exit of the routines that report their faults: fills and shows the error window modally over the main
-// window; the caller then leaves its routine. "Programm beenden" unloads every window.
-class ErrorWindowReporter : public FaultReporter
-{
-public:
-    // `over` is the window the error window stands above; "Programm beenden" runs `unloadAll`.
-    ErrorWindowReporter(QWidget& over, std::function<void()> unloadAll)
-        : m_over(over), m_unloadAll(std::move(unloadAll))
-    {
-    }
-
-    void report(const RunError& error, std::string_view windowName) override;
-    void setMailSender(FaultMailSender sender) { m_mailSender = std::move(sender); }
-
-private:
-    QWidget& m_over;
-    std::function<void()> m_unloadAll;
-    FaultMailSender m_mailSender;
-};
-
-// A fault that no routine traps: the run time's message box with number and description; the program goes on.
-void showUntrappedFault(FormHost& host, const RunError& error);
 
 } // namespace zw

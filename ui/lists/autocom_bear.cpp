@@ -11,7 +11,6 @@
 #include "ui/frame/FaultTrap.h"
 #include "ui/frame/QtText.h"
 #include "ui/frame/WindowTitle.h"
-#include "ui/frame/fehlerform.h"
 
 namespace zw {
 

@@ -12,7 +12,6 @@
 #include "export/ImageFiles.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/ShortcutBar.h"
-#include "ui/frame/fehlerform.h"
 #include "ui/mail/MailControls.h"
 #include "ui/mail/VendorMail.h"
 #include "ui/mail/anregungen_neu.h"

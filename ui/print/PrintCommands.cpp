@@ -19,7 +19,6 @@
 #include "ui/frame/Quittung.h"
 #include "ui/frame/ShortcutBar.h"
 #include "ui/print/druckmenue2011.h"
-#include "ui/frame/fehlerform.h"
 
 namespace zw {
 namespace {
