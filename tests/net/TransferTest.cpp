@@ -112,25 +112,5 @@ TEST_F(TransferTest, RunawayAndBrokenAnswersEndWithAGermanSentence)
     }
 }
 
-// The program logs in only after STARTTLS; mail_cli_check.py sends that way and keeps the login out of the transcript.
-TEST_F(TransferTest, SmtpSendWithoutLoginGoesPlainWhereTheServerOffersNoTls)
-{
-    const fs::path received = m_dir / "mail.eml";
-    Peer server({"smtp-open", received.string()});
-    const std::string message = "From: kasse@example.org\r\nTo: chef@example.org\r\nCc: buero@example.org\r\n"
-                                "Subject: Quittung\r\n\r\nAnbei die Quittung.\r\n";
-    Recorder rec;
-    Transfer send(rec.poster, rec.events());
-    SmtpSend mail;
-    mail.url = server.url("smtp");
-    mail.from = "<kasse@example.org>";
-    mail.recipients = {"<chef@example.org>", "<buero@example.org>"};
-    mail.message = message;
-    send.start(mail);
-    rec.waitFor(send);
-    EXPECT_TRUE(send.result().ok()) << send.result().description << "\n" << rec.transcript;
-    EXPECT_EQ(zw::test::readBytes(received), message);
-}
-
 } // namespace
 } // namespace zw::net
