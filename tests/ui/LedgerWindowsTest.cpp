@@ -22,7 +22,10 @@
 #include "tests/ui/ModalCloser.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/ledger/LedgerCommands.h"
-#include "ui/ledger/LedgerWindows.h"
+#include "ui/ledger/CashBalanceWindow.h"
+#include "ui/ledger/CurrencyWindow.h"
+#include "ui/ledger/ReportWindow.h"
+#include "ui/ledger/TotalWindow.h"
 
 namespace zw {
 namespace {

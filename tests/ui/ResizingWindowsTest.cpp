@@ -14,7 +14,7 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "ui/frame/MessageDialog.h"
-#include "ui/ledger/LedgerWindows.h"
+#include "ui/ledger/ReportWindow.h"
 #include "ui/lists/Autocompletion.h"
 
 namespace zw {

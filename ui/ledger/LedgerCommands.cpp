@@ -27,7 +27,11 @@
 #include "ledger/Totals.h"
 #include "print/LedgerPrint.h"
 #include "ui/books/LedgerCashBook.h"
+#include "ui/ledger/CashBalanceWindow.h"
+#include "ui/ledger/CurrencyWindow.h"
 #include "ui/ledger/LedgerModel.h"
+#include "ui/ledger/ReportWindow.h"
+#include "ui/ledger/TotalWindow.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/ShortcutBar.h"
 

@@ -12,7 +12,6 @@
 #include "ledger/ReceiptFile.h"
 #include "ledger/ReceiptLedger.h"
 #include "ui/frame/PartContext.h"
-#include "ui/ledger/LedgerWindows.h"
 
 class QLabel;
 class QPrinter;
