@@ -4,7 +4,7 @@
 #include "ui/frame/FrameCommands.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/lists/Autocompletion.h"
-#include "ui/lists/ListWindow.h"
+#include "ui/lists/ListPart.h"
 #include "ui/mail/MailPart.h"
 #include "ui/print/PrintCommands.h"
 #include "ui/service/ServiceWindows.h"

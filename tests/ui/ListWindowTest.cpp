@@ -12,6 +12,7 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/lists/Autocompletion.h"
+#include "ui/lists/ListPart.h"
 #include "ui/lists/ListWindow.h"
 
 namespace zw {

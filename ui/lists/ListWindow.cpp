@@ -2,17 +2,12 @@
 
 #include <QAbstractTableModel>
 #include <QApplication>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QDesktopServices>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
-#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
@@ -25,19 +20,15 @@
 #include <QVBoxLayout>
 #include <map>
 
-#include "app/SettingsStore.h"
 #include "app/TextFile.h"
 #include "app/FaultReporter.h"
 #include "app/ProgramPaths.h"
 #include "core/FormHost.h"
 #include "core/RunError.h"
 #include "ui/frame/FaultTrap.h"
-#include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/frame/QtText.h"
-#include "ui/frame/Quittung.h"
-#include "ui/frame/ShortcutBar.h"
-#include "ui/frame/fehlerform.h"
+#include "ui/lists/frmReportSetup.h"
 
 namespace zw {
 
@@ -392,113 +383,6 @@ void ListWindow::closeEvent(QCloseEvent* event)
     if (auto* editor = m_grid->focusWidget(); editor && editor != m_grid)
         m_grid->setFocus(); // an open cell editor hands its text to the grid before the window goes
     QDialog::closeEvent(event);
-}
-
-frmReportSetup::frmReportSetup(QWidget* parent) : QDialog(parent)
-{
-    setObjectName("frmReportSetup");
-    setWindowTitle("WebReport-Einstellungen");
-
-    auto* title = new QLineEdit("Zettelwerk WebReport", this);
-    title->setObjectName("txtReportTitle");
-    auto* formatting = new QCheckBox("Farb/Schriftattribute übernehmen", this);
-    formatting->setObjectName("chkUseFormating");
-    auto* rows = new QComboBox(this);
-    rows->setObjectName("cmbRows");
-    for (int choice : kReportRowChoices)
-        rows->addItem(QString::number(choice));
-    rows->setCurrentText("250");
-    auto* browser = new QRadioButton("Standardbrowser verwenden", this);
-    browser->setObjectName("optDisplay0");
-    browser->setChecked(true);
-    auto* own = new QRadioButton("In eigenem Fenster anzeigen", this);
-    own->setObjectName("optDisplay1");
-    auto* early = new QCheckBox("Report vorzeitig anzeigen (nach 5 Seiten)", this);
-    early->setObjectName("chkShow");
-
-    auto* extended = new QGroupBox("Erweiterte Einstellungen", this);
-    auto* extendedLayout = new QVBoxLayout(extended);
-    auto* titleLabel = new QLabel("WebReport Titelzeile:", this);
-    titleLabel->setObjectName("Label3");
-    titleLabel->setBuddy(title);
-    auto* rowsLabel = new QLabel("Anzahl Einträge pro Seite:", this);
-    rowsLabel->setObjectName("Label2");
-    rowsLabel->setBuddy(rows);
-    extendedLayout->addWidget(titleLabel);
-    extendedLayout->addWidget(title);
-    extendedLayout->addWidget(formatting);
-    auto* rowsLine = new QHBoxLayout;
-    rowsLine->addWidget(rowsLabel);
-    rowsLine->addWidget(rows);
-    rowsLine->addStretch();
-    extendedLayout->addLayout(rowsLine);
-    auto* display = new QGroupBox("WebReport anzeigen...", this);
-    auto* displayLayout = new QVBoxLayout(display);
-    displayLayout->addWidget(browser);
-    displayLayout->addWidget(own);
-    displayLayout->addWidget(early);
-
-    auto* ok = new QPushButton("&Okay", this);
-    ok->setObjectName("cmdOK");
-    ok->setDefault(true);
-    auto* cancel = new QPushButton("&Zurück", this);
-    cancel->setObjectName("cmdCancel");
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto* keys = new QHBoxLayout;
-    keys->addStretch();
-    keys->addWidget(ok);
-    keys->addWidget(cancel);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(extended);
-    layout->addWidget(display);
-    layout->addLayout(keys);
-}
-
-ReportOptions frmReportSetup::options() const
-{
-    ReportOptions options;
-    options.title = findChild<QLineEdit*>("txtReportTitle")->text().toStdString();
-    options.carryFormatting = findChild<QCheckBox*>("chkUseFormating")->isChecked();
-    options.rowsPerPage = findChild<QComboBox*>("cmbRows")->currentText().toInt();
-    options.inBrowser = findChild<QRadioButton*>("optDisplay0")->isChecked();
-    options.earlyDisplay = findChild<QCheckBox*>("chkShow")->isChecked();
-    return options;
-}
-
-void installListWindows(const PartContext& context)
-{
-    Quittung& window = context.window;
-    ReceiptForm& form = context.form;
-    const ProgramPaths& paths = context.paths;
-    struct Key
-    {
-        const ListKind* kind;
-        ShortcutPlace place;
-        const char* name;
-        const char* caption;
-        ToolbarTwin twin;
-    };
-    const Key keys[] = {
-        {&payerList(), {ShortcutPanel::Lists, 10}, "Command3", "Von-Liste aufrufen", {"bm_vonliste", "Von-Liste aufrufen", 20}},
-        {&articleList(), {ShortcutPanel::Lists, 20}, "Command2", "Für-Liste aufrufen", {"bm_fuerliste", "Für-Liste aufrufen", 21}}};
-    for (const auto& [kind, place, name, caption, twin] : keys) {
-        // One window per list, left open beside the receipt so that several rows can be taken over.
-        auto open = std::make_shared<QPointer<ListWindow>>();
-        window.setWindowOpener(std::string(kind->window), [open, kind, &window, &form, &paths] {
-            if (*open == nullptr) {
-                *open = new ListWindow(*kind, form, window, window.faultReporter(), paths, &window);
-                (*open)->setAttribute(Qt::WA_DeleteOnClose);
-                (*open)->fieldWritten = [&window](FormElement field) { window.formView()->runChangeEvent(field); };
-            }
-            (*open)->show();
-            (*open)->raise();
-            (*open)->activateWindow();
-        });
-        window.shortcutBar().addKey(place, name, caption,
-                                    [&window, opened = std::string(kind->window)] { window.openWindow(opened); }, twin);
-    }
 }
 
 } // namespace zw

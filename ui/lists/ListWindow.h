@@ -8,7 +8,6 @@
 #include "core/FormElement.h"
 #include "lists/ListReport.h"
 #include "lists/ListTable.h"
-#include "ui/frame/PartContext.h"
 
 class QLabel;
 class QPushButton;
@@ -68,17 +67,5 @@ private:
     QLabel* m_progressText = nullptr;
     std::int32_t m_sum = 0; // kept between two reports, as the old window did
 };
-
-// frmReportSetup, "WebReport-Einstellungen": the report's title, rows per page, formatting and display.
-class frmReportSetup : public QDialog
-{
-public:
-    explicit frmReportSetup(QWidget* parent = nullptr);
-    ReportOptions options() const;
-};
-
-// The list windows behind bm_vonliste and bm_fuerliste, the shortcut bar's keys and the toolbar.
-class Quittung;
-void installListWindows(const PartContext& context);
 
 } // namespace zw
