@@ -6,8 +6,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/VendorAddresses.h"
-#include "mail/MailDraft.h"
 #include "mail/MailMessage.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/TempFolder.h"
@@ -215,22 +213,6 @@ TEST(MailMessage, NonAsciiNamesArriveWholeAndAnEmptyMessageKeepsItsPlainPart)
                             (folder / "mail.eml").string() + " '" + picture.filename().string() + "'"),
               "['text/plain', 'text/html', 'image/bmp']\n"
               "['Quittung März – Nr. 7 für Müller & Söhne, Düsseldorf.bmp']\nTrue\n");
-}
-
-TEST(VendorMail, HelpCodeStartTextAndNewsletterSubject)
-{
-    EXPECT_EQ(helpCode(0.0), "000001");
-    EXPECT_EQ(helpCode(0.9999999), "123456");
-    EXPECT_EQ(supportStartText("24.11.2026", "000042"),
-              "Diese Nachricht wurde am 24.11.2026 erstellt. HelpCode: 000042\r\n" + std::string(104, '-') +
-                  "\r\n\r\nBitte geben Sie hier Ihre Nachricht ein:\r\n");
-    EXPECT_EQ(supportSubjects().at(1), "Zettelwerk V6.0.0 - Fehler/Bug aufgetaucht");
-    net::QueuePoster queue;
-    sevSMTP smtp(queue, [](const net::Transfer&) {});
-    prepareNewsletter(smtp, "leser@example.org", VendorAddresses{});
-    EXPECT_EQ(smtp.Subject, "SUBSCRIBE : leser@example.org");
-    EXPECT_EQ(smtp.Recipient, VendorAddresses{}.newsletterAddress);
-    EXPECT_EQ(smtp.PlainBody, "In den Newsletter eintragen!");
 }
 
 } // namespace
