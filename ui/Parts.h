@@ -7,8 +7,8 @@
 #include "ui/lists/ListPart.h"
 #include "ui/mail/MailPart.h"
 #include "ui/print/PrintCommands.h"
-#include "ui/service/ServiceWindows.h"
-#include "ui/service/SmallWindows.h"
+#include "ui/service/ServicePart.h"
+#include "ui/service/SmallWindowsPart.h"
 
 namespace zw {
 

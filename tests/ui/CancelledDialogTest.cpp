@@ -8,7 +8,7 @@
 #include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/export/ExportCommands.h"
-#include "ui/service/ServiceWindows.h"
+#include "ui/service/ServicePart.h"
 
 namespace zw {
 namespace {

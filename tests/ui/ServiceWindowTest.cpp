@@ -15,7 +15,8 @@
 #include "tests/app/PeerProgram.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
-#include "ui/service/ServiceWindows.h"
+#include "ui/service/ServicePart.h"
+#include "ui/service/datensicherung.h"
 
 namespace zw {
 namespace {

@@ -15,7 +15,7 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "ui/lists/Autocompletion.h"
-#include "ui/service/SmallWindows.h"
+#include "ui/service/SmallWindowsPart.h"
 
 namespace zw {
 namespace {

@@ -1,13 +1,9 @@
 #pragma once
 
 #include <QDialog>
-#include <array>
-#include <memory>
+#include <string>
 
-#include "service/WebUpdate.h"
 #include "service/ZipArchive.h"
-#include "ui/frame/PartContext.h"
-#include "ui/net/QtEventPoster.h"
 
 class QFileSystemModel;
 class QGridLayout;
@@ -24,8 +20,6 @@ namespace zw {
 
 class FormHost;
 class ProgramPaths;
-class Quittung;
-class SettingsStore;
 
 // "Datensicherung": packs daten/ into backup_zw6.zip in a chosen folder and restores it over the program folder.
 class datensicherung : public QDialog
@@ -73,40 +67,5 @@ private:
     QLineEdit* m_newFolder;
     QPushButton *m_backupPanel, *m_restorePanel;
 };
-
-// "WebUp": asks the vendor's server for a newer version and fetches its installer.
-class webupdate1 : public QDialog
-{
-public:
-    webupdate1(const ProgramPaths& paths, FormHost& host, std::function<void()> endProgram, QWidget* parent);
-    ~webupdate1() override;
-
-protected:
-    void done(int result) override;
-
-private:
-    void check();
-    void fetch();
-    void showProgress();
-    void downloaded();
-
-    const ProgramPaths& m_paths;
-    FormHost& m_host;
-    std::function<void()> m_endProgram;
-    QtEventPoster m_poster;
-    std::unique_ptr<net::Transfer> m_description;
-    std::unique_ptr<clsDownload> m_download;
-    UpdateCheck m_check;
-    bool m_closing = false;
-    std::array<QLabel*, 5> m_captions{};
-    std::array<QLabel*, 7> m_lblStatus{}; // 0 size, 1 received, 5 speed, 6 status
-    QLineEdit* m_txtFolder;
-    QProgressBar* m_prb;
-    std::vector<QWidget*> m_lblInfo;
-    QPushButton *m_check1, *m_update4, *m_folder2;
-};
-
-// The backup window, the settings export and both update commands join the main window here.
-void installService(const PartContext& context);
 
 } // namespace zw
