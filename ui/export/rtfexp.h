@@ -58,7 +58,4 @@ private:
     FontDialogPresenter m_fontPresenter;
 };
 
-// The help window of the RTF view, shown modally.
-void showHilfertf(QWidget* parent);
-
 } // namespace zw
