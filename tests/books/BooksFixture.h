@@ -1,10 +1,12 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 
 #include "books/CashBook.h"
 #include "books/PrintedPage.h"
+#include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/ProgramFolder.h"
@@ -21,6 +23,17 @@ inline std::chrono::system_clock::time_point bookNoon()
 inline std::string sha256sum(const std::filesystem::path& file)
 {
     return run("sha256sum '" + file.string() + "'").output.substr(0, 64);
+}
+
+// The German text of the RunError the call raised.
+inline std::string messageOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const RunError& error) {
+        return error.description();
+    }
+    return "(kein Fehler)";
 }
 
 // The report as plain text, so a test reads what the page says without a PDF library.

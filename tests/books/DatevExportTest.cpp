@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -5,7 +6,6 @@
 
 #include "books/DatevExport.h"
 #include "core/CodePage.h"
-#include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
 #include "tests/app/ProgramFolder.h"
 #include "tests/books/BooksFixture.h"
@@ -13,6 +13,8 @@
 
 namespace zw {
 namespace {
+
+using ::testing::HasSubstr;
 
 // A reader written from the format's description: CR LF lines in Windows-1252, ';' between fields, a text field
 // in quotes with a quote doubled inside.
@@ -98,31 +100,21 @@ Exported exportRows(const DatevRequest& request, const std::vector<std::string>&
     return {readBatch(bytes), summary};
 }
 
-TEST(DatevExport, HeaderAndColumnLineFollowTheFormat)
+// The header's and the bookings' fields of a plain batch are read by Python's csv reader in datev_cli_check.py.
+TEST(DatevExport, TheHeaderCountsTheFiscalYearFromItsStartAndQuotesItsTexts)
 {
     auto request = januaryRequest();
     request.settings.fiscalYearStart = "01.07.";
-    request.settings.chart = ChartOfAccounts::SKR04;
-    request.settings.accounts = defaultAccounts(ChartOfAccounts::SKR04);
     const auto batch = exportRows(request, {row("15.01.2026", "1", "119,00", "", "19", "A", "B")});
     ASSERT_EQ(batch.lines.size(), 3u);
     const Line& header = batch.lines[0];
-    ASSERT_EQ(header.size(), 31u);
-    // The fiscal year that started on the 1st of July before; chart 04 in field 27.
-    EXPECT_EQ(fieldsAt(header, {1, 2, 3, 4, 5, 11, 12, 13, 14, 15, 16, 22, 27}),
-              std::vector<std::string>({"EXTF", "700", "21", "Buchungsstapel", "13", "29098", "55003", "20250701", "4",
-                                        "20260101", "20260131", "EUR", "04"}));
+    EXPECT_EQ(fieldsAt(header, {13, 14}), std::vector<std::string>({"20250701", "4"}));
     EXPECT_TRUE(header[0].quoted && header[3].quoted && header[26].quoted && !header[1].quoted);
-    EXPECT_EQ(header[5].text.size(), 17u);
+    EXPECT_EQ(header[5].text.size(), 17u); // created, to the millisecond
     EXPECT_EQ(header[5].text.find_first_not_of("0123456789"), std::string::npos);
-
-    const Line& columns = batch.lines[1];
-    ASSERT_EQ(columns.size(), 125u);
-    EXPECT_EQ(fieldsAt(columns, {1, 8, 114, 125}),
+    EXPECT_EQ(fieldsAt(batch.lines[1], {1, 8, 114, 125}),
               std::vector<std::string>({"Umsatz (ohne Soll/Haben-Kz)", "Gegenkonto (ohne BU-Schlüssel)",
                                         "Festschreibung", "Abw. Skontokonto"}));
-    ASSERT_EQ(batch.lines[2].size(), 125u);
-    EXPECT_EQ(fieldsAt(batch.lines[2], {7, 8, 114}), std::vector<std::string>({"1600", "4400", "0"}));
 }
 
 TEST(DatevExport, EachKindOfRowBooksFromTheCashAccount)
@@ -235,25 +227,15 @@ TEST(DatevExport, BadInputGivesItsMessageAndNoFile)
         auto request = januaryRequest();
         each.change(request);
         const auto target = folder.folder / "EXTF_Stapel.csv";
-        try {
-            exportDatev(folder.paths, request, target);
-            ADD_FAILURE() << "no message";
-        } catch (const RunError& error) {
-            EXPECT_NE(error.description().find(each.message), std::string::npos) << error.description();
-        }
+        EXPECT_THAT(test::messageOf([&] { exportDatev(folder.paths, request, target); }), HasSubstr(each.message));
         EXPECT_FALSE(std::filesystem::exists(target));
     }
 }
 
-TEST(DatevExport, SettingsComeBackAndEachChartHasItsDefaults)
+TEST(DatevExport, SettingsComeBackAsSaved)
 {
     test::MemorySettings settings;
-    EXPECT_EQ(loadDatevSettings(settings).accounts, defaultAccounts(ChartOfAccounts::SKR03));
     auto datev = defaultDatevSettings(ChartOfAccounts::SKR04);
-    std::vector<std::string> numbers;
-    for (const auto& account : datev.accounts)
-        numbers.push_back(account.number + (account.automatic ? "A" : ""));
-    EXPECT_EQ(numbers, std::vector<std::string>({"1600", "4400A", "4300A", "4200A", "6850", "6820", "6300", "2100", "2180"}));
     datev.consultantNumber = "1234567";
     datev.account(DatevAccount::Expense0).automatic = true;
     datev.accountLength = 5;

@@ -198,15 +198,5 @@ TEST(LedgerOperationsOnASharedFile, AChangeOfAnotherProgramIsNeverWrittenOver)
     }
 }
 
-// Titles, columns and which rows and amounts each list keeps are read back from a printed PDF in tests/print.
-TEST_F(LedgerOperationsTest, TheListTitleStandsOutInBold)
-{
-    const auto all = ledgerList(ledger, LedgerList::drucken);
-    ASSERT_GT(all.lines.size(), 2u);
-    EXPECT_EQ(all.lines[2].pieces.at(0).text, "Belegliste");
-    EXPECT_TRUE(all.lines[2].bold);
-    EXPECT_EQ(all.lines[2].pointSize, 18);
-}
-
 } // namespace
 } // namespace zw

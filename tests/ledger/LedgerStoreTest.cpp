@@ -47,7 +47,6 @@ TEST(LedgerStore, ReadsTheExampleLinesWithTheirColours)
     EXPECT_EQ(ledger.cell(1, C::biw), "fünfunddreißig");
     EXPECT_EQ(ledger.cellColour(0, columnIndex(C::einnahme)), 65280);
     EXPECT_EQ(ledger.cellColour(1, columnIndex(C::ausgabe)), 255);
-    EXPECT_EQ(ledgerBytes(ledger), kIncomeLine + "\r\n" + kExpenseLine + "\r\n");
 }
 
 TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
@@ -67,12 +66,10 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
         {"a semicolon in a field shifts the row", "1.1.2020;5;10,00;;EUR;19;;;;;;Miete; Strom;Bonn;;Quittung\r\n", 1, 0,
          C::ort, " Strom"},
         {"three fields leave the rest empty", "1.1.2020;5;10,00\r\n", 1, 0, C::waehrung, ""},
-        {"three fields keep theirs", "1.1.2020;5;10,00\r\n", 1, 0, C::einnahme, "10,00"},
         {"a lone separator gives two empty cells", ";\r\n", 1, 0, C::datum, ""},
+        {"a TAB inside a field does not split it", "a\tb;c\r\n", 1, 0, C::belegnr, "c"},
         {"a line break in the note makes two rows", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 1,
          C::datum, "zweite"},
-        {"the first half lacks its kind", "1.1.2020;5;10,00;;EUR;19;;;;;;;;erste\r\nzweite;Quittung\r\n", 2, 0,
-         C::bezeichnung, ""},
         {"a UTF-8 file shows its bytes as Windows-1252", "1.1.2020;5;;;;;;;f\xC3\xBCnf\r\n", 1, 0, C::biw, "fÃ¼nf"},
         {"ten megabytes in one line", "1.1.2020;5;;;;;;;;;;;;" + longNote + ";Quittung\r\n", 1, 0, C::bezeichnung,
          "Quittung"},
@@ -89,19 +86,6 @@ TEST(LedgerStore, DamagedLinesLoadAsTheGridShowsThem)
         if (c.rows > 0) {
             EXPECT_EQ(ledger.cell(c.row, c.column), c.expected);
         }
-    }
-}
-
-// A TAB byte inside a field is part of the field: it neither splits the cell nor comes back as ";".
-TEST(LedgerStore, ATabInTheFileStaysATab)
-{
-    for (const std::string line : {"a\tb;c", "\t;\t\t", "Gr\xF6\xDF" "e\t\x80;x"}) {
-        SCOPED_TRACE(line);
-        std::istringstream in(line + "\r\n");
-        ReceiptLedger ledger;
-        readLedger(in, ledger);
-        EXPECT_EQ(ledger.cell(0, 2), "");
-        EXPECT_EQ(ledgerBytes(ledger), line + "\r\n");
     }
 }
 
@@ -134,6 +118,7 @@ TEST(LedgerStore, EveryLineIsSavedAsItWasReadAndAnEditChangesOnlyItsRow)
         {"empty lines stay rows", "\r\n\r\na;b\r\n\r\n", {}, "\r\n\r\na;b\r\n\r\n"},
         {"a file without a final line break gets one", "a;b", {}, "a;b\r\n"},
         {"every byte but the line ends", everyByte + "\r\n", {}, everyByte + "\r\n"},
+        {"a TAB after bytes beyond ASCII", "Gr\xF6\xDF" "e\t\x80;x", {}, "Gr\xF6\xDF" "e\t\x80;x\r\n"},
         {"rows from empty to 700 bytes", growing, {}, growing},
         {"an edited row keeps the others' bytes", lines,
          [](ReceiptLedger& ledger) { ledger.setCell(1, columnIndex(C::ort), "Köln"); },
@@ -162,7 +147,7 @@ TEST(LedgerStore, EveryLineIsSavedAsItWasReadAndAnEditChangesOnlyItsRow)
         EXPECT_EQ(ledgerBytes(ledger), c.saved);
     }
     auto ledger = read(edited);
-    cases[6].edit(ledger);
+    std::rbegin(cases)->edit(ledger);
     EXPECT_EQ(ledger.cellColour(8998, columnIndex(C::einnahme)), kIncomeColour) << "an edit keeps the colours";
 }
 
@@ -221,29 +206,30 @@ TEST(LedgerStore, AMissingFileLeavesAnEmptyLedgerAndNoReportFolder)
 // refused before the row enters the grid, and the file stays exactly as it was.
 TEST(LedgerStore, ALedgerThatCouldNotBeReadIsNeverWrittenOver)
 {
-    enum class Kind
+    using std::filesystem::path;
+    const struct
     {
-        Directory,
-        Fifo,
-        NoPermission
+        const char* name;
+        std::function<void(const test::ProgramFolder&, const path&)> make;
+    } cases[] = {
+        {"a folder", [](const test::ProgramFolder&, const path& file) { std::filesystem::create_directory(file); }},
+        {"a FIFO", [](const test::ProgramFolder&, const path& file) { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); }},
+        {"a file without read permission",
+         [](const test::ProgramFolder& home, const path& file) {
+             home.writeBytes("belege.dat", kIncomeLine + "\r\n");
+             std::filesystem::permissions(file, std::filesystem::perms::none);
+         }},
     };
-    for (Kind kind : {Kind::Directory, Kind::Fifo, Kind::NoPermission}) {
-        SCOPED_TRACE(static_cast<int>(kind));
-        if (kind == Kind::NoPermission && ::geteuid() == 0) {
-            std::cout << "no-permission row left out: root reads a mode-000 file\n";
-            continue;
-        }
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         test::ProgramFolder home;
         const auto file = home.paths.dataFile("belege.dat");
-        if (kind == Kind::Directory)
-            std::filesystem::create_directory(file);
-        if (kind == Kind::Fifo) {
-            ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+        c.make(home, file);
+        if (std::filesystem::is_regular_file(file) && ::access(file.c_str(), R_OK) == 0) {
+            std::cout << "left out: root reads a mode-000 file\n";
+            continue;
         }
-        if (kind == Kind::NoPermission) {
-            home.writeBytes("belege.dat", kIncomeLine + "\r\n");
-            std::filesystem::permissions(file, std::filesystem::perms::none);
-        }
+        const auto kind = std::filesystem::status(file).type();
         ReceiptLedger ledger;
         try {
             loadLedger(ledger, home.paths);
@@ -256,13 +242,8 @@ TEST(LedgerStore, ALedgerThatCouldNotBeReadIsNeverWrittenOver)
         EXPECT_THROW(fileReceiptRowOnTop({"01.01.2026", "1"}, home.paths), RunError);
         EXPECT_THROW(saveLedger(ledger, home.paths), RunError);
         EXPECT_EQ(ledger.rowCount(), 0u);
-        if (kind == Kind::Directory) {
-            EXPECT_TRUE(std::filesystem::is_directory(file));
-        }
-        if (kind == Kind::Fifo) {
-            EXPECT_TRUE(std::filesystem::is_fifo(file));
-        }
-        if (kind == Kind::NoPermission) {
+        EXPECT_EQ(std::filesystem::status(file).type(), kind);
+        if (kind == std::filesystem::file_type::regular) {
             std::filesystem::permissions(file, std::filesystem::perms::owner_all);
             EXPECT_EQ(home.readBytes("belege.dat"), kIncomeLine + "\r\n");
         }
@@ -299,11 +280,6 @@ TEST(LedgerStore, FilingPutsTheReceiptOnTopOfTheFile)
     fileReceipt(ledger, form, home.paths);
     EXPECT_EQ(ledger.cell(0, C::einnahme), "7,00");
     EXPECT_EQ(ledger.cell(0, C::ausgabe), "");
-
-    // The separator typed into the purpose splits that row at the next load.
-    loadLedger(ledger, home.paths);
-    EXPECT_EQ(ledger.cell(1, C::von), "Miete");
-    EXPECT_EQ(ledger.cell(1, C::ort), " Strom");
 }
 
 TEST(LedgerStore, AnEmptyLedgerSavesZeroBytesAndAMissingFolderIsPathNotFound)
