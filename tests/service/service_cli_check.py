@@ -1,6 +1,5 @@
 """zettelwerk-cli backup, restore and update check against real peers: Python's zipfile, unzip -t, Info-ZIP's zip,
 hostile archives made here, and an HTTP server on 127.0.0.1. Usage: service_cli_check.py CLI"""
-import http.server
 import os
 import shutil
 import signal
@@ -8,8 +7,6 @@ import struct
 import subprocess
 import sys
 import tempfile
-import threading
-import time
 import warnings
 import zipfile
 import zlib
@@ -221,119 +218,93 @@ with tempfile.TemporaryDirectory() as tmp:
     check(result.returncode == 1 and result.stdout == "0 Datei(en) gesichert.\n" and not archive.exists(),
           f"empty backup: {result}")
 
-    # Update check against a local server: newer, equal (by text: 10.0.0 sorts before 6.0.0), short answers.
-    answers = {}
+    # Update check against tests/net/peer.py serving a folder: newer, equal (by text: 10.0.0 sorts before 6.0.0),
+    # short answers. Its /slow path drips a body for the Ctrl-C case.
+    served = tmp / "served"
+    (served / "update" / "quittung").mkdir(parents=True)
+    (served / "gross").mkdir()
     installer = os.urandom(8192 * 4 + 100)
+    (served / "zettelwerk.exe").write_bytes(installer)
     big = 64 << 20
-
-    class Handler(http.server.BaseHTTPRequestHandler):
-        def log_message(self, *args):
-            pass
-
-        def do_GET(self):
-            try:
-                self.answer()
-            except (BrokenPipeError, ConnectionResetError):
-                pass  # the client stopped reading, as some cases want
-
-        def answer(self):
-            if self.path == "/gross/zettelwerk.exe":
-                self.send_response(200)
-                self.send_header("Content-Length", str(big))
-                self.end_headers()
-                for _ in range(big >> 20):
-                    self.wfile.write(bytes(1 << 20))
-                return
-            if self.path == "/langsam/zettelwerk.exe":  # a drip
-                self.send_response(200)
-                self.send_header("Content-Length", "10000000")
-                self.end_headers()
-                for _ in range(1000):
-                    self.wfile.write(b"x" * 30000)
-                    self.wfile.flush()
-                    time.sleep(0.05)
-                return
-            body = installer if self.path == "/zettelwerk.exe" else answers.get(self.path)
-            self.send_response(200 if body is not None else 404)
-            body = body if body is not None else b"<html>Nicht gefunden</html>" * 50
-            self.send_header("Content-Length", str(len(body)))
-            self.end_headers()
-            self.wfile.write(body)
-
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-    server.daemon_threads = True
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    base = f"http://127.0.0.1:{server.server_address[1]}"
-    (home / "vendor.ini").write_text(f"updateServer={base}/\n")
-    path = "/update/quittung/webup.inf"
-
-    def describe(version, url=f"{base}/zettelwerk.exe"):
-        answers[path] = f"xxxxFüller\r\nZettelwerk\r\n{version}\r\n4 MB\r\n{url}\r\n".encode()
-
-    for version, expected in [("6.0.1", "Es ist eine neue Version vorhanden!"), ("6.0.0", "Es ist kein neues Update "
-                              "verfügbar!"), ("10.0.0", ""), ("5.9.9", "")]:
-        describe(version)
-        result = run("update", "check")
-        check(result.returncode == 0 and result.stdout == f"{expected}\n{version}\n", f"{version}: {result}")
-        check(not (home / "webup.inf").exists(), "local copy left")
-    for body, number in [(b"", "5"), (b"abc", "5"), (b"xxxxnur\r\nvier\r\nZeilen\r\n6.0.1\r\n", "62")]:
-        answers[path] = body
-        result = run("update", "check")
-        check(result.returncode == 1 and result.stderr.startswith(f"Laufzeitfehler {number}:"), f"{body}: {result}")
-    # The fetch prints the window's status lines and renames the installer as the window does.
-    target = tmp / "download"
-    target.mkdir()
-    describe("6.1.0")
-    result = run("update", "fetch", str(target))
-    lines = result.stdout.splitlines()
-    check(result.returncode == 0 and lines[:2] == ["Es ist eine neue Version vorhanden!",
-                                                    "Status: Download wird gestartet. Bitte warten ..."] and
-          lines[-3:] == ["Status: Download läuft 100,0% empfangen", "Status: Update ist runtergeladen!",
-                         str(target / "zettelwerk_6_0_0.exe")], f"fetch: {result}")
-    check(sorted(p.name for p in target.iterdir()) == ["zettelwerk_6_0_0.exe"] and
-          (target / "zettelwerk_6_0_0.exe").read_bytes() == installer, "fetched installer")
-    result = run("update", "fetch", str(target))
-    check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 58:"), f"second fetch: {result}")
-    for name in ("zettelwerk.exe", "zettelwerk_6_0_0.exe"):
-        (target / name).unlink(missing_ok=True)
-    describe("6.0.0")
-    result = run("update", "fetch", str(target))
-    check(result.returncode == 0 and result.stdout == "Es ist kein neues Update verfügbar!\n", f"same: {result}")
-
-    # A missing installer fails the command and leaves nothing (the download's other failures: WebUpdateTest).
-    describe("6.1.0", f"{base}/fehlt/zettelwerk.exe")
-    result = run("update", "fetch", str(target))
-    check(result.returncode == 1 and result.stdout.splitlines()[-1] == "Status: Fehler 404, Datei nicht gefunden" and
-          not list(target.iterdir()), f"missing installer: {result}")
-
-    # Ctrl-C ends a running fetch as the window's close does: no file, no part of one.
-    describe("6.1.0", f"{base}/langsam/zettelwerk.exe")
-    fetching = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "update", "fetch", str(target)],
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-    for line in fetching.stdout:
-        if "Download läuft" in line:
-            break
-    fetching.send_signal(signal.SIGINT)
+    with open(served / "gross" / "zettelwerk.exe", "wb") as sparse:
+        sparse.truncate(big)
+    peer = subprocess.Popen(["/usr/bin/python3", str(Path(__file__).parent.parent / "net" / "peer.py"), "http",
+                             str(served)], stdout=subprocess.PIPE)
     try:
-        out, err = fetching.communicate(timeout=30)
-        check(fetching.returncode == 130 and err == "Die Übertragung wurde abgebrochen.\n", f"interrupted: {err}")
-    except subprocess.TimeoutExpired:
-        fetching.kill()
-        check(False, "Ctrl-C did not end the fetch")
-    check(not list(target.iterdir()), f"interrupted fetch left {list(target.iterdir())}")
+        base = f"http://127.0.0.1:{int(peer.stdout.readline())}"
+        (home / "vendor.ini").write_text(f"updateServer={base}/\n")
+        description = served / "update" / "quittung" / "webup.inf"
 
-    # The installer streams to its file: 64 MiB cost the program no more than a check of the description costs
-    # it, give or take 16 MiB (the whole file held once would be four times that).
-    def peak_kib(*args):
-        child = subprocess.Popen([cli, "--home", str(home), "--config", str(config), *args], stdout=subprocess.DEVNULL)
-        _, status, usage = os.wait4(child.pid, 0)
-        return os.waitstatus_to_exitcode(status), usage.ru_maxrss
-    describe("6.1.0", f"{base}/gross/zettelwerk.exe")
-    _, checking = peak_kib("update", "check")
-    status, fetching = peak_kib("update", "fetch", str(target))
-    check(status == 0 and (target / "zettelwerk_6_0_0.exe").stat().st_size == big, f"large fetch: {status}")
-    check(sanitized or fetching - checking < 16 * 1024, f"large fetch took {fetching} KiB, the check {checking} KiB")
-    server.shutdown()
+        def describe(version, url=f"{base}/zettelwerk.exe"):
+            description.write_bytes(f"xxxxFüller\r\nZettelwerk\r\n{version}\r\n4 MB\r\n{url}\r\n".encode())
+
+        for version, expected in [("6.0.1", "Es ist eine neue Version vorhanden!"), ("6.0.0", "Es ist kein neues "
+                                  "Update verfügbar!"), ("10.0.0", ""), ("5.9.9", "")]:
+            describe(version)
+            result = run("update", "check")
+            check(result.returncode == 0 and result.stdout == f"{expected}\n{version}\n", f"{version}: {result}")
+            check(not (home / "webup.inf").exists(), "local copy left")
+        for body, number in [(b"", "5"), (b"abc", "5"), (b"xxxxnur\r\nvier\r\nZeilen\r\n6.0.1\r\n", "62")]:
+            description.write_bytes(body)
+            result = run("update", "check")
+            check(result.returncode == 1 and result.stderr.startswith(f"Laufzeitfehler {number}:"), f"{body}: {result}")
+        # The fetch prints the window's status lines and renames the installer as the window does.
+        target = tmp / "download"
+        target.mkdir()
+        describe("6.1.0")
+        result = run("update", "fetch", str(target))
+        lines = result.stdout.splitlines()
+        check(result.returncode == 0 and lines[:2] == ["Es ist eine neue Version vorhanden!",
+                                                        "Status: Download wird gestartet. Bitte warten ..."] and
+              lines[-3:] == ["Status: Download läuft 100,0% empfangen", "Status: Update ist runtergeladen!",
+                             str(target / "zettelwerk_6_0_0.exe")], f"fetch: {result}")
+        check(sorted(p.name for p in target.iterdir()) == ["zettelwerk_6_0_0.exe"] and
+              (target / "zettelwerk_6_0_0.exe").read_bytes() == installer, "fetched installer")
+        result = run("update", "fetch", str(target))
+        check(result.returncode == 1 and result.stderr.startswith("Laufzeitfehler 58:"), f"second fetch: {result}")
+        for name in ("zettelwerk.exe", "zettelwerk_6_0_0.exe"):
+            (target / name).unlink(missing_ok=True)
+        describe("6.0.0")
+        result = run("update", "fetch", str(target))
+        check(result.returncode == 0 and result.stdout == "Es ist kein neues Update verfügbar!\n", f"same: {result}")
+
+        # A missing installer fails the command and leaves nothing (the download's other failures: WebUpdateTest).
+        describe("6.1.0", f"{base}/fehlt/zettelwerk.exe")
+        result = run("update", "fetch", str(target))
+        check(result.returncode == 1 and result.stdout.splitlines()[-1] == "Status: Fehler 404, Datei nicht gefunden"
+              and not list(target.iterdir()), f"missing installer: {result}")
+
+        # Ctrl-C ends a running fetch as the window's close does: no file, no part of one.
+        describe("6.1.0", f"{base}/slow")
+        fetching = subprocess.Popen([cli, "--home", str(home), "--config", str(config), "update", "fetch",
+                                     str(target)], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        for line in fetching.stdout:
+            if "Download läuft" in line:
+                break
+        fetching.send_signal(signal.SIGINT)
+        try:
+            out, err = fetching.communicate(timeout=30)
+            check(fetching.returncode == 130 and err == "Die Übertragung wurde abgebrochen.\n", f"interrupted: {err}")
+        except subprocess.TimeoutExpired:
+            fetching.kill()
+            check(False, "Ctrl-C did not end the fetch")
+        check(not list(target.iterdir()), f"interrupted fetch left {list(target.iterdir())}")
+
+        # The installer streams to its file: 64 MiB cost the program no more than a check of the description
+        # costs it, give or take 16 MiB (the whole file held once would be four times that).
+        def peak_kib(*args):
+            child = subprocess.Popen([cli, "--home", str(home), "--config", str(config), *args],
+                                     stdout=subprocess.DEVNULL)
+            _, status, usage = os.wait4(child.pid, 0)
+            return os.waitstatus_to_exitcode(status), usage.ru_maxrss
+        describe("6.1.0", f"{base}/gross/zettelwerk.exe")
+        _, checking = peak_kib("update", "check")
+        status, fetching = peak_kib("update", "fetch", str(target))
+        check(status == 0 and (target / "zettelwerk_6_0_0.exe").stat().st_size == big, f"large fetch: {status}")
+        check(sanitized or fetching - checking < 16 * 1024, f"large fetch took {fetching} KiB, the check {checking} KiB")
+    finally:
+        peer.terminate()
+        peer.wait()
 
 if failures:
     print("\n".join(failures))
