@@ -9,6 +9,7 @@
 #include "export/ImageFiles.h"
 #include "tests/app/TempFolder.h"
 #include "tests/app/PeerProgram.h"
+#include "tests/export/TestPicture.h"
 
 namespace zw {
 namespace {
@@ -27,57 +28,38 @@ struct Recorder
     }
 };
 
-// A receipt-like picture: white paper, a coloured band, fine noise where the text would be.
 cDIBSection receiptLike()
 {
     cDIBSection surface;
-    EXPECT_TRUE(surface.Create(570, 429));
-    std::mt19937 random(3);
-    for (int y = 0; y < 429; ++y)
-        for (int x = 0; x < 570; ++x) {
-            cDIBSection::Pixel pixel{255, 255, 255};
-            if (y < 60)
-                pixel = {200, 160, static_cast<std::uint8_t>(x * 255 / 569)};
-            else if (y % 30 < 12 && x > 20 && x < 540)
-                pixel.blue = pixel.green = pixel.red = static_cast<std::uint8_t>(random() % 256);
-            surface.setPixel(x, y, pixel);
-        }
+    EXPECT_TRUE(surface.CreateFromPicture(test::testPicture(570, 429, test::PictureKind::Areas)));
     return surface;
 }
 
 std::string shellQuote(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
-// The encoder is the first of the table whose MIME type matches in any case: "jpeg", not "bmp".
-TEST(PictureFiles, JpegQualityZeroAndHundredAreValidFilesOfClearlyDifferentSize)
+// That quality 0 and 100 give files of clearly different size, the JPG window's test and the command line's
+// check show; here ImageMagick reads the quality back from the quantisation tables. The encoder is the first of
+// the table whose MIME type matches in any case: "jpeg", not "bmp".
+TEST(PictureFiles, JpegQualityOutsideZeroToHundredIsClampedAndTheFirstMatchingEncoderWrites)
 {
     test::TempFolder folder;
-    const cDIBSection picture = receiptLike();
     PictureSession session([] {
         return std::vector<ImageEncoder>{{"image/png", "png"}, {"IMAGE/JPEG", "jpeg"}, {"image/jpeg", "bmp"}};
     });
     ASSERT_EQ(session.startup(), 0);
     Recorder recorder;
-    std::map<int, std::uintmax_t> sizes;
-    for (int quality : {0, 100, -20, 250}) {
+    for (const auto& [quality, lowest, highest] : {std::tuple{-20, 0, 5}, std::tuple{250, 98, 100}}) {
         SCOPED_TRACE(quality);
-        const auto file = folder / ("q" + std::to_string(quality) + ".jpg");
-        ASSERT_EQ(savePicture(session, picture, file, PictureFormat::Jpeg, quality, recorder.show()), 0);
+        const auto file = folder / "q.jpg";
+        ASSERT_EQ(savePicture(session, receiptLike(), file, PictureFormat::Jpeg, quality, recorder.show()), 0);
         int status = -1;
-        // ImageMagick estimates the quality from the file's quantisation tables.
-        const std::string described =
-            test::runPeer("/usr/bin/identify -regard-warnings -format '%m %w %h %Q' " + shellQuote(file) + " 2>&1",
-                          &status);
+        const std::string described = test::runPeer(
+            "/usr/bin/identify -regard-warnings -format '%m %w %h %Q' " + shellQuote(file) + " 2>&1", &status);
         ASSERT_EQ(status, 0) << described;
-        const int clamped = std::clamp(quality, 0, 100);
         EXPECT_THAT(described, ::testing::StartsWith("JPEG 570 429 "));
         const int estimated = std::stoi(described.substr(described.rfind(' ') + 1));
-        if (clamped == 100)
-            EXPECT_GE(estimated, 98);
-        else
-            EXPECT_LE(estimated, 5);
-        sizes[clamped] = std::filesystem::file_size(file);
+        EXPECT_TRUE(estimated >= lowest && estimated <= highest) << estimated;
     }
-    EXPECT_GT(sizes[100], 4 * sizes[0]);
     EXPECT_TRUE(recorder.messages.empty());
 }
 
@@ -184,7 +166,8 @@ TEST(LoadPicturePlus, DamagedFilesGiveAStatusAndNeverACrash)
 {
     // Every kind of picture the windows may meet, cut and bitten at random.
     std::vector<std::string> originals;
-    const cDIBSection picture = receiptLike().Resample(60, 80);
+    cDIBSection picture;
+    ASSERT_TRUE(picture.CreateFromPicture(test::testPicture(80, 60, test::PictureKind::Noise)));
     originals.push_back(bitmapFileBytes(picture));
     for (auto format : {PictureFormat::Png, PictureFormat::Jpeg}) {
         std::string bytes;
@@ -203,7 +186,6 @@ TEST(LoadPicturePlus, DamagedFilesGiveAStatusAndNeverACrash)
             int status = -1;
             const cDIBSection result = readPictureBytes(bytes, status);
             EXPECT_EQ(result.hDib() != 0, status == 0);
-            EXPECT_TRUE(status != 0 || result.Width() == 80) << "a file read whole keeps its width";
         }
     }
 }

@@ -1,34 +1,16 @@
 #include <QImage>
 #include <gtest/gtest.h>
-#include <random>
 
 #include "app/CommonDialog.h"
-#include "core/RunError.h"
 #include "export/PngEncoder.h"
 #include "export/RtfExport.h"
-#include "export/rtf/RtfReader.h"
 #include "export/rtf/RtfWriter.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/RunErrorNumber.h"
+#include "tests/export/TestPicture.h"
 
 namespace zw {
 namespace {
-
-Bitmap pictureOf(int width, int height, unsigned seed, bool noise)
-{
-    Bitmap picture{width, height, {}};
-    std::mt19937 random(seed);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            // Flat areas with ruled lines, as on the receipt, or noise that no filter predicts.
-            const bool line = y % 17 == 0 || x % 61 == 0;
-            for (int channel = 0; channel < 3; ++channel)
-                picture.pixels.push_back(noise ? static_cast<std::uint8_t>(random())
-                                               : static_cast<std::uint8_t>(line ? 40 * channel : 255 - 20 * channel));
-        }
-    }
-    return picture;
-}
 
 // Qt's PNG reader (libpng) is the judge of the encoder.
 TEST(PngEncoder, DecodesToTheSamePixels)
@@ -39,9 +21,9 @@ TEST(PngEncoder, DecodesToTheSamePixels)
         Bitmap picture;
     };
     const Row rows[] = {
-        {"the receipt's size, ruled", pictureOf(570, 429, 2, false)},
-        {"odd width of noise", pictureOf(333, 7, 3, true)},
-        {"one column", pictureOf(1, 50, 4, true)},
+        {"the receipt's size, areas", test::testPicture(570, 429, test::PictureKind::Areas)},
+        {"odd width of noise", test::testPicture(333, 7, test::PictureKind::Noise)},
+        {"one column", test::testPicture(1, 50, test::PictureKind::Noise)},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -64,20 +46,6 @@ TEST(PngEncoder, RejectsPicturesThatDoNotAddUp)
     const Bitmap wrong[] = {{0, 5, {}}, {2, 2, std::vector<std::uint8_t>(11)}, {-1, -1, std::vector<std::uint8_t>(3)}};
     for (const auto& picture : wrong)
         EXPECT_EQ(test::errorNumberOf([&] { encodePng(picture); }), 481) << picture.width << " x " << picture.height;
-}
-
-TEST(ReceiptRtf, HoldsThePhotographAtTheReceiptsSizeOnPaper)
-{
-    const Bitmap capture = pictureOf(570, 429, 5, false);
-    const rtf::Document back = rtf::readRtf(rtf::writeRtf(receiptRtfDocument(capture)));
-    ASSERT_EQ(back.paragraphs.size(), 1u);
-    ASSERT_EQ(back.paragraphs[0].runs.size(), 1u);
-    const auto& picture = back.paragraphs[0].runs[0].picture;
-    ASSERT_TRUE(picture.has_value());
-    // The receipt area is 8550 x 6435 twips, the size the print composition gives picToPrint.
-    EXPECT_EQ(picture->goalWidthTwips, 8550);
-    EXPECT_EQ(picture->goalHeightTwips, 6435);
-    // Its pixels are judged against the bitmap export by export_cli_check.py.
 }
 
 class ExportRtfFileTest : public ::testing::Test
@@ -131,33 +99,6 @@ TEST_F(ExportRtfFileTest, CancelOrFailureWritesNothing)
         EXPECT_FALSE(std::filesystem::exists(folder / "vorher.rtf"));
     }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 0);
-}
-
-TEST(FontCommand, PresetsFromTheSelectionAndTrapsTheDialogsFaults)
-{
-    SelectionFont mixed; // a selection over several fonts, sizes and styles
-    SelectionFont uniform{"Liberation Serif", 14.5, true, true};
-    FontDialogValues choice{"DejaVu Sans", 16, false, true, true, true, {128, 0, 0}};
-
-    FontDialogValues seen;
-    auto choose = [&](const FontDialogValues& preset) { seen = preset; return choice; };
-    auto outcome = schriftartBar(mixed, choose);
-    EXPECT_EQ(seen, (FontDialogValues{"Arial", 10, false, false, false, false, {}}));
-    EXPECT_EQ(outcome.chosen, choice);
-    EXPECT_EQ(outcome.message, "");
-
-    schriftartBar(uniform, choose);
-    EXPECT_EQ(seen, (FontDialogValues{"Liberation Serif", 14.5, true, true, false, false, {}}));
-
-    outcome = schriftartBar(uniform, [](const FontDialogValues&) -> FontDialogValues { throw CommonDialog::cancelled(); });
-    EXPECT_EQ(outcome.chosen, std::nullopt);
-    EXPECT_EQ(outcome.message, "") << "a cancel is silent";
-
-    outcome = schriftartBar(uniform, [](const FontDialogValues&) -> FontDialogValues {
-        throw RunError(24574, "Keine Schriftarten vorhanden.");
-    });
-    EXPECT_EQ(outcome.chosen, std::nullopt);
-    EXPECT_EQ(outcome.message, "Fehler 24574 bei Auswahl der Schriftart.\r\nKeine Schriftarten vorhanden.");
 }
 
 } // namespace

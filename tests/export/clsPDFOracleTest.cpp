@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "tests/export/PopplerPage.h"
+#include "tests/export/TestPicture.h"
 #include "tests/export/clsPDFTestAccess.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -19,6 +19,8 @@ namespace zw {
 namespace {
 
 using test::CommandResult;
+using test::PictureKind;
+using test::testPicture;
 using test::run;
 using test::toolAvailable;
 
@@ -29,28 +31,6 @@ std::vector<std::string> linesOf(const std::string& text)
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
     return lines;
-}
-
-// A picture with areas of one colour (the run-length path) or with noise (the raw path).
-Bitmap testPicture(std::int32_t width, std::int32_t height, bool noisy)
-{
-    Bitmap picture{width, height, std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3))};
-    std::mt19937 random(static_cast<unsigned>(width * 1000 + height));
-    for (std::int32_t y = 0; y < height; ++y) {
-        for (std::int32_t x = 0; x < width; ++x) {
-            std::uint8_t* pixel = &picture.pixels[static_cast<std::size_t>((y * width + x) * 3)];
-            if (noisy) {
-                pixel[0] = static_cast<std::uint8_t>(random());
-                pixel[1] = static_cast<std::uint8_t>(random());
-                pixel[2] = static_cast<std::uint8_t>(random());
-            } else {
-                pixel[0] = static_cast<std::uint8_t>(x / 10 * 40);
-                pixel[1] = static_cast<std::uint8_t>(y / 7 * 30);
-                pixel[2] = x < width / 2 ? 200 : 20;
-            }
-        }
-    }
-    return picture;
 }
 
 class clsPDFOracle : public ::testing::Test
@@ -94,10 +74,10 @@ std::vector<std::pair<std::string, std::function<void(clsPDF&)>>> sampleDocument
          }},
         {"pictures",
          [](clsPDF& pdf) {
-             pdf.DrawPicture(20, 20, 200, 150, testPicture(57, 43, /*noisy=*/true), /*gray=*/false);
+             pdf.DrawPicture(20, 20, 200, 150, testPicture(57, 43, PictureKind::Noise), /*gray=*/false);
              pdf.PrintLine("Bilder");
-             pdf.DrawPicture(250, 20, 200, 150, testPicture(100, 80, /*noisy=*/false), /*gray=*/false);
-             pdf.DrawPicture(20, 300, -200, -150, testPicture(100, 80, /*noisy=*/false), /*gray=*/true);
+             pdf.DrawPicture(250, 20, 200, 150, testPicture(100, 80, PictureKind::Areas), /*gray=*/false);
+             pdf.DrawPicture(20, 300, -200, -150, testPicture(100, 80, PictureKind::Areas), /*gray=*/true);
          }},
         {"landscape with form feeds and blank pages",
          [](clsPDF& pdf) {
@@ -163,11 +143,11 @@ TEST_F(clsPDFOracle, PicturePagesRenderBackToTheSourcePixels)
         bool mirrored;
     };
     const std::vector<Row> rows = {
-        {"noise, raw data", testPicture(37, 23, /*noisy=*/true), false, false},
-        {"areas, run-length data", testPicture(64, 48, /*noisy=*/false), false, false},
-        {"gray", testPicture(50, 30, /*noisy=*/false), true, false},
-        {"mirrored by a negative width", testPicture(40, 20, /*noisy=*/true), false, true},
-        {"570 x 429, the receipt's size", testPicture(570, 429, /*noisy=*/false), false, false},
+        {"noise, raw data", testPicture(37, 23, PictureKind::Noise), false, false},
+        {"areas, run-length data", testPicture(64, 48, PictureKind::Areas), false, false},
+        {"gray", testPicture(50, 30, PictureKind::Areas), true, false},
+        {"mirrored by a negative width", testPicture(40, 20, PictureKind::Noise), false, true},
+        {"570 x 429, the receipt's size", testPicture(570, 429, PictureKind::Areas), false, false},
     };
     constexpr std::int32_t kScale = 4;
     for (const Row& row : rows) {

@@ -50,23 +50,6 @@ constexpr std::string_view kHead = "BT\r/F1 10 Tf\r80 782 Td\r10 TL\r";
 // A fresh object's first page starts with the "S" that FillMode 0 left pending at creation.
 const std::string kFirstHead = "S\r" + std::string(kHead);
 
-Bitmap uniformPicture(std::int32_t width, std::int32_t height, std::uint8_t value)
-{
-    return Bitmap{width, height, std::vector<std::uint8_t>(static_cast<std::size_t>(width * height * 3), value)};
-}
-
-TEST(clsPDF, FreshObjectGivesACompleteFileWithoutPages)
-{
-    clsPDF pdf = newWriter();
-    const std::string document = pdf.Value();
-    EXPECT_THAT(document,
-                HasSubstr("\r3 0 obj\r<<\r/Type /Pages\r/Count 0\r/MediaBox [0 0 596 842]\r/Kids [ ]\r"
-                          ">>\rendobj\rxref\r0 6\r"));
-    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
-}
-
-// The offsets of the cross-reference table are checked by checkDocumentStructure here and by qpdf in the
-// oracle test; these are the objects a reader needs to find the font and the text.
 TEST(clsPDF, OnePrintedLineGivesThreePageObjects)
 {
     clsPDF pdf = newWriter();
@@ -105,68 +88,43 @@ TEST(clsPDF, ClearStartsAnEmptyDocumentWithItsArguments)
     EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
 }
 
-TEST(clsPDF, PrintTextTakesTheFirstLineBreakThatOccurs)
-{
-    struct Row
-    {
-        const char* name;
-        std::string text;
-        std::string lines;
-    };
-    const std::vector<Row> rows = {
-        {"CR LF wins over a lone CR", "a\rb\r\nc", "(a\rb)'\r(c)'\r"},
-        {"LF CR", "a\n\rb\n\rc", "(a)'\r(b)'\r(c)'\r"},
-        {"CR CR wins over a later single CR", "a\r\rb\rc", "(a)'\r(b\rc)'\r"},
-        {"LF before CR", "a\rb\nc", "(a\rb)'\r(c)'\r"},
-        {"CR alone", "a\rb", "(a)'\r(b)'\r"},
-        {"no separator", "abc", "(abc)'\r"},
-        {"empty text prints one empty line", "", "()'\r"},
-        {"a final separator prints a final empty line", "a\r\n", "(a)'\r()'\r"},
-        {"empty lines in between", "a\n\nb", "(a)'\r()'\r(b)'\r"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        clsPDF pdf = newWriter();
-        pdf.PrintText(row.text);
-        EXPECT_EQ(firstStream(pdf), kFirstHead + row.lines + "ET\r");
-    }
-}
-
-TEST(clsPDF, FormFeedLinesBreakThePageAndBlankPagesAreDroppedOnRequest)
+TEST(clsPDF, PrintTextSplitsLinesAtTheFirstSeparatorFoundAndPagesAtFormFeedLines)
 {
     struct Row
     {
         const char* name;
         bool dropBlankPages;
         std::string text;
-        std::vector<std::string> streams;
+        std::vector<std::string> pages; // the lines printed on each page
     };
-    const std::string blank = std::string(kHead) + "ET\r";
     const std::vector<Row> rows = {
-        {"one form feed",
-         true,
-         "a\r\n\f\r\nb",
-         {kFirstHead + "(a)'\rET\r", std::string(kHead) + "(b)'\rET\r"}},
-        {"two form feeds, dropped",
-         true,
-         "a\n\f\n\f\nb",
-         {kFirstHead + "(a)'\rET\r", std::string(kHead) + "(b)'\rET\r"}},
-        {"two form feeds, kept",
-         false,
-         "a\n\f\n\f\nb",
-         {kFirstHead + "(a)'\rET\r", blank, std::string(kHead) + "(b)'\rET\r"}},
-        {"a form feed inside a line is text", true, "a\f\nb", {kFirstHead + "(a\f)'\r(b)'\rET\r"}},
+        {"CR LF wins over a lone CR", true, "a\rb\r\nc", {"(a\rb)'\r(c)'\r"}},
+        {"LF CR", true, "a\n\rb\n\rc", {"(a)'\r(b)'\r(c)'\r"}},
+        {"CR CR wins over a later single CR", true, "a\r\rb\rc", {"(a)'\r(b\rc)'\r"}},
+        {"LF before CR", true, "a\rb\nc", {"(a\rb)'\r(c)'\r"}},
+        {"CR alone", true, "a\rb", {"(a)'\r(b)'\r"}},
+        {"no separator", true, "abc", {"(abc)'\r"}},
+        {"empty text prints one empty line", true, "", {"()'\r"}},
+        {"a final separator prints a final empty line", true, "a\r\n", {"(a)'\r()'\r"}},
+        {"empty lines in between", true, "a\n\nb", {"(a)'\r()'\r(b)'\r"}},
+        {"one form feed", true, "a\r\n\f\r\nb", {"(a)'\r", "(b)'\r"}},
+        {"two form feeds, dropped", true, "a\n\f\n\f\nb", {"(a)'\r", "(b)'\r"}},
+        {"two form feeds, kept", false, "a\n\f\n\f\nb", {"(a)'\r", "", "(b)'\r"}},
+        {"a form feed inside a line is text", true, "a\f\nb", {"(a\f)'\r(b)'\r"}},
         {"a form feed alone, dropped", true, "\f", {}},
-        {"a form feed alone, kept", false, "\f", {kFirstHead + "ET\r"}},
+        {"a form feed alone, kept", false, "\f", {""}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         clsPDF pdf = newWriter();
         pdf.setDropBlankPages(row.dropBlankPages);
         pdf.PrintText(row.text);
+        std::vector<std::string> streams;
+        for (const std::string& lines : row.pages)
+            streams.push_back((streams.empty() ? kFirstHead : std::string(kHead)) + lines + "ET\r");
         const std::string document = pdf.Value();
-        EXPECT_EQ(contentStreams(document), row.streams);
-        EXPECT_THAT(document, HasSubstr("/Count " + std::to_string(row.streams.size()) + "\r"));
+        EXPECT_EQ(contentStreams(document), streams);
+        EXPECT_THAT(document, HasSubstr("/Count " + std::to_string(streams.size()) + "\r"));
     }
 }
 
@@ -258,6 +216,12 @@ TEST(clsPDF, DrawingWritesTheseOperators)
          },
          "0 841 1 1 re\rS\rq\r10 0 0 20 0 822 cm\rBI\r/W 1\r/H 2\r/BPC 8\r/CS /RGB\r"
          "ID \x0A\x14\x1E\x28\x32\x3C>\rEI\rQ\r"},
+        // Twelve bytes of 255 are one run: length byte 257 - 12, the byte, the end of data.
+        {"a picture that shrinks goes out run-length encoded",
+         [](clsPDF& pdf) {
+             pdf.DrawPicture(0, 0, 10, 20, Bitmap{2, 2, std::vector<std::uint8_t>(12, 255)}, false);
+         },
+         "q\r10 0 0 20 0 822 cm\rBI\r/W 2\r/H 2\r/BPC 8\r/CS /RGB\r/F /RL\rID \xF5\xFF\x80\rEI\rQ\r"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -303,6 +267,7 @@ TEST(clsPDF, EventsLetAHandlerDrawAheadOfAndBehindThePageText)
     EXPECT_EQ(firstStream(pdf), "S\r0 841 1 1 re\rS\r" + std::string(kHead) + "(x)'\rET\r0 831 1 1 re\rf\r");
 }
 
+// Whether snapshots leave a well-formed file, qpdf judges in the oracle test.
 TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
 {
     clsPDF pdf = newWriter();
@@ -310,19 +275,13 @@ TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
     pdf.PageFinished = [&] { ++finished; };
     pdf.PrintLine("a");
     const std::string first = pdf.Value();
-    const std::string second = pdf.Value();
-    EXPECT_EQ(first, second);
+    EXPECT_EQ(pdf.Value(), first);
     EXPECT_EQ(finished, 1);
-    EXPECT_EQ(pdf.LineNumber(), 1);
 
     // Printing goes on over the trailer of the snapshot, on the same page.
     pdf.PrintLine("b");
-    const std::string third = pdf.Value();
+    EXPECT_EQ(contentStreams(pdf.Value()), std::vector<std::string>{kFirstHead + "(a)'\r(b)'\rET\r"});
     EXPECT_EQ(finished, 2);
-    EXPECT_EQ(contentStreams(third), std::vector<std::string>{kFirstHead + "(a)'\r(b)'\rET\r"});
-    EXPECT_THAT(third, HasSubstr("/Count 1\r"));
-    EXPECT_THAT(third, HasSubstr("xref\r0 9\r"));
-    EXPECT_EQ(fuzz::checkDocumentStructure(third), "");
 
     // After a closed page a snapshot adds only the trailer and raises no event.
     pdf.NewPage();
@@ -330,7 +289,6 @@ TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
     const std::string closed = pdf.Value();
     EXPECT_EQ(pdf.Value(), closed);
     EXPECT_EQ(finished, finishedBefore);
-    EXPECT_EQ(fuzz::checkDocumentStructure(closed), "");
 }
 
 TEST(clsPDF, ManyPagesGrowTheTablesAndKeepEveryOffset)
@@ -346,33 +304,14 @@ TEST(clsPDF, ManyPagesGrowTheTablesAndKeepEveryOffset)
     EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
 }
 
-TEST(clsPDF, BlankPictureGoesOutRunLengthEncoded)
-{
-    clsPDF pdf = newWriter();
-    pdf.DrawPicture(10, 20, 100, 100, uniformPicture(100, 100, 255), /*gray=*/false);
-    pdf.PrintLine("x");
-    // 30000 bytes of 255: 234 runs of 128 and one of 48 (length byte 257 - 48 = 209).
-    std::string data;
-    for (int run = 0; run < 234; ++run)
-        data += "\x81\xFF";
-    data += "\xD1\xFF";
-    EXPECT_EQ(firstStream(pdf),
-              "S\rq\r100 0 0 100 10 722 cm\rBI\r/W 100\r/H 100\r/BPC 8\r/CS /RGB\r/F /RL\rID " + data +
-                  "\x80\rEI\rQ\r" + std::string(kHead) + "(x)'\rET\r");
-}
-
-TEST(clsPDF, HugePicturesAreWritten)
+TEST(clsPDF, HugePicturesMakeAWellFormedDocument)
 {
     for (const bool gray : {true, false}) {
         SCOPED_TRACE(gray);
         clsPDF pdf = newWriter();
         pdf.PrintLine("x");
-        pdf.DrawPicture(0, 0, 500, 500, uniformPicture(4000, 4000, 7), gray);
-        const std::string document = pdf.Value();
-        // 16 million gray bytes are 125000 runs of 128; colour has three times as many.
-        EXPECT_EQ(contentStreams(document).front().size(),
-                  kFirstHead.size() + 8 + 26 + 40 + (gray ? 250000 : 750000) + 7 + (gray ? 0 : 2));
-        EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+        pdf.DrawPicture(0, 0, 500, 500, Bitmap{4000, 4000, std::vector<std::uint8_t>(48'000'000, 7)}, gray);
+        EXPECT_EQ(fuzz::checkDocumentStructure(pdf.Value()), "");
     }
 }
 

@@ -5,21 +5,24 @@
 #include "tests/export/clsPDFTestAccess.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <exception>
 #include <fstream>
 #include <functional>
-#include <limits>
 
 namespace zw::fuzz {
 namespace {
 
 constexpr std::array<std::int16_t, 12> kSpecialCoordinates = {0,      1,     -1,  32767, -32768, 32766,
                                                               -32767, 16384, 842, 596,   -842,   100};
+constexpr std::array<float, 9> kSpecialReals = {0.0f,  0.5f,     1.0f,      -1.0f, 3.14159265f,
+                                                1e30f, -2.5e-4f, HUGE_VALF, NAN};
+// Separators, form feeds and the characters that need escaping.
+constexpr std::array<std::string_view, 10> kTextPieces = {"\r\n", "\n\r", "\r\r", "\n", "\r",
+                                                          "\f",   "(",    ")",    "\\", "x"};
 constexpr std::size_t kMaxCalls = 256;
-constexpr std::size_t kHugeTextSize = 1 << 20;
 
 class ByteSource
 {
@@ -30,49 +33,32 @@ public:
     std::uint8_t byte() { return m_position < m_size ? m_data[m_position++] : 0; }
     std::uint16_t word() { return static_cast<std::uint16_t>(byte() | byte() << 8); }
     std::uint32_t longWord() { return word() | static_cast<std::uint32_t>(word()) << 16; }
+    std::int32_t color()
+    {
+        return byte() % 2 == 0 ? 0x010101 * byte() : static_cast<std::int32_t>(longWord());
+    }
 
     std::int16_t coordinate()
     {
-        switch (byte() % 4) {
-        case 0:
+        const std::uint8_t kind = byte() % 4;
+        if (kind == 0)
             return kSpecialCoordinates[byte() % kSpecialCoordinates.size()];
-        case 1:
-            return static_cast<std::int8_t>(byte());
-        default:
-            return static_cast<std::int16_t>(word());
-        }
+        return kind == 1 ? static_cast<std::int8_t>(byte()) : static_cast<std::int16_t>(word());
     }
 
-    std::int32_t color()
+    // Several coordinates read in order, which the arguments of one call would not be.
+    template <std::size_t N> std::array<std::int16_t, N> coordinates()
     {
-        switch (byte() % 4) {
-        case 0:
-            return 0;
-        case 1:
-            return 0x808080;
-        default:
-            return static_cast<std::int32_t>(longWord());
-        }
+        std::array<std::int16_t, N> values;
+        for (std::int16_t& value : values)
+            value = coordinate();
+        return values;
     }
 
     float real()
     {
-        constexpr std::array<float, 9> special = {0.0f,
-                                                  0.5f,
-                                                  1.0f,
-                                                  -1.0f,
-                                                  3.14159265f,
-                                                  1e30f,
-                                                  -2.5e-4f,
-                                                  std::numeric_limits<float>::infinity(),
-                                                  std::numeric_limits<float>::quiet_NaN()};
-        if (byte() % 2 == 0)
-            return special[byte() % special.size()];
-        const std::uint32_t bits = longWord();
-        float value;
-        static_assert(sizeof value == sizeof bits);
-        std::memcpy(&value, &bits, sizeof value);
-        return value;
+        return byte() % 2 == 0 ? kSpecialReals[byte() % kSpecialReals.size()]
+                               : std::bit_cast<float>(longWord());
     }
 
     std::int32_t mode()
@@ -81,114 +67,65 @@ public:
         return b < 200 ? static_cast<std::int32_t>(b % 6) - 2 : static_cast<std::int32_t>(longWord());
     }
 
+    // Empty, separators and escapes, any bytes, or (for one byte value: it takes a while under the
+    // sanitizers) a megabyte of one line with a line break now and then.
     std::string text()
     {
-        // The huge text takes a while under the sanitizers; one byte value of 256 asks for it.
         const std::uint8_t kind = byte();
-        switch (kind == 0xFE ? 1 : kind % 8 == 1 ? 0 : kind % 8) {
-        case 0:
-            return {};
-        case 1: {
-            // A huge text, mostly one line, with a line break now and then.
-            std::string huge(kHugeTextSize, static_cast<char>('a' + byte() % 26));
+        if (kind == 0xFE) {
+            std::string huge(std::size_t{1} << 20, static_cast<char>('a' + byte() % 26));
             for (std::size_t at = byte(); at < huge.size(); at += 65536)
                 huge[at] = '\n';
             return huge;
         }
-        case 2: {
-            // Separators, form feeds and the characters that need escaping.
-            constexpr std::array<std::string_view, 10> pieces = {"\r\n", "\n\r", "\r\r", "\n", "\r",
-                                                                 "\f",   "(",    ")",    "\\", "x"};
-            std::string mixed;
-            for (int count = byte() % 24; count > 0; --count)
-                mixed += pieces[byte() % pieces.size()];
-            return mixed;
+        std::string text;
+        for (int count = kind % 4 == 0 ? 0 : byte() % 40; count > 0; --count) {
+            if (kind % 4 == 1)
+                text += kTextPieces[byte() % kTextPieces.size()];
+            else
+                text += static_cast<char>(byte());
         }
-        default: {
-            std::string bytes;
-            for (int count = byte() % 40; count > 0; --count)
-                bytes += static_cast<char>(byte());
-            return bytes;
-        }
-        }
+        return text;
     }
 
+    // 0 x 0 to 2, 1 x 1, up to 64 x 64, or (at most once a sequence) 4000 x 4000; of one colour, of noise, or
+    // of runs of varying length over sixteen levels, the case the run-length encoder has most rules for.
     Bitmap picture(bool& hugeAllowed)
     {
         Bitmap picture;
-        // Not 0, which is what an exhausted input gives.
         const std::uint8_t kind = byte();
         if (kind == 0xFF && hugeAllowed) {
             hugeAllowed = false;
-            picture.width = 4000;
-            picture.height = 4000;
-        } else if (kind % 8 == 1) {
-            picture.width = 0;
+            picture.width = picture.height = 4000;
+        } else if (kind % 4 == 1) {
             picture.height = byte() % 3;
-        } else if (kind % 8 == 2) {
-            picture.width = 1;
-            picture.height = 1;
         } else {
-            picture.width = 1 + byte() % 64;
-            picture.height = 1 + byte() % 64;
+            const int largest = kind % 4 == 2 ? 1 : 64;
+            picture.width = 1 + byte() % largest;
+            picture.height = 1 + byte() % largest;
         }
         picture.pixels.resize(static_cast<std::size_t>(picture.width) *
                               static_cast<std::size_t>(picture.height) * 3);
-        fillPixels(picture.pixels);
+        const std::uint8_t pattern = byte() % 3;
+        const std::size_t runLength = pattern == 0   ? picture.pixels.size()
+                                      : pattern == 1 ? 1
+                                                     : 1 + byte() % 200;
+        std::uint32_t state = longWord() | 1;
+        for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+            if (i % runLength == 0)
+                state = state * 1664525u + 1013904223u;
+            picture.pixels[i] = static_cast<std::uint8_t>(state >> (pattern == 2 ? 28 : 24));
+        }
         return picture;
     }
 
 private:
-    void fillPixels(std::vector<std::uint8_t>& pixels)
-    {
-        const std::uint8_t pattern = byte();
-        std::uint32_t state = longWord() | 1;
-        const std::size_t runLength = 1 + byte() % 200;
-        for (std::size_t i = 0; i < pixels.size(); ++i) {
-            switch (pattern % 4) {
-            case 0:
-                pixels[i] = pattern;
-                break;
-            case 1:
-                state = state * 1664525u + 1013904223u;
-                pixels[i] = static_cast<std::uint8_t>(state >> 24);
-                break;
-            default:
-                // Runs of varying length, the case the encoder has most rules for.
-                if (i % runLength == 0)
-                    state = state * 1664525u + 1013904223u;
-                pixels[i] = static_cast<std::uint8_t>(state >> 28);
-                break;
-            }
-        }
-    }
-
     const std::uint8_t* m_data;
     std::size_t m_size;
     std::size_t m_position = 0;
 };
 
-std::string checkRunLength(std::string_view input)
-{
-    const std::string encoded = clsPDFTestAccess::CompressRunLength(input);
-    if (encoded.size() > input.size() * 128 / 127 + 2)
-        return "run-length output longer than its buffer";
-    if (decodeRunLength(encoded) != input)
-        return "run-length output does not decode to its input";
-    return {};
-}
-
-bool readDecimal(std::string_view text, std::size_t& at, std::int64_t& value)
-{
-    const auto result = std::from_chars(text.data() + at, text.data() + text.size(), value);
-    if (result.ec != std::errc())
-        return false;
-    at = static_cast<std::size_t>(result.ptr - text.data());
-    return true;
-}
-
-} // namespace
-
+// PDF RunLengthDecode up to its end-of-data byte or its end.
 std::string decodeRunLength(std::string_view encoded)
 {
     std::string decoded;
@@ -206,6 +143,26 @@ std::string decodeRunLength(std::string_view encoded)
     }
     return decoded;
 }
+
+std::string checkRunLength(const Bitmap& picture)
+{
+    const std::string_view input(reinterpret_cast<const char*>(picture.pixels.data()), picture.pixels.size());
+    const std::string encoded = clsPDFTestAccess::CompressRunLength(input);
+    if (encoded.size() > input.size() * 128 / 127 + 2)
+        return "run-length output longer than its buffer";
+    if (decodeRunLength(encoded) != input)
+        return "run-length output does not decode to its input";
+    return {};
+}
+
+bool readDecimal(std::string_view text, std::size_t& at, std::int64_t& value)
+{
+    const auto result = std::from_chars(text.data() + at, text.data() + text.size(), value);
+    at = static_cast<std::size_t>(result.ptr - text.data());
+    return result.ec == std::errc();
+}
+
+} // namespace
 
 std::string checkDocumentStructure(std::string_view document)
 {
@@ -252,7 +209,6 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
     ByteSource source(data, size);
     bool hugeAllowed = options.allowHugePicture;
     clsPDF pdf([] { return LocalDateTime{2024, 2, 29, 23, 59, 58}; });
-    const std::filesystem::path savedFile = options.scratchFolder / "saved.pdf";
     const std::filesystem::path textFile = options.scratchFolder / "text.txt";
     std::string problem;
 
@@ -263,10 +219,8 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
             pdf.DrawBox(5, y, 20, 10, clsPDF::ModeFill);
         };
     };
-
     const auto drawPicture = [&] {
-        const auto x = source.coordinate(), y = source.coordinate();
-        const auto w = source.coordinate(), h = source.coordinate();
+        const auto [x, y, w, h] = source.coordinates<4>();
         const bool gray = source.byte() % 2 == 0;
         pdf.DrawPicture(x, y, w, h, source.picture(hugeAllowed), gray);
     };
@@ -297,38 +251,35 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
                       static_cast<std::int16_t>(source.byte() % 20));
         },
         [&] {
-            const auto x = source.coordinate(), y = source.coordinate();
-            const auto w = source.coordinate(), h = source.coordinate();
+            const auto [x, y, w, h] = source.coordinates<4>();
             pdf.DrawBox(x, y, w, h, source.mode());
         },
         [&] {
-            const auto x = source.coordinate(), y = source.coordinate(), r = source.coordinate();
+            const auto [x, y, r] = source.coordinates<3>();
             pdf.DrawCircle(x, y, r, source.mode());
         },
         [&] {
-            const auto x1 = source.coordinate(), y1 = source.coordinate(), x2 = source.coordinate();
-            const auto y2 = source.coordinate(), x3 = source.coordinate(), y3 = source.coordinate();
+            const auto [x1, y1, x2, y2, x3, y3] = source.coordinates<6>();
             pdf.DrawCurveTo(x1, y1, x2, y2, x3, y3);
         },
         [&] {
-            const auto x1 = source.coordinate(), y1 = source.coordinate();
-            const auto x2 = source.coordinate(), y2 = source.coordinate();
+            const auto [x1, y1, x2, y2] = source.coordinates<4>();
             pdf.DrawLine(x1, y1, x2, y2);
         },
         [&] {
-            const auto x = source.coordinate(), y = source.coordinate();
+            const auto [x, y] = source.coordinates<2>();
             pdf.DrawLineTo(x, y);
         },
         drawPicture,
         drawPicture,
         [&] { pdf.DrawShape(source.mode()); },
         [&] {
-            const auto x = source.coordinate(), y = source.coordinate();
+            const auto [x, y] = source.coordinates<2>();
             const std::string text = source.text();
             pdf.DrawText(x, y, text, source.byte() % 2 == 0 ? 0.0f : source.real());
         },
         [&] {
-            const auto x = source.coordinate(), y = source.coordinate();
+            const auto [x, y] = source.coordinates<2>();
             pdf.MoveTo(x, y);
         },
         [&] {
@@ -347,7 +298,7 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
         check,
         check,
         [&] {
-            pdf.SavePDF(source.byte() % 4 == 0 ? options.scratchFolder / "missing" / "x.pdf" : savedFile);
+            pdf.SavePDF(options.scratchFolder / (source.byte() % 4 == 0 ? "missing/x.pdf" : "saved.pdf"));
         },
         [&] { pdf.PageStarted = source.byte() % 2 == 0 ? handler(30) : nullptr; },
         [&] { pdf.PageFinished = source.byte() % 2 == 0 ? handler(800) : nullptr; },
@@ -359,30 +310,22 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
             if (bitmap.pixels.size() != static_cast<std::size_t>(bitmap.width) * bitmap.height * 3)
                 problem = "bitmap reader gave a picture of the wrong size";
         },
-        [&] {
-            const Bitmap picture = source.picture(hugeAllowed);
-            problem = checkRunLength(std::string_view(reinterpret_cast<const char*>(picture.pixels.data()),
-                                                      picture.pixels.size()));
-        },
+        [&] { problem = checkRunLength(source.picture(hugeAllowed)); },
     };
 
-    for (std::size_t call = 0; call < kMaxCalls && !source.exhausted() && problem.empty(); ++call) {
+    // A RunError, the run-time fault of the old program, is an accepted outcome of any call.
+    const auto trap = [&problem](const std::function<void()>& call) {
         try {
-            calls[source.byte() % std::size(calls)]();
-        } catch (const RunError&) {
-            // The run-time fault of the old program: an accepted outcome.
-        } catch (const std::exception& error) {
-            problem = std::string("unexpected exception: ") + error.what();
-        }
-    }
-    if (problem.empty()) {
-        try {
-            problem = checkDocumentStructure(pdf.Value());
+            call();
         } catch (const RunError&) {
         } catch (const std::exception& error) {
             problem = std::string("unexpected exception: ") + error.what();
         }
-    }
+    };
+    for (std::size_t call = 0; call < kMaxCalls && !source.exhausted() && problem.empty(); ++call)
+        trap(calls[source.byte() % std::size(calls)]);
+    if (problem.empty())
+        trap(check);
     return problem;
 }
 

@@ -26,7 +26,4 @@ std::string runMemberSequence(const std::uint8_t* data, std::size_t size, const 
 // The structural checks that every finished document must pass; empty when it does.
 std::string checkDocumentStructure(std::string_view document);
 
-// Decodes PDF RunLengthDecode data up to its end-of-data byte or its end.
-std::string decodeRunLength(std::string_view encoded);
-
 } // namespace zw::fuzz
