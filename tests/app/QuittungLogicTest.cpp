@@ -220,7 +220,6 @@ TEST_F(QuittungLogicTest, TaxModeSwitchesFieldsBackgroundAndSetting)
     logic.steueran();
     EXPECT_TRUE(form.isVisible(F::Text10));
     EXPECT_FALSE(form.isVisible(F::para19));
-    EXPECT_EQ(form.formBackground(), "\\hintergrund\\quittung_leer.jpg");
     EXPECT_EQ(settings.option("Steuer", "Anzeigen"), "Ja");
 }
 

@@ -18,8 +18,6 @@ TEST(VendorAddresses, BuiltInAddressesStayOnTheReservedDomainWithoutAFile)
         SCOPED_TRACE(*address);
         EXPECT_NE(address->find("zettelwerk.example"), std::string::npos);
     }
-    EXPECT_TRUE(addresses.ratingForm.ends_with("/formulare/bewertung.php"));
-    EXPECT_TRUE(addresses.errorForm.ends_with("/formulare/fehlermeldung.php"));
 }
 
 TEST(VendorAddresses, FileOverridesSingleValuesAndPassesOverWhatItDoesNotKnow)
