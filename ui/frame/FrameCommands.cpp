@@ -4,10 +4,8 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QDesktopServices>
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QFontDialog>
 #include <QFontInfo>
@@ -17,7 +15,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
-#include <QSysInfo>
 #include <QSystemTrayIcon>
 #include <QToolBar>
 #include <QToolBox>
@@ -34,6 +31,8 @@
 #include "app/Version.h"
 #include "core/ReceiptForm.h"
 #include "core/RunError.h"
+#include "ui/frame/AboutWindow.h"
+#include "ui/frame/NavigationOptions.h"
 #include "ui/frame/Quittung.h"
 #include "ui/frame/ShortcutBar.h"
 #include "ui/receipt/ReceiptFormView.h"
@@ -124,42 +123,15 @@ private:
         command("www_neu", [this] { openUrl(m_vendor.webNews); });
         command("softbew", [this] { openUrl(m_vendor.ratingForm); });
         command("fehlmit", [this] { openUrl(m_vendor.errorForm); });
-        m_window.setWindowOpener("info1", [this] { aboutWindow("info1", "Informationen zum Programm", false); });
-        m_window.setWindowOpener("Copyright", [this] { aboutWindow("Copyright", "Copyright", true); });
+        m_window.setWindowOpener("info1", [this] {
+            showAboutWindow(&m_window, "info1", "Informationen zum Programm", AboutText::Program, m_vendor.webHome);
+        });
+        m_window.setWindowOpener("Copyright", [this] {
+            showAboutWindow(&m_window, "Copyright", "Copyright", AboutText::ProgramAndRights, m_vendor.webHome);
+        });
         command("info", [this] { m_window.openWindow("info1"); });
         command("copy", [this] { m_window.openWindow("Copyright"); });
         m_window.shortcutBar().addKey({ShortcutPanel::Lists, 30}, "Command6_0", "Schriftart für Beleg", [this] { fontDialog(); });
-    }
-
-    // The program's name, version and, for the copyright window, the notice of rights.
-    void aboutWindow(const char* name, const char* title, bool rights)
-    {
-        QDialog dialog(&m_window);
-        dialog.setObjectName(name);
-        dialog.setWindowTitle(title);
-        auto* layout = new QVBoxLayout(&dialog);
-        auto* headline = new QLabel("Zettelwerk V" + qt(versionText()), &dialog);
-        QFont big = headline->font();
-        big.setBold(true);
-        big.setPointSize(big.pointSize() + 4);
-        headline->setFont(big);
-        layout->addWidget(headline);
-        layout->addWidget(new QLabel("Quittungen und Belege ausstellen, drucken, exportieren und verwalten.", &dialog));
-        if (rights) {
-            layout->addWidget(new QLabel("Version " + qt(versionText()), &dialog));
-            // The system's line: its name and, as the old line had, its version in brackets.
-            layout->addWidget(new QLabel(QSysInfo::prettyProductName() + " ( Version " + QSysInfo::kernelVersion() +
-                                             ")",
-                                         &dialog));
-            layout->addWidget(new QLabel("Copyright © Zettelwerk. Alle Rechte vorbehalten.", &dialog));
-        }
-        auto* web = new QLabel("<a href=\"" + qt(m_vendor.webHome) + "\">" + qt(m_vendor.webHome) + "</a>", &dialog);
-        web->setOpenExternalLinks(true);
-        layout->addWidget(web);
-        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &dialog);
-        connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-        layout->addWidget(buttons);
-        dialog.exec();
     }
 
     // A toolbar handler reports its faults in the error window, as the toolbar always did.
@@ -397,31 +369,13 @@ private:
 
     void navigationDialog()
     {
-        QDialog dialog(&m_window);
-        dialog.setWindowTitle("Navigationsoptionen");
-        auto* layout = new QVBoxLayout(&dialog);
-        layout->addWidget(new QLabel("Anzahl der angezeigten Gruppen:", &dialog));
-        std::vector<QCheckBox*> boxes;
-        const int shown = m_bar->count();
-        for (int i = 0; i < shown + static_cast<int>(m_hidden.size()); ++i) {
-            QString title = i < shown ? m_bar->itemText(i) : m_hidden[static_cast<std::size_t>(i - shown)].second;
-            auto* box = new QCheckBox(title, &dialog);
-            box->setChecked(i < shown);
-            boxes.push_back(box);
-            layout->addWidget(box);
-        }
-        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-        connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-        connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-        layout->addWidget(buttons);
-        keepTitleWhole(dialog);
-        if (dialog.exec() != QDialog::Accepted)
-            return;
-        // The groups keep their order, so the count of ticked ones up to the first unticked decides.
-        int count = 0;
-        while (count < static_cast<int>(boxes.size()) && boxes[static_cast<std::size_t>(count)]->isChecked())
-            ++count;
-        setVisibleHeaders(count);
+        std::vector<QString> groups;
+        for (int i = 0; i < m_bar->count(); ++i)
+            groups.push_back(m_bar->itemText(i));
+        for (const auto& hidden : m_hidden)
+            groups.push_back(hidden.second);
+        if (const auto count = askVisibleGroups(&m_window, groups, m_bar->count()))
+            setVisibleHeaders(*count);
     }
 
     void toTray()
