@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "core/RunError.h"
+#include "tests/core/RunErrorNumber.h"
 #include "tests/app/TempFolder.h"
 
 namespace zw {
@@ -54,12 +54,7 @@ TEST(FileLock, ACycleSeesWhatIsOnDiskAndMayLeaveItAlone)
 TEST(FileLock, AMissingFolderFailsAsTheSaveWould)
 {
     test::TempFolder folder;
-    try {
-        FileLock lock(folder.path() / "fehlt" / "belege.dat");
-        FAIL() << "no lock without a folder";
-    } catch (const RunError& error) {
-        EXPECT_EQ(error.number(), 76);
-    }
+    EXPECT_EQ(test::errorNumberOf([&] { FileLock lock(folder.path() / "fehlt" / "belege.dat"); }), 76);
 }
 
 } // namespace
