@@ -1,5 +1,9 @@
 #pragma once
 
+#include "ui/books/AuditExportPart.h"
+#include "ui/books/CashBookPart.h"
+#include "ui/books/DatevPart.h"
+#include "ui/books/YearChartPart.h"
 #include "ui/export/ExportCommands.h"
 #include "ui/frame/FrameCommands.h"
 #include "ui/ledger/LedgerCommands.h"
@@ -9,15 +13,3 @@
 #include "ui/print/PrintCommands.h"
 #include "ui/service/ServicePart.h"
 #include "ui/service/SmallWindowsPart.h"
-
-namespace zw {
-
-struct PartContext;
-
-// The install routines of the parts whose folder has no header for them.
-void installCashBook(const PartContext& context);
-void installDatevExport(const PartContext& context);
-void installAuditExport(const PartContext& context);
-void installYearChart(const PartContext& context);
-
-} // namespace zw

@@ -29,7 +29,7 @@ namespace zw {
 
 // The parts of the main window, joined in this order before its load. The order shows where parts share a place:
 // tabs beside the receipt come in it (the ledger's "Belegliste" first), and a window opener or start step named
-// twice goes to the later part. A new part is one line here, its routine declared in its header or in ui/Parts.h.
+// twice goes to the later part. A new part is one line here, its routine declared in its header, which ui/Parts.h includes.
 constexpr void (*kParts[])(const PartContext&) = {
     installLedger,
     installFrameCommands,

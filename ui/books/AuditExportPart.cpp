@@ -1,3 +1,5 @@
+#include "ui/books/AuditExportPart.h"
+
 #include <QDir>
 #include <QObject>
 

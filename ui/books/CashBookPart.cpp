@@ -1,3 +1,5 @@
+#include "ui/books/CashBookPart.h"
+
 #include <QObject>
 #include <QTimer>
 

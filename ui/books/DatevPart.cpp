@@ -1,3 +1,5 @@
+#include "ui/books/DatevPart.h"
+
 #include "app/SettingsStore.h"
 #include "ui/books/DatevWindow.h"
 #include "ui/frame/PartContext.h"

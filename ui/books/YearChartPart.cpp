@@ -1,3 +1,5 @@
+#include "ui/books/YearChartPart.h"
+
 #include <QDate>
 
 #include "ui/frame/UserLocale.h"
