@@ -11,7 +11,8 @@
 
 namespace zw {
 
-void showAboutWindow(QWidget* parent, const char* name, const char* title, AboutText text, const std::string& webHome)
+void showAboutWindow(QWidget* parent, const char* name, const char* title, AboutText text,
+                     const std::string& webHome)
 {
     QDialog dialog(parent);
     dialog.setObjectName(name);
@@ -23,13 +24,13 @@ void showAboutWindow(QWidget* parent, const char* name, const char* title, About
     big.setPointSize(big.pointSize() + 4);
     headline->setFont(big);
     layout->addWidget(headline);
-    layout->addWidget(new QLabel("Quittungen und Belege ausstellen, drucken, exportieren und verwalten.", &dialog));
+    layout->addWidget(
+        new QLabel("Quittungen und Belege ausstellen, drucken, exportieren und verwalten.", &dialog));
     if (text == AboutText::ProgramAndRights) {
         layout->addWidget(new QLabel("Version " + qt(versionText()), &dialog));
         // The system's line: its name and, as the old line had, its version in brackets.
-        layout->addWidget(new QLabel(QSysInfo::prettyProductName() + " ( Version " + QSysInfo::kernelVersion() +
-                                         ")",
-                                     &dialog));
+        layout->addWidget(new QLabel(
+            QSysInfo::prettyProductName() + " ( Version " + QSysInfo::kernelVersion() + ")", &dialog));
         layout->addWidget(new QLabel("Copyright © Zettelwerk. Alle Rechte vorbehalten.", &dialog));
     }
     auto* web = new QLabel("<a href=\"" + qt(webHome) + "\">" + qt(webHome) + "</a>", &dialog);
