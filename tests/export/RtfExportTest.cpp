@@ -48,57 +48,51 @@ TEST(PngEncoder, RejectsPicturesThatDoNotAddUp)
         EXPECT_EQ(test::errorNumberOf([&] { encodePng(picture); }), 481) << picture.width << " x " << picture.height;
 }
 
-class ExportRtfFileTest : public ::testing::Test
+rtf::Document typedDocument()
 {
-protected:
-    rtf::Document document()
-    {
-        rtf::Document result;
-        result.append("getippt", {});
-        return result;
-    }
-
-    test::TempFolder folder;
-    CommonDialog dialog;
-};
-
-TEST_F(ExportRtfFileTest, AsksBeforeOverwritingAndWritesTheDocument)
-{
-    const auto target = (folder / "beleg.rtf").string();
-    dialog.setPresenter([&](const CommonDialog& shown, bool forSaving) -> std::optional<std::string> {
-        EXPECT_TRUE(forSaving);
-        // Ask before overwriting and before creating, hide the read-only box, the path must exist.
-        EXPECT_EQ(shown.Flags, CommonDialog::kOverwritePrompt | CommonDialog::kHideReadOnly |
-                                   CommonDialog::kPathMustExist | CommonDialog::kCreatePrompt);
-        EXPECT_TRUE(shown.CancelError);
-        return target;
-    });
-    EXPECT_EQ(exportRtfFile(dialog, [this] { return document(); }), target);
-    EXPECT_EQ(test::readBytes(target), rtf::writeRtf(document()));
+    rtf::Document document;
+    document.append("getippt", {});
+    return document;
 }
 
-TEST_F(ExportRtfFileTest, CancelOrFailureWritesNothing)
+// A cancel in the RTF window: its own test.
+TEST(ExportRtfFile, AsksBeforeOverwritingAndWritesOnlyWhereAFileCanBe)
 {
+    const test::TempFolder folder;
     struct Row
     {
         const char* name;
         std::optional<std::string> answer;
+        bool written;
     };
     const Row rows[] = {
-        {"cancelled", std::nullopt},
-        {"missing folder", (folder / "fehlt" / "beleg.rtf").string()},
-        {"a folder in the file's place", folder.path().string()},
+        {"a new file", (folder / "beleg.rtf").string(), true},
+        {"cancelled", std::nullopt, false},
+        {"missing folder", (folder / "fehlt" / "beleg.rtf").string(), false},
+        {"a folder in the file's place", folder.path().string(), false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
+        CommonDialog dialog;
         dialog.FileName = (folder / "vorher.rtf").string();
-        dialog.setPresenter([&](const CommonDialog&, bool) { return row.answer; });
+        dialog.setPresenter([&](const CommonDialog& shown, bool forSaving) {
+            EXPECT_TRUE(forSaving && shown.CancelError);
+            // Ask before overwriting and before creating, hide the read-only box, the path must exist.
+            EXPECT_EQ(shown.Flags, CommonDialog::kOverwritePrompt | CommonDialog::kHideReadOnly |
+                                       CommonDialog::kPathMustExist | CommonDialog::kCreatePrompt);
+            return row.answer;
+        });
         bool built = false;
-        EXPECT_EQ(exportRtfFile(dialog, [&] { built = true; return document(); }), std::nullopt);
+        const auto written = exportRtfFile(dialog, [&] {
+            built = true;
+            return typedDocument();
+        });
+        EXPECT_EQ(written, row.written ? row.answer : std::nullopt);
         EXPECT_EQ(built, row.answer.has_value()) << "the document is only built once a name is chosen";
         EXPECT_FALSE(std::filesystem::exists(folder / "vorher.rtf"));
     }
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 0);
+    EXPECT_EQ(test::readBytes(folder / "beleg.rtf"), rtf::writeRtf(typedDocument()));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
 } // namespace

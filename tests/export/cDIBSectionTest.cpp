@@ -5,21 +5,12 @@
 #include "export/cDIBSection.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/TempFolder.h"
+#include "tests/export/TestPicture.h"
 
 namespace zw {
 namespace {
 
 using Pixel = cDIBSection::Pixel;
-
-cDIBSection filled(int width, int height, Pixel value)
-{
-    cDIBSection surface;
-    EXPECT_TRUE(surface.Create(width, height));
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            surface.setPixel(x, y, value);
-    return surface;
-}
 
 // The picture window resamples to sizes the user types; the padding and row order are judged by ImageMagick
 // below.
@@ -70,8 +61,9 @@ TEST(cDIBSection, ResampleInterpolatesEachChannelFromTheFourNeighbours)
 TEST(DibFile, IsABitmapFileThatImageMagickReadsPixelForPixel)
 {
     test::TempFolder folder;
-    cDIBSection surface = filled(5, 3, {});
-    surface.RandomiseBits(BitsKind::Colour, 11);
+    const Bitmap picture = test::testPicture(5, 3, test::PictureKind::Noise);
+    cDIBSection surface;
+    ASSERT_TRUE(surface.CreateFromPicture(picture));
     const auto file = folder / "odd width.bmp";
     saveBitmapFile(surface, file);
     const std::string bytes = test::readBytes(file);
@@ -84,13 +76,7 @@ TEST(DibFile, IsABitmapFileThatImageMagickReadsPixelForPixel)
     EXPECT_EQ(described, "BMP3 5 3 8") << "the Windows 3 header";
     const std::string rgb =
         test::runPeer("/usr/bin/convert '" + file.string() + "' -depth 8 rgb:- 2>/dev/null");
-    std::string expected;
-    for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 5; ++x) {
-            const Pixel pixel = surface.pixel(x, y);
-            expected += {static_cast<char>(pixel.red), static_cast<char>(pixel.green), static_cast<char>(pixel.blue)};
-        }
-    EXPECT_EQ(rgb, expected);
+    EXPECT_EQ(rgb, std::string(picture.pixels.begin(), picture.pixels.end()));
     // And back through the program's own bitmap reader.
     const cDIBSection again = loadBitmapFile(file);
     EXPECT_EQ(again.pixel(4, 2), surface.pixel(4, 2));
