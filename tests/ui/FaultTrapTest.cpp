@@ -1,5 +1,7 @@
 #include <QEvent>
+#include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTimer>
 #include <filesystem>
 #include <functional>
@@ -39,9 +41,14 @@ TEST_F(FaultTrapTest, AMissingIssuerListBehindTheShortcutBarIsAMessage)
 {
     std::filesystem::remove(paths.dataFile("aussteller.dat"));
     form.setText(FormElement::Text12, "10,00");
-    ModalCloser closer;
+    QImage icon;
+    ModalCloser closer([&icon](QDialog* box) {
+        for (auto* label : box->findChildren<QLabel*>())
+            icon = label->pixmap().isNull() ? icon : label->pixmap().toImage();
+    });
     window->findChild<QPushButton*>("Command6_1")->click();
     EXPECT_EQ(closer.messages, std::vector<QString>{kFileNotFound});
+    EXPECT_EQ(icon, QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical).pixmap(32, 32).toImage());
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(form.text(FormElement::Text12), "10,00");
 }

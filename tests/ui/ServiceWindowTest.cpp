@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
 
 #include "app/TextFile.h"
 #include "tests/net/Peer.h"
@@ -30,6 +31,18 @@ protected:
     void inWindow(const char* command, const std::function<void(QDialog&)>& act)
     {
         test::inModal([&] { window->action(command)->trigger(); }, act);
+    }
+
+    // A local server whose update description names `installer` as the download; `served` is its folder.
+    std::unique_ptr<test::Peer> serveUpdate(const fs::path& served, const char* installer)
+    {
+        fs::create_directories(served / "update" / "quittung");
+        auto server = std::make_unique<test::Peer>(std::vector<std::string>{"http", served.string()});
+        std::ofstream(served / "update" / "quittung" / "webup.inf", std::ios::binary)
+            << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server->url("http", installer) << "\r\n";
+        std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server->url("http", "/") << "\n";
+        fs::create_directories(paths.tempFolder());
+        return server;
     }
 
     static void click(QDialog& dialog, const char* key) { dialog.findChild<QPushButton*>(key)->click(); }
@@ -73,14 +86,9 @@ TEST_F(ServiceWindowTest, ABackupBringsAChangedLedgerBack)
 TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstaller)
 {
     const fs::path served = folder.path() / "server";
-    fs::create_directories(served / "update" / "quittung");
+    const auto server = serveUpdate(served, "/zettelwerk.exe");
     const std::string installer(8192 * 3 + 5, 'Z');
     std::ofstream(served / "zettelwerk.exe", std::ios::binary) << installer;
-    test::Peer server({"http", served.string()});
-    std::ofstream(served / "update" / "quittung" / "webup.inf", std::ios::binary)
-        << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server.url("http", "/zettelwerk.exe") << "\r\n";
-    std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server.url("http", "/") << "\n";
-    fs::create_directories(paths.tempFolder());
     // The program's widgets speak German; the speed keeps the separators of the user's own locale.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
@@ -105,13 +113,7 @@ TEST_F(ServiceWindowTest, TheUpdateWindowFindsANewerVersionAndFetchesItsInstalle
 
 TEST_F(ServiceWindowTest, AMissingInstallerLeavesItsErrorStandingWithNoBytesCountedAndNothingToStart)
 {
-    const fs::path served = folder.path() / "server";
-    fs::create_directories(served / "update" / "quittung");
-    test::Peer server({"http", served.string()});
-    std::ofstream(served / "update" / "quittung" / "webup.inf", std::ios::binary)
-        << "xxxx\r\nZettelwerk 6.1\r\n6.1.0\r\n24 KB\r\n" << server.url("http", "/fehlt/zettelwerk.exe") << "\r\n";
-    std::ofstream(paths.home() / "vendor.ini") << "updateServer=" << server.url("http", "/") << "\n";
-    fs::create_directories(paths.tempFolder());
+    const auto server = serveUpdate(folder.path() / "server", "/fehlt/zettelwerk.exe");
     inWindow("webup", [&](QDialog& dialog) {
         click(dialog, "Command1");
         ASSERT_TRUE(test::waitFor([&] { return dialog.findChild<QPushButton*>("Command4")->isEnabled(); }));
