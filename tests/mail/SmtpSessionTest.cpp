@@ -39,21 +39,6 @@ TEST(SmtpSession, AbortEndsAConnectToAServerThatNeverAnswers)
     EXPECT_EQ(smtp.LastError(), "Die Übertragung wurde abgebrochen.");
 }
 
-TEST(SmtpSession, TypedLineBreaksNeverStartAHeaderLine)
-{
-    MailContent mail;
-    mail.senderAddress = "kasse@example.org";
-    mail.recipient = "chef@example.org\r\nBcc: fremd@example.org";
-    mail.subject = "Quittung\nX-Evil: 1";
-    mail.senderName = "Müller\r\nReply-To: fremd@example.org";
-    mail.plainBody = "Text";
-    const std::string message = composeMessage(mail, "Tue, 24 Nov 2026 17:00:00 +0100", "<1@example.org>");
-    for (const char* injected : {"\r\nBcc:", "\r\nX-Evil:", "\r\nReply-To:"})
-        EXPECT_EQ(message.find(injected), std::string::npos) << injected;
-    const auto headerEnd = message.find("\r\n\r\n");
-    EXPECT_NE(message.substr(0, headerEnd).find("Subject: Quittung X-Evil: 1\r\n"), std::string::npos);
-}
-
 // A session against peer.py's smtp-log server; `during` runs once while the first transfer waits.
 struct LoggedSession
 {
@@ -157,7 +142,8 @@ TEST(SmtpSession, ARefusalIsQuotedAndNoAddressWithABreakOrBracketReachesTheEnvel
     }
 }
 
-// Python's email package reads what a hostile name, attachment or subject made of the message.
+// Python's email package reads what a hostile name, address, subject, firm or attachment made of the message: typed
+// line breaks start no header of their own.
 TEST(MailMessage, HostileNamesStayOneMailboxOneParameterAndOneLine)
 {
     test::TempFolder folder;
@@ -166,10 +152,11 @@ TEST(MailMessage, HostileNamesStayOneMailboxOneParameterAndOneLine)
     for (const auto& file : attachments)
         std::ofstream(file) << "Bild";
     MailContent mail;
-    mail.senderName = "Meier, Hans <evil@example.net>";
+    mail.senderName = "Meier, Hans <evil@example.net>\r\nReply-To: fremd@example.org";
     mail.senderAddress = "kasse@example.org";
-    mail.recipient = "chef@example.org";
-    mail.subject = std::string(60, '\x96') + "\xE2\x80\x93"; // Windows-1252 dashes that are no UTF-8, then one
+    mail.recipient = "chef@example.org\r\nBcc: fremd@example.org";
+    mail.subject = "Quittung\nX-Evil: 1";
+    mail.organization = std::string(60, '\x96') + "\xE2\x80\x93"; // Windows-1252 dashes that are no UTF-8, then one
     mail.plainBody = "Text";
     mail.attachments = attachments;
     std::ofstream(folder / "mail.eml", std::ios::binary)
@@ -177,12 +164,14 @@ TEST(MailMessage, HostileNamesStayOneMailboxOneParameterAndOneLine)
     EXPECT_EQ(test::runPeer("/usr/bin/python3 -c 'import email,email.policy,email.header,sys\n"
                             "m=email.message_from_bytes(open(sys.argv[1],\"rb\").read(),policy=email.policy.default)\n"
                             "print([(a.display_name,a.addr_spec) for a in m[\"From\"].addresses])\n"
+                            "print([m[h] for h in (\"Bcc\",\"Reply-To\",\"X-Evil\")])\n"
                             "raw=email.message_from_bytes(open(sys.argv[1],\"rb\").read())\n"
-                            "print(b\"\".join(w for w,c in email.header.decode_header(raw[\"Subject\"]))==b\"\\x96\"*60+"
-                            "\"\u2013\".encode())\n"
+                            "print(raw[\"Subject\"], b\"\".join(w for w,c in email.header.decode_header(raw[\"Organization\"]))"
+                            "==b\"\\x96\"*60+\"\u2013\".encode())\n"
                             "for p in m.iter_attachments(): print(p.get_filename(), p.get_params(), p.get(\"X-Evil\"))' " +
                             (folder / "mail.eml").string()),
-              "[('Meier, Hans <evil@example.net>', 'kasse@example.org')]\nTrue\n"
+              "[('Meier, Hans <evil@example.net>  Reply-To: fremd@example.org', 'kasse@example.org')]\n"
+              "[None, None, None]\nQuittung X-Evil: 1 True\n"
               "7\"; name=\"evil.exe.bmp [('image/bmp', ''), ('name', '7\"; name=\"evil.exe.bmp')] None\n"
               "Quittung ä.b  X-Evil: 1 [('application/octet-stream', ''), ('name', 'Quittung ä.b  X-Evil: 1')] None\n");
 }

@@ -46,7 +46,8 @@ TEST_F(IssuerDataTest, OpeningReadsTheWholeFileInItsCodePageAndTheDefaultsOfEmpt
     EXPECT_EQ(entry.exemptionNote, "Kein Ausweis der USt.");
 }
 
-TEST_F(IssuerDataTest, EachOpenAndSaveAddsOneEmptyLine)
+// Each open and save adds one empty line, an empty text is saved as one; the three keys come back.
+TEST_F(IssuerDataTest, SavingAddsALineEndToTheTextAndStoresTheThreeKeys)
 {
     writeBytes("aussteller.dat", "Muster\r\n");
     for (int round = 0; round < 2; ++round)
@@ -54,10 +55,7 @@ TEST_F(IssuerDataTest, EachOpenAndSaveAddsOneEmptyLine)
     EXPECT_EQ(readBytes("aussteller.dat"), "Muster\r\n\r\n\r\n");
     EXPECT_EQ(form.text(F::RTFBox), "Muster\r\n\r\n");
     EXPECT_EQ(host.notices, (std::vector<Notice>{Notice::aussteller1, Notice::aussteller1}));
-}
 
-TEST_F(IssuerDataTest, SavingStoresTheThreeKeysAndAnEmptyTextAsOneEmptyLine)
-{
     issuers.saveAussteller({"", "99/999", true, "Notiz"});
     EXPECT_EQ(readBytes("aussteller.dat"), "\r\n");
     const IssuerEntry back = issuers.openAussteller();

@@ -114,18 +114,5 @@ TEST_F(PictureCommandsTest, TheFileWindowCreatesAMissingSigFileAndReadsTheStartS
     EXPECT_EQ(host.notices.size(), 1u);
 }
 
-TEST_F(PictureCommandsTest, TheStampChoiceLoadsItsPictureFromTheProgramFolder)
-{
-    const std::pair<StampChoice, const char*> rows[] = {{StampChoice::Original, "stempel_original.jpg"},
-                                                        {StampChoice::Copy, "stempel_kopie.jpg"},
-                                                        {StampChoice::None, "stempel_leer.jpg"}};
-    for (auto [choice, file] : rows) {
-        SCOPED_TRACE(file);
-        form.setStampChoice(choice);
-        commands.showStampChoice();
-        EXPECT_EQ(form.picture(F::Image3), (paths.home() / file).string());
-    }
-}
-
 } // namespace
 } // namespace zw

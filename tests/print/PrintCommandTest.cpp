@@ -99,36 +99,38 @@ TEST_F(PrintCommandTest, ABlankPrintWithTaxOnShowsHeadingsRateAndStampButNoValue
     EXPECT_GT(pixelsOf(photo, QRect(0, 0, 566, 425), qRgb(255, 255, 255)), 566 * 425 / 2) << "background";
 }
 
-TEST_F(PrintCommandTest, AfterABlankPrintTheIssuerStaysHiddenAndNetAndShareStayEmpty)
+// After a run every field and picture shows again, except what the layout wants gone: a blank print keeps the
+// issuer hidden and net and share empty.
+TEST_F(PrintCommandTest, ARunShowsTheFieldsAgainAndABlankOneKeepsIssuerNetAndShareAway)
 {
-    form.setPrintLayout(PrintLayout::OneBlank);
-    form.setVisible(F::Image6, false);
-    command.run({});
-
-    for (F element : {F::Text1, F::Text2, F::Text12, F::steuernummer2, F::Image7, F::Text4, F::Text5,
-                      F::Text6, F::Text7, F::Text8, F::Text9, F::Text14, F::Image6}) {
-        SCOPED_TRACE(std::string(elementName(element)));
-        EXPECT_TRUE(form.isVisible(element));
+    struct Row
+    {
+        PrintLayout layout;
+        bool issuerShown;
+        const char* net;
+        const char* share;
+    };
+    for (const Row& row : {Row{PrintLayout::OneReceipt, true, "100,00", "19,00"},
+                           Row{PrintLayout::OneBlank, false, "", ""}}) {
+        SCOPED_TRACE(static_cast<int>(row.layout));
+        form.setPrintLayout(row.layout);
+        form.setVisible(F::Image6, false);
+        form.setVisible(F::Image7, false);
+        command.run({});
+        for (F element : {F::Text1, F::Text2, F::Text12, F::steuernummer2, F::Image7, F::Text4, F::Text5,
+                          F::Text6, F::Text7, F::Text8, F::Text9, F::Text14, F::Image6}) {
+            SCOPED_TRACE(std::string(elementName(element)));
+            EXPECT_TRUE(form.isVisible(element));
+        }
+        EXPECT_EQ(form.isVisible(F::RTFBox), row.issuerShown);
+        EXPECT_EQ(form.text(F::Text10), row.net);
+        EXPECT_EQ(form.text(F::Text11), row.share);
+        EXPECT_EQ(form.text(F::Text12), "119,00");
+        EXPECT_EQ(form.text(F::Text1), "00000042");
     }
-    EXPECT_FALSE(form.isVisible(F::RTFBox));
-    EXPECT_EQ(form.text(F::Text10), "");
-    EXPECT_EQ(form.text(F::Text11), "");
-    EXPECT_EQ(form.text(F::Text12), "119,00");
-    EXPECT_EQ(form.text(F::Text1), "00000042");
 }
 
-TEST_F(PrintCommandTest, ANormalPrintShowsHiddenPicturesAgainAndLeavesTheAmounts)
-{
-    form.setVisible(F::Image6, false);
-    form.setVisible(F::Image7, false);
-    command.run({});
-    EXPECT_TRUE(form.isVisible(F::Image6));
-    EXPECT_TRUE(form.isVisible(F::Image7));
-    EXPECT_TRUE(form.isVisible(F::RTFBox));
-    EXPECT_EQ(form.text(F::Text10), "100,00");
-}
-
-TEST_F(PrintCommandTest, FilesTheRowOfIncomeAndExpenseOnlyWithSaveCheck)
+TEST_F(PrintCommandTest, FilesTheRowOfIncomeExpenseAndBlankPrintOnlyWithSaveCheck)
 {
     form.setSaveCheck(1);
     form.setText(F::Label1, "Quittung");
@@ -142,20 +144,18 @@ TEST_F(PrintCommandTest, FilesTheRowOfIncomeAndExpenseOnlyWithSaveCheck)
     EXPECT_EQ(expense[2], "");
     EXPECT_EQ(expense[3], "-119,00");
 
+    // A blank print files the real gross amount, without net and share.
+    form.setIncome(1);
+    form.setPrintLayout(PrintLayout::TwoBlanks);
+    const Row blank = filedOnce();
+    EXPECT_EQ(blank[2], "119,00");
+    EXPECT_EQ(blank[6], "");
+    EXPECT_EQ(blank[7], "");
+
     form.setSaveCheck(0);
     int calls = 0;
     command.run([&](const Row&) { ++calls; });
     EXPECT_EQ(calls, 0);
-}
-
-TEST_F(PrintCommandTest, ABlankPrintFilesTheRealValuesWithoutNetAndShare)
-{
-    form.setSaveCheck(1);
-    form.setPrintLayout(PrintLayout::TwoBlanks);
-    const Row row = filedOnce();
-    EXPECT_EQ(row[2], "119,00");
-    EXPECT_EQ(row[6], "");
-    EXPECT_EQ(row[7], "");
 }
 
 } // namespace
