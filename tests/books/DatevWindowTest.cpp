@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/app/TempFolder.h"
+#include "tests/ui/FixedClock.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "ui/books/DatevWindow.h"
@@ -19,17 +20,9 @@ namespace {
 
 using DatevWindowTest = test::StartedWindow<installDatevExport>;
 
-struct MidMarch final : Clock
-{
-    std::chrono::system_clock::time_point now() const override
-    {
-        return std::chrono::system_clock::from_time_t(QDateTime(QDate(2026, 3, 15), QTime(12, 0)).toSecsSinceEpoch());
-    }
-};
-
 TEST_F(DatevWindowTest, TheRangeIsLastMonthOnTheWindowsClock)
 {
-    const MidMarch clock;
+    const test::FixedClock clock(QDateTime(QDate(2026, 3, 15), QTime(12, 0)));
     window->setClock(clock);
     test::inModal([this] { window->action("datev")->trigger(); }, [](QDialog& dialog) {
         auto& datev = dynamic_cast<DatevWindow&>(dialog);

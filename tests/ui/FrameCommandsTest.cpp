@@ -23,6 +23,7 @@
 #include <set>
 
 #include "app/CommandCatalogue.h"
+#include "tests/ui/FixedClock.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/ledger/LedgerCommands.h"
 #include "ui/print/PrintCommands.h"
@@ -30,6 +31,7 @@
 #include "tests/ui/UrlRecorder.h"
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/fehlerform.h"
+#include "ui/frame/UserLocale.h"
 
 namespace zw {
 namespace {
@@ -340,7 +342,8 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramO
 {
     int beeps = 0;
     int closes = 0;
-    fehlerform window(nullptr, [&] { ++closes; });
+    const test::FixedClock clock(QDateTime(QDate(2026, 3, 15), QTime(9, 5, 7)));
+    fehlerform window(nullptr, clock, [&] { ++closes; });
     window.beep = [&] { ++beeps; };
     window.pauseSeconds = 0.05;
     window.setFault("53", "Datei nicht gefunden", "report1");
@@ -349,6 +352,7 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramO
         auto* report = window.findChild<QWidget*>("RichTextBox1");
         ASSERT_NE(report, nullptr);
         EXPECT_NE(window.reportSource().find("\\b 53"), std::string::npos);
+        EXPECT_NE(window.reportSource().find(userShortDate(QDate(2026, 3, 15)).toStdString()), std::string::npos);
         auto* frame = window.findChild<QWidget*>("Frame1");
         EXPECT_FALSE(frame->isVisible());
         auto* show = window.findChild<QPushButton*>("Command3");

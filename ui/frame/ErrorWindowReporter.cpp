@@ -11,7 +11,7 @@ namespace zw {
 
 void ErrorWindowReporter::report(const RunError& error, std::string_view windowName)
 {
-    fehlerform form(&m_over, m_unloadAll);
+    fehlerform form(&m_over, *m_clock, m_unloadAll);
     form.setFault(std::to_string(error.number()), error.description(), std::string(windowName));
     form.setMailSender(m_mailSender);
     form.exec();

@@ -10,6 +10,7 @@ class QWidget;
 
 namespace zw {
 
+class Clock;
 class FormHost;
 class RunError;
 
@@ -19,16 +20,18 @@ class ErrorWindowReporter : public FaultReporter
 {
 public:
     // `over` is the window the error window stands above; "Programm beenden" runs `unloadAll`.
-    ErrorWindowReporter(QWidget& over, std::function<void()> unloadAll)
-        : m_over(over), m_unloadAll(std::move(unloadAll))
+    ErrorWindowReporter(QWidget& over, const Clock& clock, std::function<void()> unloadAll)
+        : m_over(over), m_clock(&clock), m_unloadAll(std::move(unloadAll))
     {
     }
 
     void report(const RunError& error, std::string_view windowName) override;
     void setMailSender(FaultMailSender sender) { m_mailSender = std::move(sender); }
+    void setClock(const Clock& clock) { m_clock = &clock; }
 
 private:
     QWidget& m_over;
+    const Clock* m_clock;
     std::function<void()> m_unloadAll;
     FaultMailSender m_mailSender;
 };

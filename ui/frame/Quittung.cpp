@@ -68,7 +68,7 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
         return zw::today(*m_clock).toString("dd.MM.yyyy").toStdString();
     });
     m_form.attach(&settings, this);
-    m_errorWindow = std::make_unique<ErrorWindowReporter>(*this, [this] { unloadAll(); });
+    m_errorWindow = std::make_unique<ErrorWindowReporter>(*this, *m_clock, [this] { unloadAll(); });
     m_faultReporter = m_errorWindow.get();
     faulttrap::setHandler([this](const RunError& error) { showUntrappedFault(*this, error); });
 
@@ -142,6 +142,12 @@ QMenu* Quittung::menu(const std::string& name) const
 {
     auto found = m_menus.find(name);
     return found == m_menus.end() ? nullptr : found->second;
+}
+
+void Quittung::setClock(const Clock& clock)
+{
+    m_clock = &clock;
+    m_errorWindow->setClock(clock);
 }
 
 void Quittung::setFaultMailSender(FaultMailSender sender)

@@ -98,7 +98,7 @@ public:
     // The time and chance the windows use; a test may set fixed ones.
     const Clock& clock() const { return *m_clock; }
     Random& random() { return *m_random; }
-    void setClock(const Clock& clock) { m_clock = &clock; }
+    void setClock(const Clock& clock);
     void setRandom(Random& random) { m_random = &random; }
 
     // The session's receipt colour and stamp area; the frame's options change it.

@@ -1,7 +1,6 @@
 #include "ui/frame/fehlerform.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -23,8 +22,8 @@
 
 namespace zw {
 
-fehlerform::fehlerform(QWidget* parent, std::function<void()> closer)
-    : QDialog(parent), beep([] { QApplication::beep(); }), m_closeProgram(std::move(closer))
+fehlerform::fehlerform(QWidget* parent, const Clock& clock, std::function<void()> closer)
+    : QDialog(parent), beep([] { QApplication::beep(); }), m_clock(clock), m_closeProgram(std::move(closer))
 {
     setObjectName("fehlerform");
     setWindowTitle("Fehler");
@@ -160,7 +159,7 @@ void fehlerform::showEvent(QShowEvent* event)
 
 void fehlerform::activate()
 {
-    const std::string now = userDateTime(QDateTime::currentDateTime()).toStdString();
+    const std::string now = userDateTime(localTime(m_clock)).toStdString();
     m_reportSource = fillErrorReport(kErrorReportTemplate,
                                      {m_number->text().toStdString(), m_description->text().toStdString(),
                                       m_form->text().toStdString()},

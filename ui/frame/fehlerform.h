@@ -14,12 +14,14 @@ class QTextEdit;
 
 namespace zw {
 
+class Clock;
+
 // The error window: the report of one trapped fault, three beeps, and the ways on. The send button stays
 // disabled until a mail sender is set.
 class fehlerform : public QDialog
 {
 public:
-    fehlerform(QWidget* parent, std::function<void()> closer);
+    fehlerform(QWidget* parent, const Clock& clock, std::function<void()> closer);
 
     void setMailSender(FaultMailSender sender);
 
@@ -48,6 +50,7 @@ private:
     QLineEdit* m_mail = nullptr;
     QPushButton* m_sendShow = nullptr;
     QPushButton* m_send = nullptr;
+    const Clock& m_clock;
     FaultMailSender m_mailSender;
     std::function<void()> m_closeProgram;
     std::string m_reportSource;
