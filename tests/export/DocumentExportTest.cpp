@@ -51,7 +51,7 @@ protected:
     CommonDialog dialog;
 };
 
-// The steps in the window's list, a cancel and opening the saved file are judged through the window.
+// The steps in the window's list and opening the saved file are judged through the window.
 TEST_F(PdfExportTest, ASecondRunSavesTheSameOnePageDocument)
 {
     PdfExport pdf(picture, fixedClock);
@@ -63,16 +63,29 @@ TEST_F(PdfExportTest, ASecondRunSavesTheSameOnePageDocument)
     EXPECT_EQ(readBytes(saved), first);
 }
 
-// Opening is offered once the page is finished, even when the file could not be written: wanted.
-TEST_F(PdfExportTest, AFailedWriteGivesItsFaultAfterTheFinishedPage)
+TEST_F(PdfExportTest, ACancelOrAFailedWriteSavesNothingAndOnlyAFinishedPageEnablesOpen)
 {
-    PdfExport pdf(picture, fixedClock);
-    answerWith(dialog, (folder / "missing" / "x.pdf").string());
-    const auto fault = pdf.cmdGo(dialog);
-    ASSERT_TRUE(fault.has_value());
-    EXPECT_EQ(fault->number(), 76);
-    EXPECT_THAT(pdf.log(), ElementsAre("Los gehts...", "Seite 1 begonnen...", "Seite 1 beendet."));
-    EXPECT_TRUE(pdf.openEnabled());
+    struct Row
+    {
+        const char* name;
+        std::optional<std::string> answer;
+        int fault;
+        std::size_t logLines;
+    };
+    const Row rows[] = {{"cancelled", std::nullopt, CommonDialog::kCancelNumber, 2},
+                        {"missing folder", (folder / "missing" / "x.pdf").string(), 76, 3}};
+    const std::vector<std::string> log = {"Los gehts...", "Seite 1 begonnen...", "Seite 1 beendet."};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PdfExport pdf(picture, fixedClock);
+        answerWith(dialog, row.answer);
+        const auto fault = pdf.cmdGo(dialog);
+        ASSERT_TRUE(fault.has_value());
+        EXPECT_EQ(fault->number(), row.fault);
+        EXPECT_EQ(pdf.log(), std::vector<std::string>(log.begin(), log.begin() + row.logLines));
+        EXPECT_EQ(pdf.openEnabled(), row.answer.has_value());
+        EXPECT_FALSE(std::filesystem::exists(saved));
+    }
 }
 
 TEST_F(PdfExportTest, AnUnreadablePictureFaultsBeforeTheDialogShows)

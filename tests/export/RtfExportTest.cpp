@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "app/CommonDialog.h"
+#include "core/RunError.h"
 #include "export/PngEncoder.h"
 #include "export/RtfExport.h"
 #include "export/rtf/RtfWriter.h"
@@ -93,6 +94,33 @@ TEST(ExportRtfFile, AsksBeforeOverwritingAndWritesOnlyWhereAFileCanBe)
     }
     EXPECT_EQ(test::readBytes(folder / "beleg.rtf"), rtf::writeRtf(typedDocument()));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(FontCommand, PresetsFromTheSelectionAndTrapsTheDialogsFaults)
+{
+    SelectionFont mixed; // a selection over several fonts, sizes and styles
+    SelectionFont uniform{"Liberation Serif", 14.5, true, true};
+    FontDialogValues choice{"DejaVu Sans", 16, false, true, true, true, {128, 0, 0}};
+
+    FontDialogValues seen;
+    auto choose = [&](const FontDialogValues& preset) { seen = preset; return choice; };
+    auto outcome = schriftartBar(mixed, choose);
+    EXPECT_EQ(seen, (FontDialogValues{"Arial", 10, false, false, false, false, {}}));
+    EXPECT_EQ(outcome.chosen, choice);
+    EXPECT_EQ(outcome.message, "");
+
+    schriftartBar(uniform, choose);
+    EXPECT_EQ(seen, (FontDialogValues{"Liberation Serif", 14.5, true, true, false, false, {}}));
+
+    outcome = schriftartBar(uniform, [](const FontDialogValues&) -> FontDialogValues { throw CommonDialog::cancelled(); });
+    EXPECT_EQ(outcome.chosen, std::nullopt);
+    EXPECT_EQ(outcome.message, "") << "a cancel is silent";
+
+    outcome = schriftartBar(uniform, [](const FontDialogValues&) -> FontDialogValues {
+        throw RunError(24574, "Keine Schriftarten vorhanden.");
+    });
+    EXPECT_EQ(outcome.chosen, std::nullopt);
+    EXPECT_EQ(outcome.message, "Fehler 24574 bei Auswahl der Schriftart.\r\nKeine Schriftarten vorhanden.");
 }
 
 } // namespace
