@@ -5,6 +5,7 @@
 #include <string>
 
 #include "books/CashBook.h"
+#include "books/JournalCheck.h"
 #include "books/PrintedPage.h"
 #include "core/RunError.h"
 #include "ledger/ReceiptLedger.h"
@@ -34,6 +35,15 @@ inline std::string messageOf(const std::function<void()>& call)
         return error.description();
     }
     return "(kein Fehler)";
+}
+
+// The operations of the journal's entries, oldest first.
+inline std::vector<JournalOperation> journalOperations(const ProgramPaths& paths)
+{
+    std::vector<JournalOperation> found;
+    for (const auto& entry : journalEntries(paths, std::nullopt, std::nullopt))
+        found.push_back(entry.operation);
+    return found;
 }
 
 // The report as plain text, so a test reads what the page says without a PDF library.

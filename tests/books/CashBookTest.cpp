@@ -74,6 +74,8 @@ TEST(DailyClose, BooksTheDifferenceArchivesTheReportAndLocksTheDay)
               "Der 25.11.2026 ist abgeschlossen: Einträge abgeschlossener Tage können nicht mehr geändert oder "
               "gelöscht werden. Bitte stornieren Sie den Beleg stattdessen (\"Beleg stornieren\").");
     EXPECT_EQ(folder.book.refusalForRow("26.11.2026\t1\t1,00"), std::nullopt);
+    EXPECT_EQ(messageOf([&] { folder.book.storno(folder.ledger, "1047"); }),
+              "Der 25.11.2026 ist abgeschlossen; auf diesen Tag kann kein Beleg mehr abgelegt werden.");
     // The counted cash opens the next period.
     EXPECT_EQ(folder.book.preview(onDisk, {2026, 11, 26}).record.opening, 18000);
 }

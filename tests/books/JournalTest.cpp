@@ -118,17 +118,13 @@ TEST(Journal, AChangeMadeOutsideIsJournaledOnceAndACutJournalTakesNoMoreEntries)
 {
     BooksFolder folder({test::kIncomeRow, test::kExpenseRow});
     folder.book.storno(folder.ledger, "1047");
-    auto bytes = folder.readBytes("belege.dat");
-    folder.writeBytes("belege.dat", bytes + "26.11.2026;7;1,00\r\n");
-    const auto outcome = folder.book.storno(folder.ledger, "1048");
-    EXPECT_TRUE(outcome.changedOutside);
-    const auto entries = journalEntries(folder.paths, std::nullopt, std::nullopt);
-    EXPECT_EQ(entries[entries.size() - 2].operation, JournalOperation::OutsideChange);
-    EXPECT_EQ(verifyJournal(folder.paths).message, "Journal in Ordnung: " + std::to_string(entries.size()) + " Einträge");
+    folder.writeBytes("belege.dat", folder.readBytes("belege.dat") + "26.11.2026;7;1,00\r\n");
+    EXPECT_TRUE(folder.book.storno(folder.ledger, "1048").changedOutside);
+    EXPECT_EQ(test::journalOperations(folder.paths).end()[-2], JournalOperation::OutsideChange);
 
     const auto journal = folder.readBytes("journal.dat");
     folder.writeBytes("journal.dat", journal.substr(0, journal.size() - 1));
-    bytes = folder.readBytes("belege.dat");
+    const auto bytes = folder.readBytes("belege.dat");
     EXPECT_NE(test::messageOf([&] { folder.book.storno(folder.ledger, "7"); }).find("sein letzter Eintrag ist abgeschnitten"),
               std::string::npos);
     EXPECT_EQ(folder.readBytes("belege.dat"), bytes);

@@ -26,13 +26,6 @@ struct WatchedLedger : test::BooksFolder
             return true;
         });
     }
-    std::vector<JournalOperation> operations() const
-    {
-        std::vector<JournalOperation> found;
-        for (const auto& entry : journalEntries(paths, std::nullopt, std::nullopt))
-            found.push_back(entry.operation);
-        return found;
-    }
     LedgerJournal journal{book, ledger};
 };
 
@@ -52,7 +45,7 @@ TEST(LedgerJournal, EveryChangeOfTheGridIsJournaledWithTheHashOfTheFileAsWritten
             ledger.removeRow(0);
     });
     using Op = JournalOperation;
-    EXPECT_EQ(folder.operations(), (std::vector{Op::Start, Op::Filing, Op::Edit, Op::Delete, Op::DeleteAll}));
+    EXPECT_EQ(test::journalOperations(folder.paths), (std::vector{Op::Start, Op::Filing, Op::Edit, Op::Delete, Op::DeleteAll}));
     EXPECT_EQ(verifyJournal(folder.paths).message, "Journal in Ordnung: 5 Einträge");
 }
 
@@ -79,6 +72,7 @@ TEST(LedgerJournal, RowsOfAClosedDayAreRefusedBeforeTheyChangeAndAnOutsideEditIs
     }
     folder.writeBytes("belege.dat", before + "26.11.2026;7;1,00\r\n");
     folder.update([](ReceiptLedger& ledger) { ledger.insertRow(0, "26.11.2026\t8\t2,00"); });
+    EXPECT_EQ(test::journalOperations(folder.paths).end()[-2], JournalOperation::OutsideChange);
     EXPECT_TRUE(folder.journal.takeOutsideChange());
     EXPECT_FALSE(folder.journal.takeOutsideChange());
     EXPECT_TRUE(verifyJournal(folder.paths).sound) << verifyJournal(folder.paths).message;

@@ -86,5 +86,9 @@ with tempfile.TemporaryDirectory() as folder:
     assert len(copies) == 1 and (copies[0].stat().st_mode & 0o777) == 0o444, copies
     text = pdf_text(copies[0])
     assert "2001" in text and "11,90" in text and "Max Müller" in text, text
+    # A small PDF/A-1b that qpdf finds nothing to warn about.
+    meta = subprocess.run(["pdfinfo", "-meta", str(copies[0])], capture_output=True, check=True).stdout.decode()
+    assert 'pdfaid:part="1" pdfaid:conformance="B"' in meta and copies[0].stat().st_size < 60 * 1024, meta
+    assert subprocess.run(["qpdf", "--check", str(copies[0])], capture_output=True).returncode == 0
     code, out, err = run("journal", "verify")
     assert (code, out) == (0, "Journal in Ordnung: 5 Einträge\n"), (code, out, err)

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "core/ReceiptForm.h"
-#include "core/RunError.h"
 #include "ledger/LedgerStore.h"
 #include "tests/app/ProgramFolder.h"
 #include "tests/core/FakeHost.h"
@@ -43,27 +42,24 @@ protected:
                                 }};
 };
 
+// A doubled minus comes back with one, and the switch of the form is not touched.
 TEST_F(LedgerOperationsTest, ShowPutsTheRowBackIntoTheForm)
 {
-    show(0);
-    EXPECT_EQ(form.text(F::Text12), "119,00");
-    EXPECT_EQ(form.text(F::Text9), "12.03.2011");
-    EXPECT_EQ(form.text(F::Text5), "Max Muster");
-    EXPECT_EQ(form.text(F::Text7), "Beratung");
-    EXPECT_EQ(form.text(F::Label1), "Quittung");
-
-    // A doubled minus comes back with one, and the switch of the form is not touched.
     form.setIncome(1);
     show(1);
-    EXPECT_EQ(form.text(F::Text12), "-35,50");
-    EXPECT_EQ(form.text(F::Text2), "USD");
-    EXPECT_EQ(form.text(F::Text4), "fünfunddreißig");
-    EXPECT_EQ(form.text(F::Text6), "AG");
-    EXPECT_EQ(form.text(F::Text14), "Notiz");
+    const std::pair<F, const char*> expected[] = {
+        {F::Label1, "Ausgabebeleg"}, {F::Text2, "USD"},   {F::Text4, "fünfunddreißig"}, {F::Text5, "Post"},
+        {F::Text6, "AG"},            {F::Text7, "Porto"}, {F::Text9, "13.03.2011"},     {F::Text12, "-35,50"},
+        {F::Text14, "Notiz"}};
+    for (const auto& [field, text] : expected) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(form.text(field), text);
+    }
     EXPECT_EQ(form.income(), 1);
 }
 
-TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGrossAndDeleteIsARunError)
+// Delete on an empty grid reaches the error trap in the ledger window's tests.
+TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGross)
 {
     ReceiptLedger empty;
     LedgerOperations onEmpty(empty, form, host, [](const LedgerChangeRoutine&) { return true; });
@@ -73,8 +69,6 @@ TEST_F(LedgerOperationsTest, OnAnEmptyGridShowBlanksTheFieldsButTheGrossAndDelet
     EXPECT_EQ(form.text(F::Text12), "50,00");
     EXPECT_EQ(form.text(F::Text7), "");
     EXPECT_EQ(form.text(F::Label1), "");
-    EXPECT_THROW(onEmpty.loeschen(), RunError);
-    EXPECT_TRUE(host.questions.empty());
 }
 
 TEST_F(LedgerOperationsTest, SelectionOfRowZeroKeepsTheBuffer)
