@@ -356,8 +356,11 @@ TEST_F(FrameCommandsTest, ErrorWindowFillsTheReportBeepsThriceAndEndsTheProgramO
         auto* frame = window.findChild<QWidget*>("Frame1");
         EXPECT_FALSE(frame->isVisible());
         auto* show = window.findChild<QPushButton*>("Command3");
+        const QSize before = window.size();
         show->click();
         EXPECT_TRUE(frame->isVisible());
+        EXPECT_EQ(window.width(), before.width());
+        EXPECT_GT(window.height(), before.height());
         EXPECT_FALSE(show->isEnabled());
         EXPECT_FALSE(window.findChild<QPushButton*>("Command4")->isEnabled());
         auto* end = window.findChild<QPushButton*>("Command2");

@@ -112,7 +112,10 @@ fehlerform::fehlerform(QWidget* parent, const Clock& clock, std::function<void()
     connect(m_sendShow, &QPushButton::clicked, this, [this] {
         m_frame->show();
         m_sendShow->setEnabled(false);
-        adjustSize();
+        // The window grows by the frame and keeps the width it has; its texts wrap to fit.
+        const int frameHeight = m_frame->hasHeightForWidth() ? m_frame->heightForWidth(m_report->width())
+                                                             : m_frame->sizeHint().height();
+        resize(width(), height() + frameHeight + layout()->spacing());
     });
 
     auto* top = new QHBoxLayout;
