@@ -52,7 +52,7 @@ protected:
 };
 
 // The steps in the window's list and opening the saved file are judged through the window.
-TEST_F(PdfExportTest, ASecondRunSavesTheSameOnePageDocument)
+TEST_F(PdfExportTest, ASecondRunStartsAFreshListAndSavesTheSameOnePageDocument)
 {
     PdfExport pdf(picture, fixedClock);
     answerWith(dialog, saved.string());
@@ -60,6 +60,7 @@ TEST_F(PdfExportTest, ASecondRunSavesTheSameOnePageDocument)
     const std::string first = readBytes(saved);
     EXPECT_NE(first.find("\r/Type /Pages\r/Count 1\r"), std::string::npos);
     ASSERT_EQ(pdf.cmdGo(dialog), std::nullopt);
+    EXPECT_THAT(pdf.log(), ElementsAre("Los gehts...", "Seite 1 begonnen...", "Seite 1 beendet.", "Fertig!"));
     EXPECT_EQ(readBytes(saved), first);
 }
 
