@@ -18,14 +18,13 @@ struct Recorder {
     std::thread::id pumpThread = std::this_thread::get_id();
     bool eventsOnPumpThread = true;
     std::vector<std::pair<std::int64_t, std::int64_t>> progress;
-    std::string transcript;
     TransferEvents events()
     {
         return {[this](std::int64_t now, std::int64_t total) {
                     eventsOnPumpThread &= std::this_thread::get_id() == pumpThread;
                     progress.emplace_back(now, total);
                 },
-                [this](const std::string& line) { transcript += line + "\n"; }, {}};
+                {}, {}};
     }
     void waitFor(Transfer& t)
     {

@@ -61,13 +61,10 @@ TEST_F(PrintDialogTest, OpensAtA4MediumAndMonochromeWithThePositionsOfTheForm)
     auto dialog = open();
     EXPECT_TRUE(child<QRadioButton>(*dialog, "DIN_0")->isChecked());
     EXPECT_TRUE(child<QRadioButton>(*dialog, "Farbmodus_0")->isChecked());
-    EXPECT_FALSE(child<QRadioButton>(*dialog, "Farbmodus_1")->isChecked());
     EXPECT_EQ(child<QComboBox>(*dialog, "Combo_Qualitaet")->currentText(), "Medium");
     EXPECT_EQ(text(*dialog, "txtxPos"), "20");
     EXPECT_EQ(text(*dialog, "txtyPos"), "30");
-    EXPECT_EQ(text(*dialog, "txtVonOben"), "160");
     EXPECT_TRUE(child<QLineEdit>(*dialog, "txtxSize")->isReadOnly());
-    EXPECT_FALSE(child<QCheckBox>(*dialog, "Fenster_Close")->isChecked());
 }
 
 TEST_F(PrintDialogTest, ThePaperOptionsFillTheSizeAndSecondReceiptFields)
