@@ -129,13 +129,12 @@ with tempfile.TemporaryDirectory() as temporary:
         with zipfile.ZipFile(io.BytesIO(archive.get_content())) as packed:
             assert packed.read("00000042.bmp") == (home / "temp" / "00000042.bmp").read_bytes()
 
-        # Failures in the window's words.
-        failures = [(["--to", "niemand@example.org"], True, "Fehler beim Versenden der Nachricht"),
-                    (["--to", "chef@example.org"], False, "Fehler beim Versenden der Nachricht")]
-        for arguments, auth, expected in failures:
-            account(port, auth)
-            result = run(*arguments)
-            assert result.returncode == 1 and expected in result.stderr.decode(), (arguments, result.stderr.decode())
+        # Failures in the window's words (a refused recipient: SmtpSessionTest): no login where one is required,
+        # a wrong password.
+        account(port, False)
+        result = run("--to", "chef@example.org")
+        assert result.returncode == 1 and "Fehler beim Versenden der Nachricht" in result.stderr.decode(), \
+            result.stderr.decode()
         account(port, True, password="falsch")
         result = run("--to", "chef@example.org")
         assert result.returncode == 1, result.stderr.decode()
