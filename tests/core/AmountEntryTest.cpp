@@ -33,8 +33,8 @@ protected:
     }
 };
 
-// The amounts and words themselves are compared with the Python oracle over thousands of generated entries
-// (AmountOracle); these rows pin worked examples by hand through the form: fields, words, beeps and messages.
+// Generated entries and their amounts and words are in the amount table (AmountTableTest); these rows pin worked
+// examples by hand through the form: fields, words, beeps and messages.
 TEST_F(AmountEntryTest, ReturnSplitsOrAddsTheAmountAndWritesTheWords)
 {
     struct Row

@@ -7,8 +7,8 @@
 namespace zw {
 namespace {
 
-// Every number and amount is compared with the Python oracle (AmountOracle); these rows pin the result
-// tables and the quirks by hand, so that the two implementations cannot share a misreading.
+// Generated numbers and amounts are in the amount table (AmountTableTest); these rows pin the result tables and
+// the quirks by hand, so that the table cannot carry a misreading of the rules.
 TEST(GetZahlInWorten, WritesTheRowsOfItsResultTable)
 {
     struct Row
@@ -50,18 +50,16 @@ TEST(BetragInWorten, WritesTheRowsOfItsResultTableAndReadsSignsAndPointsAsZeroDi
         {-21, "einundzwanzig"}, // the sign stands where the hundreds are
         {0.5, "fünf"},          // " .5": the point reads as zero
         {1234.56, "einemillionzweihundertvierunddreißigtausendsechsundfünfzig"}, // "000001234.56"
+        {1000000000000.0, nullptr}, // more than twelve characters: a run-time fault
+        {-99999999999999.0, nullptr},
+        {0.123456789012345, nullptr},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.value);
-        EXPECT_EQ(BetragInWorten(row.value), row.words);
-    }
-}
-
-TEST(BetragInWorten, MoreThanTwelveCharactersIsARunTimeFault)
-{
-    for (double value : {1000000000000.0, -99999999999999.0, 0.123456789012345}) {
-        SCOPED_TRACE(value);
-        EXPECT_THROW(BetragInWorten(value), RunError);
+        if (row.words)
+            EXPECT_EQ(BetragInWorten(row.value), row.words);
+        else
+            EXPECT_THROW(BetragInWorten(row.value), RunError);
     }
 }
 
