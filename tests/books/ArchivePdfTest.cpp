@@ -1,11 +1,9 @@
 #include "print/ArchivePdf.h"
 
-#include <QGuiApplication>
 #include <gtest/gtest.h>
 
 #include "books/DailyClose.h"
 #include "print/Capture.h"
-#include "print/FormFonts.h"
 #include "tests/app/PeerProgram.h"
 #include "tests/app/ProgramFolder.h"
 
@@ -43,14 +41,3 @@ TEST(ArchivePdf, TheCashReportIsOnePageWithEveryFigure)
 
 } // namespace
 } // namespace zw
-
-// Drawing text needs the font database of a running application.
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    zw::installFontSubstitutes();
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
