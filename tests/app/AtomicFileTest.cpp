@@ -1,6 +1,5 @@
 #include "app/AtomicFile.h"
 
-#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,6 +1,5 @@
 #include "app/QuittungLogic.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "app/ProgramPaths.h"

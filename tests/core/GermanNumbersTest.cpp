@@ -62,7 +62,7 @@ TEST(LeadingNumber, ScansHexOctalAndSpacesThatTheAmountTableDoesNotHold)
     }
 }
 
-TEST(RunTimeFaults, ConversionsAndArithmeticRaiseTheOldNumbers)
+TEST(RunTimeFaults, OverflowAndDivisionByZeroRaiseTheirNumbers)
 {
     const std::pair<const char*, std::function<void()>> calls[] = {
         {"rounding above the long range", [] { roundHalfEven(2147483647.5); }},
