@@ -56,12 +56,8 @@ TEST_F(AmountEntryTest, ReturnSplitsOrAddsTheAmountAndWritesTheWords)
          false},
         {"truncated cents", E::Text12, "1,50", "19", 0, "1,26", "0,24", "1,50", "eins", false},
         {"rounded cents", E::Text12, "1,50", "19", 1, "1,26", "0,24", "1,50", "zwei", false},
-        {"half to the even neighbour down", E::Text12, "2,50", "19", 1, "2,10", "0,40", "2,50", "zwei", false},
-        {"rounded to nothing", E::Text12, "0,40", "19", 1, "0,34", "0,06", "0,40", "", false},
         {"at the 32-bit limit", E::Text12, "2147483647", "19", 1, "1804608106,72", "342875540,28", "2147483647,00",
          kTooLargeForWords.data(), true},
-        {"thousands mark", E::Text12, "1.234", "19", 0, "1036,97", "197,03", "1234,00",
-         "eintausendzweihundertvierunddreißig", false},
         // The sign lands in the thousands group of the twelve characters, which then reads "tausend".
         {"negative amount truncated", E::Text12, "-119", "19", 0, "-100,00", "-19,00", "-119,00",
          "tausendeinhundertneunzehn", false},
@@ -167,7 +163,6 @@ TEST_F(AmountEntryTest, TypingComputesSilentlyAndKeepsWhatItCannotCompute)
         std::string words;
     };
     const Row rows[] = {
-        {"nineteen percent", 0, "19", "119", "100,00", "19,00", "einhundertneunzehn"},
         {"rounded words", 1, "19", "2,5", "2,10", "0,40", "zwei"},
         {"without a rate only the words", 0, "", "119", "0,00", "0,00", "einhundertneunzehn"},
         {"a half-entered number keeps the amounts of \"12,5\"", 0, "19", "12,5,", "10,50", "2,00", "zwölf"},
