@@ -2,10 +2,10 @@
 
 #include <QDate>
 
-#include "ui/frame/UserLocale.h"
 #include "ui/books/YearChartWindow.h"
 #include "ui/frame/PartContext.h"
 #include "ui/frame/Quittung.h"
+#include "ui/frame/UserLocale.h"
 
 namespace zw {
 

@@ -14,6 +14,7 @@
 #include "app/QuittungLogic.h"
 #include "core/FormHost.h"
 #include "print/Capture.h"
+#include "ui/frame/ShortcutBar.h"
 #include "ui/receipt/ReceiptFormView.h"
 
 class QAction;
@@ -32,7 +33,6 @@ class ReceiptForm;
 class ReceiptFormView;
 class Ruler;
 class Settings;
-class ShortcutBar;
 class TextSpinBox;
 struct FormChange;
 
