@@ -13,12 +13,12 @@
 #include "print/ArchivePdf.h"
 #include "ui/books/OutsideChangeNotice.h"
 #include "ui/frame/MessageDialog.h"
-#include "ui/frame/Quittung.h"
 
 namespace zw {
 
-LedgerCashBook::LedgerCashBook(Quittung& window, ReceiptForm& form, ReceiptLedger& ledger, const ProgramPaths& paths)
-    : m_window(window), m_form(form), m_ledger(ledger), m_book(paths), m_journal(m_book, ledger)
+LedgerCashBook::LedgerCashBook(QWidget& window, const Capture& capture, ReceiptForm& form, ReceiptLedger& ledger,
+                               const ProgramPaths& paths)
+    : m_window(window), m_capture(capture), m_form(form), m_ledger(ledger), m_book(paths), m_journal(m_book, ledger)
 {
     ledger.setWatcher(&m_journal);
 }
@@ -104,7 +104,7 @@ std::optional<std::vector<std::string>> LedgerCashBook::prepareFiling(std::vecto
     const std::string number = fields.size() > 1 ? fields[1] : std::string();
     m_journal.labelNextFiling(JournalOperation::Filing,
                               archiveFile(m_book.paths(), filed.year, receiptArchiveStem(number, filed), ".pdf",
-                                          ArchivePdf(m_window.capture()).receiptPdf(m_form)));
+                                          ArchivePdf(m_capture).receiptPdf(m_form)));
     return fields;
 }
 

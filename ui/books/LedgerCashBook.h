@@ -12,10 +12,11 @@
 
 class QTableView;
 class QToolBar;
+class QWidget;
 
 namespace zw {
 
-class Quittung;
+class Capture;
 class ReceiptForm;
 
 // The cash book beside the ledger window: every change of its grid is journaled, a filed receipt keeps its PDF/A
@@ -27,7 +28,8 @@ public:
 
     // Before the grid's model listens to the ledger, so that a refused change never reaches the view. Owned by the
     // ledger window's part, which keeps the ledger.
-    LedgerCashBook(Quittung& window, ReceiptForm& form, ReceiptLedger& ledger, const ProgramPaths& paths);
+    LedgerCashBook(QWidget& window, const Capture& capture, ReceiptForm& form, ReceiptLedger& ledger,
+                   const ProgramPaths& paths);
     ~LedgerCashBook() override;
 
     // The key "Beleg stornieren" in the toolbar and in the grid's context menu.
@@ -41,7 +43,8 @@ public:
 private:
     void storno(const Update& update);
 
-    Quittung& m_window;
+    QWidget& m_window;
+    const Capture& m_capture;
     ReceiptForm& m_form;
     ReceiptLedger& m_ledger;
     CashBook m_book;

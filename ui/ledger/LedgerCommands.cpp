@@ -66,7 +66,7 @@ LedgerPart::LedgerPart(Quittung& window, ReceiptForm& form, Settings& settings, 
         QPrintDialog dialog(&printer, &m_window);
         dialog.exec(); // the answer is not looked at: the list goes to the default printer in any case
     };
-    m_books = std::make_unique<LedgerCashBook>(window, form, m_ledger, paths);
+    m_books = std::make_unique<LedgerCashBook>(window, window.capture(), form, m_ledger, paths);
     buildPage();
     m_books->addStornoKeys(m_toolbar, m_grid, [this](const LedgerChangeRoutine& change) { return update(change); });
     registerCommands();
