@@ -5,12 +5,11 @@
 
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
+#include "ui/books/AuditExportPart.h"
 #include "ui/books/AuditExportWindow.h"
 #include "ui/frame/QtText.h"
 
 namespace zw {
-
-void installAuditExport(const PartContext& context);
 
 namespace {
 

@@ -8,12 +8,11 @@
 #include "books/JournalCheck.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
+#include "ui/books/CashBookPart.h"
 #include "ui/books/DailyCloseWindow.h"
 #include "ui/books/JournalWindow.h"
 
 namespace zw {
-
-void installCashBook(const PartContext& context);
 
 namespace {
 

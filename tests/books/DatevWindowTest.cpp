@@ -10,11 +10,10 @@
 #include "tests/ui/FixedClock.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
+#include "ui/books/DatevPart.h"
 #include "ui/books/DatevWindow.h"
 
 namespace zw {
-
-void installDatevExport(const PartContext& context);
 
 namespace {
 
