@@ -13,6 +13,7 @@
 
 namespace zw {
 
+using printwindows::addSaveAndLeave;
 using printwindows::button;
 
 PictureFileWindow::PictureFileWindow(PictureCommands& commands, PictureKind kind, QWidget* parent)
@@ -62,11 +63,7 @@ PictureFileWindow::PictureFileWindow(PictureCommands& commands, PictureKind kind
     fileRow->addWidget(browse);
     layout->addLayout(fileRow);
     layout->addWidget(everyStart);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(save);
-    buttons->addWidget(leave);
-    layout->addLayout(buttons);
+    addSaveAndLeave(layout, save, leave);
 }
 
 } // namespace zw

@@ -1,5 +1,6 @@
 #include "ui/print/PrintControls.h"
 
+#include <QBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -26,6 +27,15 @@ QPushButton* button(const char* name, const char* caption, QWidget* parent)
     auto* result = new QPushButton(caption, parent);
     result->setObjectName(name);
     return result;
+}
+
+void addSaveAndLeave(QBoxLayout* layout, QPushButton* save, QPushButton* leave)
+{
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(save);
+    buttons->addWidget(leave);
+    layout->addLayout(buttons);
 }
 
 } // namespace zw::printwindows

@@ -2,6 +2,7 @@
 
 #include <string>
 
+class QBoxLayout;
 class QPlainTextEdit;
 class QPushButton;
 class QString;
@@ -14,5 +15,7 @@ QString toBox(const std::string& text);
 // The text boxes hold LF; the files and the form hold CR LF.
 std::string fromBox(const QPlainTextEdit* box);
 QPushButton* button(const char* name, const char* caption, QWidget* parent);
+// "Speichern" and "Abbrechen" at the right of the window's last row.
+void addSaveAndLeave(QBoxLayout* layout, QPushButton* save, QPushButton* leave);
 
 } // namespace zw::printwindows

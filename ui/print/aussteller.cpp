@@ -1,7 +1,6 @@
 #include "ui/print/aussteller.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -12,6 +11,7 @@
 
 namespace zw {
 
+using printwindows::addSaveAndLeave;
 using printwindows::button;
 using printwindows::fromBox;
 using printwindows::toBox;
@@ -46,11 +46,7 @@ aussteller::aussteller(IssuerData& issuers, const IssuerEntry& entry, QWidget* p
     layout->addWidget(m_taxNumber);
     layout->addWidget(m_showTaxNumber);
     layout->addWidget(m_note);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(save);
-    buttons->addWidget(leave);
-    layout->addLayout(buttons);
+    addSaveAndLeave(layout, save, leave);
 }
 
 } // namespace zw
