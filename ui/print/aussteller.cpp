@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/print/PrintControls.h"
 
@@ -30,6 +31,8 @@ aussteller::aussteller(IssuerData& issuers, const IssuerEntry& entry, QWidget* p
     m_showTaxNumber->setChecked(entry.showTaxNumber);
     m_note = new QLineEdit(QString::fromStdString(entry.exemptionNote), this);
     m_note->setObjectName("para19");
+    // The note shows whole, up to a width that still fits a small screen.
+    m_note->setMinimumWidth(std::min(m_note->fontMetrics().horizontalAdvance(m_note->text()) + 16, 640));
     auto* save = button("xpButton1", "&Speichern", this);
     auto* leave = button("xpButton2", "&Abbrechen", this);
     connect(save, &QPushButton::clicked, this, [this] {
