@@ -144,7 +144,7 @@ std::string shownText(const std::string& html)
 {
     test::TempFolder folder;
     writeBytes(folder / "r.htm", html);
-    return test::runPeer("python3 -c '\n"
+    return test::runPeer("/usr/bin/python3 -c '\n"
                          "import sys\nfrom html.parser import HTMLParser\n"
                          "class P(HTMLParser):\n"
                          "  right=False\n"
