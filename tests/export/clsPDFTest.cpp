@@ -50,23 +50,16 @@ constexpr std::string_view kHead = "BT\r/F1 10 Tf\r80 782 Td\r10 TL\r";
 // A fresh object's first page starts with the "S" that FillMode 0 left pending at creation.
 const std::string kFirstHead = "S\r" + std::string(kHead);
 
-TEST(clsPDF, OnePrintedLineGivesThreePageObjects)
+// Objects, offsets, lengths and the page tree are judged by qpdf and poppler in the oracle test; what they let
+// pass is the document's information and its font.
+TEST(clsPDF, ADocumentNamesItsTimeProducerAndCourierInWindowsCharacters)
 {
     clsPDF pdf = newWriter();
-    pdf.PrintLine("(a\\b)");
+    pdf.PrintLine("x");
     const std::string document = pdf.Value();
-    for (const char* object : {"1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
-                               "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"
-                               "2 0 obj\r<<\r/Type /Catalog\r/Pages 3 0 R\r>>\rendobj\r",
-                               "\r4 0 obj\r<<\r/Type /Font\r/Subtype /Type1\r/Name /F1\r/BaseFont /Courier\r"
-                               "/Encoding /WinAnsiEncoding\r",
-                               "\r5 0 obj\r<<\r/Font << /F1 4 0 R >>\r/ProcSet [ /PDF /Text ]\r",
-                               "\r6 0 obj\r<<\r/Type /Page\r/Parent 3 0 R\r/Resources 5 0 R\r/Contents 7 0 R\r",
-                               "\r7 0 obj\r<<\r/Length 8 0 R\r>>\rstream\rS\rBT\r/F1 10 Tf\r80 782 Td\r10 TL\r"
-                               "(\\(a\\\\b\\))'\rET\rendstream\r",
-                               "\r8 0 obj\r46\rendobj\r", "/Count 1\r/MediaBox [0 0 596 842]\r/Kids [ 6 0 R ]\r"})
-        EXPECT_THAT(document, HasSubstr(object));
-    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
+    EXPECT_THAT(document, HasSubstr("1 0 obj\r<<\r/CreationDate (D:20240305140709)\r"
+                                    "/Producer (Zettelwerk [www.zettelwerk.example])\r>>\rendobj\r"));
+    EXPECT_THAT(document, HasSubstr("/Name /F1\r/BaseFont /Courier\r/Encoding /WinAnsiEncoding\r"));
 }
 
 TEST(clsPDF, ClearStartsAnEmptyDocumentWithItsArguments)
@@ -289,30 +282,6 @@ TEST(clsPDF, ValueIsASnapshotThatRaisesNoEventWhenReadAgain)
     const std::string closed = pdf.Value();
     EXPECT_EQ(pdf.Value(), closed);
     EXPECT_EQ(finished, finishedBefore);
-}
-
-TEST(clsPDF, ManyPagesGrowTheTablesAndKeepEveryOffset)
-{
-    clsPDF pdf = newWriter();
-    pdf.Clear(0, 1);
-    for (int line = 0; line < 100; ++line)
-        pdf.PrintLine(std::to_string(line));
-    const std::string document = pdf.Value();
-    EXPECT_EQ(pdf.PageNumber(), 100);
-    EXPECT_THAT(document, HasSubstr("xref\r0 306\r"));
-    EXPECT_THAT(document, HasSubstr(" 300 0 R 303 0 R ]\r"));
-    EXPECT_EQ(fuzz::checkDocumentStructure(document), "");
-}
-
-TEST(clsPDF, HugePicturesMakeAWellFormedDocument)
-{
-    for (const bool gray : {true, false}) {
-        SCOPED_TRACE(gray);
-        clsPDF pdf = newWriter();
-        pdf.PrintLine("x");
-        pdf.DrawPicture(0, 0, 500, 500, Bitmap{4000, 4000, std::vector<std::uint8_t>(48'000'000, 7)}, gray);
-        EXPECT_EQ(fuzz::checkDocumentStructure(pdf.Value()), "");
-    }
 }
 
 // A picture drawn from a bitmap file, poppler judges in the PDF export's test.
