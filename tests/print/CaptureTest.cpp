@@ -15,10 +15,8 @@ using test::inkIn;
 using test::pixelsOf;
 
 // Field rectangles in pixels, from the twips of the receipt's layout table divided by 15.
-const QRect kText1(248, 32, 81, 19);
 const QRect kText8(56, 312, 209, 19);
 const QRect kText12(432, 128, 113, 19);
-const QRect kLabel15(336, 136, 81, 17);
 const QRect kRTFBox(24, 72, 297, 73);
 const QRect kImage6(288, 352, 257, 57);
 
@@ -71,31 +69,6 @@ TEST_F(CaptureTest, TheReceiptColourFillsTheFieldsAndTheStampAreaButNotTheWords)
     EXPECT_EQ(pixelsOf(photo, QRect(24, 176, 521, 19), qRgb(255, 0, 0)), 0);
     form.setVisible(F::Text12, false);
     EXPECT_EQ(pixelsOf(capture(form), kText12, qRgb(255, 0, 0)), 0);
-}
-
-TEST_F(CaptureTest, DrawsVisibleTextsInTheirFieldsAndLeavesHiddenOnesOut)
-{
-    struct Row
-    {
-        const char* name;
-        F element;
-        QRect field;
-    };
-    const Row rows[] = {{"number", F::Text1, kText1},
-                        {"place", F::Text8, kText8},
-                        {"VAT share", F::Text11, QRect(432, 96, 113, 19)},
-                        {"caption", F::Label15, kLabel15},
-                        {"issuer", F::RTFBox, kRTFBox}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        form.setText(row.element, "8888");
-        QImage shown = capture(form);
-        EXPECT_GT(inkIn(shown, row.field), 20);
-        EXPECT_EQ(inkIn(shown, shown.rect()), inkIn(shown, row.field)) << "ink outside the field";
-
-        form.setVisible(row.element, false);
-        EXPECT_EQ(inkIn(capture(form), QRect(0, 0, 570, 429)), 0);
-    }
 }
 
 // Where a text's ink lands beyond its plain place: cut at its field's edge, clear of its neighbours, right-aligned

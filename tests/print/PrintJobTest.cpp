@@ -15,7 +15,6 @@
 #include "print/PrintDialogFields.h"
 #include "tests/app/TempFolder.h"
 #include "tests/core/FakeHost.h"
-#include "tests/core/RunErrorNumber.h"
 #include "tests/export/PopplerPage.h"
 
 namespace zw {
@@ -81,14 +80,6 @@ TEST(PrintFields, MillimetresTakeTheLeadingNumberRoundedHalfToEven)
     for (auto [text, expected] : rows) {
         SCOPED_TRACE(text);
         EXPECT_EQ(millimetres(text), expected);
-    }
-}
-
-TEST(PrintFields, RunsFailForAnEmptyOrWrongCount)
-{
-    for (const char* wrong : {"", "drei", "3x"}) {
-        SCOPED_TRACE(wrong);
-        EXPECT_EQ(test::errorNumberOf([&] { printRuns(wrong); }), 13);
     }
 }
 
