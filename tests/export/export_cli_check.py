@@ -72,12 +72,8 @@ with tempfile.TemporaryDirectory() as temporary:
                            "null:"], capture_output=True)
     assert same.returncode == 0 and same.stderr.strip() == b"0", same
 
-    # PDF: qpdf finds only the carriage return after "stream"; poppler sees one picture of the capture's size.
+    # PDF: poppler sees one picture of the capture's size; qpdf judges the writer's documents in its own tests.
     pdf = exported("pdf", "q.pdf")
-    check = subprocess.run(["qpdf", "--check", str(pdf)], capture_output=True, text=True)
-    warnings = [line for line in check.stderr.splitlines() if "operation succeeded" not in line]
-    assert check.returncode == 3 and len(warnings) == 1, check
-    assert warnings[0].endswith("stream keyword followed by carriage return only"), check
     images = subprocess.run(["pdfimages", "-list", str(pdf)], capture_output=True, text=True).stdout.splitlines()
     assert len(images) == 3 and images[2].split()[3:5] == ["570", "429"], images
     assert (home / "temp.bmp").read_bytes() == bmp, "temp.bmp is the same capture"
