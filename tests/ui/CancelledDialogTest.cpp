@@ -5,7 +5,6 @@
 
 #include "app/CommonDialog.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/export/ExportCommands.h"
 #include "ui/service/ServicePart.h"

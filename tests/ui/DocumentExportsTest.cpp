@@ -1,15 +1,14 @@
 // The PDF and XML commands of the composed main window, as a person uses them.
 #include <QAction>
-#include <QApplication>
 #include <QImage>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/export/export_pdf.h"
 
 namespace zw {
@@ -33,28 +32,14 @@ protected:
         form.setText(F::Text12, "119,00");
         form.setText(F::Text7, "Miete & Nebenkosten");
     }
-
-    // Triggers the command; `operate` gets the modal window that it opens, which is then closed.
-    void runWithModal(const std::string& command, const std::function<void(export_pdf&)>& operate)
-    {
-        bool seen = false;
-        QTimer::singleShot(0, [&] {
-            auto* dialog = dynamic_cast<export_pdf*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            seen = true;
-            operate(*dialog);
-            dialog->findChild<QPushButton*>("xpButton1")->click();
-        });
-        window->action(command)->trigger();
-        EXPECT_TRUE(seen) << "no modal window";
-    }
 };
 
 TEST_F(DocumentExportsTest, PdfCommandCapturesMakesSavesAndOpensTheDocumentButACancelLeavesOpeningOff)
 {
     const auto target = folder.path() / "Quittung 42.pdf";
     std::vector<QUrl> opened;
-    runWithModal("alspdf", [&](export_pdf& dialog) {
+    test::inModal([&] { window->action("alspdf")->trigger(); }, [&](QDialog& modal) {
+        auto& dialog = dynamic_cast<export_pdf&>(modal);
         auto* open = dialog.findChild<QPushButton*>("Command1");
         EXPECT_FALSE(open->isEnabled());
         dialog.speicherDialog().setPresenter([](const CommonDialog&, bool) { return std::nullopt; });
@@ -83,8 +68,7 @@ TEST_F(DocumentExportsTest, PdfCommandCapturesMakesSavesAndOpensTheDocumentButAC
 TEST_F(DocumentExportsTest, XmlCommandWritesThroughADialogOfItsOwn)
 {
     const auto target = folder.path() / "q.xml";
-    std::optional<std::string> answer = target.string();
-    window->fileDialog("alsxml").setPresenter([&](const CommonDialog&, bool) { return answer; });
+    window->fileDialog("alsxml").setPresenter([&](const CommonDialog&, bool) { return target.string(); });
     window->action("alsxml")->trigger();
     const std::string written = test::readBytes(target);
     EXPECT_NE(written.find("     Miete & Nebenkosten\r\n"), std::string::npos);

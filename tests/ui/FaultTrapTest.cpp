@@ -9,7 +9,6 @@
 
 #include "core/RunError.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
 #include "ui/frame/ShortcutBar.h"
 #include "ui/print/PrintCommands.h"

@@ -10,8 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <functional>
-#include <sstream>
 
 #include "app/TextFile.h"
 #include "core/RunError.h"
@@ -19,7 +17,7 @@
 #include "tests/app/TempFolder.h"
 #include "tests/net/Peer.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/mail/MailPart.h"
 #include "ui/mail/anregungen_neu.h"
 #include "ui/mail/beleg_mail.h"
@@ -63,7 +61,7 @@ protected:
 
     std::filesystem::path received = folder.path() / "mail.eml";
     test::Peer server;
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     std::vector<QString>& boxes = answerer.boxes;
 };
 
@@ -73,7 +71,7 @@ TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSend
     // The report key is back and the hourglass gone by the time the closing words ask.
     QDialog* shownReport = nullptr;
     bool keyBackAtBox = false;
-    answerer.inspect = [&](QDialog&) {
+    answerer.inspect = [&](QDialog*) {
         keyBackAtBox = shownReport->findChild<QPushButton*>("Command3")->isEnabled() &&
                        QApplication::overrideCursor() == nullptr;
     };
@@ -83,7 +81,6 @@ TEST_F(MailWindowTest, TheErrorReportGoesOutAsHtmlAloneWithTheUsersAddressAsSend
                 report.findChild<QPushButton*>("Command3")->click();
                 report.findChild<QLineEdit*>("sevText1")->setText("kunde@example.org");
                 report.findChild<QPushButton*>("Command4")->click();
-                EXPECT_TRUE(report.findChild<QPushButton*>("Command3")->isEnabled());
             });
     EXPECT_EQ(boxes, std::vector<QString>{"Support: Übermittlung erfolgreich abgeschlossen."});
     EXPECT_EQ(answerer.keys, std::vector<QString>{"Support: Ja / Nein"});
@@ -229,10 +226,7 @@ TEST_F(MailWindowTest, ASecondClickOnSendWhileTheFirstWaitsSendsNothing)
                     next->click();
                 clickTwice(next);
             });
-    std::ifstream in(log);
-    std::stringstream noted;
-    noted << in.rdbuf();
-    const std::string text = noted.str();
+    const std::string text = test::readBytes(log);
     std::size_t mails = 0;
     for (std::size_t at = text.find("\ndata\n"); at != std::string::npos; at = text.find("\ndata\n", at + 1))
         ++mails;

@@ -12,7 +12,7 @@
 #include "ledger/ReceiptLedger.h"
 #include "tests/ui/FaultRecorder.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/frame/MessageDialog.h"
 #include "ui/ledger/ReportWindow.h"
 #include "ui/lists/Autocompletion.h"

@@ -2,7 +2,6 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
-#include <QPushButton>
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>

@@ -12,7 +12,7 @@
 #include <cstdlib>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/lists/Autocompletion.h"
 #include "ui/service/SmallWindowsPart.h"
 
@@ -29,7 +29,7 @@ protected:
     static void click(QDialog& dialog, const char* key) { dialog.findChild<QPushButton*>(key)->click(); }
 
     test::FaultRecorder faults;
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
 };
 
 TEST_F(SmallWindowTest, RenamedLabelsShowAtOnceAndResetThenZurueckChangesNothing)
@@ -116,12 +116,12 @@ TEST_F(SmallWindowTest, TheCopyrightWindowShowsItsVersionAndSystem)
 TEST_F(SmallWindowTest, AQuestionsHelpShowsTheHandbookAboveIt)
 {
     QString above;
-    answerer.inspect = [&above](QDialog& question) {
-        for (auto* key : question.findChildren<QPushButton*>()) {
+    answerer.inspect = [&above](QDialog* question) {
+        for (auto* key : question->findChildren<QPushButton*>()) {
             if (key->text() == "Hilfe")
                 key->click();
         }
-        if (QWidget* top = QApplication::activeModalWidget(); top && top != &question) {
+        if (QWidget* top = QApplication::activeModalWidget(); top && top != question) {
             above = top->objectName();
             top->close();
         }

@@ -10,7 +10,7 @@
 
 #include "app/CommonDialog.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/Parts.h"
 #include "ui/books/YearChartWindow.h"
 
@@ -36,7 +36,6 @@ TEST_F(YearChartWindowTest, OpensOnThisYearChangesYearAndSavesThePictureByItsKey
         ASSERT_EQ(table->rowCount(), 3); // 19 %, 7 %, Summe
         EXPECT_EQ(table->item(2, 3)->text(), "119,00");
         EXPECT_EQ(table->item(2, 6)->text(), "35,50");
-        EXPECT_EQ(chart.figures().months[11].balance, 10000 + 11900 - 3550);
 
         chart.yearChooser()->setCurrentIndex(chart.yearChooser()->findText("2020"));
         EXPECT_EQ(chart.chartView()->chart()->title(), "Auswertung 2020");
