@@ -142,8 +142,6 @@ TEST(DatevExport, BadInputGivesItsMessageAndNoFile)
     };
     const std::string good = row("15.01.2026", "7", "10,00", "", "19", "A", "B");
     const std::vector<Case> cases = {
-        {"no Beraternummer", [](DatevRequest& r) { r.settings.consultantNumber = ""; }, good,
-         "Bitte tragen Sie die Beraternummer ein"},
         {"Beraternummer too small", [](DatevRequest& r) { r.settings.consultantNumber = "999"; }, good,
          "Die Beraternummer \"999\" ist keine Zahl von 1001 bis 9999999."},
         {"no Mandantennummer", [](DatevRequest& r) { r.settings.clientNumber = " "; }, good,

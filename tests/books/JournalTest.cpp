@@ -46,6 +46,7 @@ TEST(Journal, EveryEntryRecordsTheLedgerAsSha256SumReadsItAndTheStartCopyIsReadO
     EXPECT_EQ(verifyJournal(folder.paths).message, "Journal in Ordnung: 5 Einträge");
 }
 
+// A cut or missing journal is told through the command line (books_cli_check.py).
 TEST(Journal, VerifyNamesTheFirstEntryOrRowThatDisagrees)
 {
     // A case changes the journal's lines or the files themselves.
@@ -69,12 +70,6 @@ TEST(Journal, VerifyNamesTheFirstEntryOrRowThatDisagrees)
          "Eintrag 3: hier steht der Eintrag mit der Nummer 4: Einträge fehlen, wurden eingefügt oder umgestellt."},
         {"two entries swapped", [](BooksFolder&, Lines& lines) { std::swap(lines[1], lines[2]); },
          "Eintrag 2: hier steht der Eintrag mit der Nummer 3: Einträge fehlen, wurden eingefügt oder umgestellt."},
-        {"the journal cut off",
-         [](BooksFolder& folder, Lines&) {
-             const auto bytes = folder.readBytes("journal.dat");
-             folder.writeBytes("journal.dat", bytes.substr(0, bytes.size() - 30));
-         },
-         "Eintrag 5: das Journal endet mitten in diesem Eintrag: es wurde abgeschnitten."},
         {"the ledger edited by hand",
          [](BooksFolder& folder, Lines&) {
              auto bytes = folder.readBytes("belege.dat");
@@ -90,10 +85,6 @@ TEST(Journal, VerifyNamesTheFirstEntryOrRowThatDisagrees)
              std::filesystem::remove(folder.paths.dataFolder() / "archiv/2026/belege-beginn-2026-11-25.dat");
          },
          "Eintrag 1: die Archivdatei archiv/2026/belege-beginn-2026-11-25.dat fehlt."},
-        {"the journal deleted",
-         [](BooksFolder& folder, Lines&) { std::filesystem::remove(folder.paths.dataFile("journal.dat")); },
-         "Es gibt kein Änderungsprotokoll (daten/journal.dat), aber eine Belegliste: ihre Änderungen sind nicht "
-         "nachvollziehbar."},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
