@@ -17,6 +17,10 @@
 #include "tests/core/FakeHost.h"
 #include "tests/export/PopplerPage.h"
 
+// GCC 12 warns about members left to their defaults in designated initializers, which is what they are for
+// here.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+
 namespace zw {
 namespace {
 
@@ -83,18 +87,6 @@ TEST(PrintFields, MillimetresTakeTheLeadingNumberRoundedHalfToEven)
     }
 }
 
-PrintRequest placed(Paper paper, const char* x, const char* y, const char* width, const char* height, bool two)
-{
-    PrintRequest request;
-    request.paper = paper;
-    request.x = x;
-    request.y = y;
-    request.width = width;
-    request.height = height;
-    request.twoPerSheet = two;
-    return request;
-}
-
 // The ink on the page, in millimetres from the paper's edges. A receipt in its natural size, 570 x 429 pixels
 // at 96 dots per inch, is 150.8 x 113.5 millimetres; A5 shrinks it to 111 x 90.
 TEST_F(PrintJobTest, PutsTheReceiptsAtTheChosenMillimetresInTheirSize)
@@ -108,12 +100,13 @@ TEST_F(PrintJobTest, PutsTheReceiptsAtTheChosenMillimetresInTheirSize)
         std::vector<Band> rows;
     };
     const Row rows[] = {
-        {"A4", placed(Paper::A4, "20", "30", "", "", false), {210, 297}, {20, 170.8}, {{30, 143.5}}},
-        {"two on A4", placed(Paper::A4, "10", "5", "", "", true), {210, 297}, {10, 160.8},
+        {"A4", {.x = "20", .y = "30"}, {210, 297}, {20, 170.8}, {{30, 143.5}}},
+        {"two on A4", {.x = "10", .y = "5", .twoPerSheet = true}, {210, 297}, {10, 160.8},
          {{5, 118.5}, {160, 273.5}}},
-        {"two on A5", placed(Paper::A5, "10", "5", "111", "90", true), {148, 210}, {10, 121}, {{5, 95}, {110, 200}}},
+        {"two on A5", {.paper = Paper::A5, .x = "10", .y = "5", .width = "111", .height = "90", .twoPerSheet = true},
+         {148, 210}, {10, 121}, {{5, 95}, {110, 200}}},
         // The comma ends the number: 12. The part left of the paper is cut off.
-        {"free size without height", placed(Paper::Free, "-25", "12,5", "80", "", false), {210, 297},
+        {"free size without height", {.paper = Paper::Free, .x = "-25", .y = "12,5", .width = "80"}, {210, 297},
          {0, 125.8}, {{12, 125.5}}},
     };
     for (const Row& row : rows) {
@@ -138,8 +131,7 @@ TEST_F(PrintJobTest, PutsTheReceiptsAtTheChosenMillimetresInTheirSize)
 // One job a run is judged through the print window, which prints two.
 TEST_F(PrintJobTest, AZeroOrNegativeCountPrintsNothing)
 {
-    PrintRequest request;
-    request.runs = "0";
+    PrintRequest request{.runs = "0"};
     EXPECT_EQ(job.print(blackReceipt(), request), 0);
     request.runs = "-2";
     EXPECT_EQ(job.print(blackReceipt(), request), 0);
@@ -239,11 +231,7 @@ TEST(PrintThroughCups, JobsReachThePdfQueueAtTheirPlaceAndAVanishedPrinterIsRepo
     EXPECT_EQ(openPrintDialog(ReceiptForm(), settings, "Entfernt").printer, QString(CupsServer::kQueue));
 
     PrintJob job;
-    PrintRequest request;
-    request.printer = CupsServer::kQueue;
-    request.x = "25";
-    request.y = "40";
-    request.runs = "2";
+    PrintRequest request{.printer = CupsServer::kQueue, .x = "25", .y = "40", .runs = "2"};
     EXPECT_EQ(job.print(blackReceipt(), request), 2);
     // The backend renames each finished file to .pdf, so a listed file is whole.
     for (int i = 0; i < 200 && pdfsIn().size() < 2; ++i)
