@@ -13,7 +13,7 @@
 namespace zw {
 namespace {
 
-// Qt's PNG reader (libpng) is the judge of the encoder.
+// Qt's PNG reader (libpng) judges the encoder; ImageMagick judges the receipt's size in the export check.
 TEST(PngEncoder, DecodesToTheSamePixels)
 {
     struct Row
@@ -22,7 +22,6 @@ TEST(PngEncoder, DecodesToTheSamePixels)
         Bitmap picture;
     };
     const Row rows[] = {
-        {"the receipt's size, areas", test::testPicture(570, 429, test::PictureKind::Areas)},
         {"odd width of noise", test::testPicture(333, 7, test::PictureKind::Noise)},
         {"one column", test::testPicture(1, 50, test::PictureKind::Noise)},
     };

@@ -103,11 +103,11 @@ TEST_F(PrintJobTest, PutsTheReceiptsAtTheChosenMillimetresInTheirSize)
         {"A4", {.x = "20", .y = "30"}, {210, 297}, {20, 170.8}, {{30, 143.5}}},
         {"two on A4", {.x = "10", .y = "5", .twoPerSheet = true}, {210, 297}, {10, 160.8},
          {{5, 118.5}, {160, 273.5}}},
-        {"two on A5", {.paper = Paper::A5, .x = "10", .y = "5", .width = "111", .height = "90", .twoPerSheet = true},
-         {148, 210}, {10, 121}, {{5, 95}, {110, 200}}},
+        {"two on A5", {.paper = Paper::A5, .x = "10", .y = "5", .width = "111", .height = "90",
+                       .twoPerSheet = true}, {148, 210}, {10, 121}, {{5, 95}, {110, 200}}},
         // The comma ends the number: 12. The part left of the paper is cut off.
-        {"free size without height", {.paper = Paper::Free, .x = "-25", .y = "12,5", .width = "80"}, {210, 297},
-         {0, 125.8}, {{12, 125.5}}},
+        {"free size without height", {.paper = Paper::Free, .x = "-25", .y = "12,5", .width = "80"},
+         {210, 297}, {0, 125.8}, {{12, 125.5}}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

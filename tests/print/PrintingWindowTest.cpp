@@ -9,6 +9,7 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/MessageAnswerer.h"
 #include "tests/ui/ModalCloser.h"
+#include "tests/print/PictureProbe.h"
 #include "ui/print/PrintCommands.h"
 
 namespace zw {
@@ -98,11 +99,8 @@ TEST_F(PrintingWindowTest, TheStampChoiceReachesThePhotograph)
     clickPrint();
     QImage photo(QString::fromStdString((paths.tempFolder() / "temp_.bmp").string()));
     // The red of the "ORIGINAL" stamp inside the stamp field.
-    int red = 0;
-    for (int y = 16; y < 53; ++y)
-        for (int x = 440; x < 556; ++x)
-            red += qRed(photo.pixel(x, y)) > 150 && qGreen(photo.pixel(x, y)) < 90;
-    EXPECT_GT(red, 100);
+    const auto red = [](QRgb pixel) { return qRed(pixel) > 150 && qGreen(pixel) < 90; };
+    EXPECT_GT(test::countIn(photo, QRect(440, 16, 116, 37), red), 100);
 }
 
 } // namespace
