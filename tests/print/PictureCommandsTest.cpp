@@ -64,19 +64,11 @@ TEST_F(PictureCommandsTest, APathSplitOverLinesIsJoinedAndABrokenPathFails)
     commands.switchOn(PictureKind::Signature);
     EXPECT_EQ(form.picture(F::Image6), logoPicture);
 
-    struct Row
-    {
-        const char* name;
-        std::string content;
-        int error;
-    };
     writeBytes("kein_bild.jpg", "Text statt Bild");
-    const Row rows[] = {{"missing", (folder / "weg.jpg").string(), 53},
-                        {"no picture", paths.dataFile("kein_bild.jpg").string(), 481}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        writeBytes("signatur.sig", row.content + "\r\n");
-        EXPECT_EQ(test::errorNumberOf([&] { commands.switchOn(PictureKind::Signature); }), row.error);
+    for (const auto& [picture, error] :
+         {std::pair{folder / "weg.jpg", 53}, {paths.dataFile("kein_bild.jpg"), 481}}) {
+        writeBytes("signatur.sig", picture.string() + "\r\n");
+        EXPECT_EQ(test::errorNumberOf([&] { commands.switchOn(PictureKind::Signature); }), error) << picture;
     }
 }
 
