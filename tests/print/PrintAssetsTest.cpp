@@ -1,18 +1,12 @@
 #include <QImage>
 #include <QProcess>
-#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 
 namespace {
 
 // The distribution the build generated: the stamp pictures and the template to scan in.
-std::filesystem::path distribution()
-{
-    if (const char* dist = std::getenv("ZETTELWERK_DIST"))
-        return dist;
-    return ZW_DIST_DIR;
-}
+const std::filesystem::path kDistribution = ZW_DIST_DIR;
 
 TEST(PrintAssets, StampPicturesFillTheStampFieldAndOnlyTheEmptyOneIsBlank)
 {
@@ -20,7 +14,7 @@ TEST(PrintAssets, StampPicturesFillTheStampFieldAndOnlyTheEmptyOneIsBlank)
         {"stempel_leer.jpg", false}, {"stempel_original.jpg", true}, {"stempel_kopie.jpg", true}};
     for (auto [name, inked] : rows) {
         SCOPED_TRACE(name);
-        QImage picture(QString::fromStdString((distribution() / name).string()));
+        QImage picture(QString::fromStdString((kDistribution / name).string()));
         ASSERT_FALSE(picture.isNull());
         EXPECT_EQ(picture.size(), QSize(116, 37));
         int dark = 0;
@@ -33,7 +27,7 @@ TEST(PrintAssets, StampPicturesFillTheStampFieldAndOnlyTheEmptyOneIsBlank)
 
 TEST(PrintAssets, TheTemplateIsAValidPdfWithItsHeading)
 {
-    const QString pdf = QString::fromStdString((distribution() / "ZW-Schablone.pdf").string());
+    const QString pdf = QString::fromStdString((kDistribution / "ZW-Schablone.pdf").string());
     QProcess qpdf;
     qpdf.start("qpdf", {"--check", pdf});
     qpdf.waitForFinished(30000);
