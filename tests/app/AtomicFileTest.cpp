@@ -33,23 +33,6 @@ TEST(AtomicFile, ReplacesTheTargetOfALinkAndKeepsTheMode)
     EXPECT_EQ(status.st_mode & 07777, 0600u);
 }
 
-// Every file rewritten whole after reading: one that exists but could not be read is refused at once (a FIFO
-// does not block the read) and is never replaced; a missing file is a first start and is written.
-TEST(AtomicFile, AFileThatCouldNotBeReadIsNeverReplaced)
-{
-    test::TempFolder folder;
-    const auto fifo = folder.path() / "druck.dat";
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    EXPECT_THROW(readTextLines(fifo), RunError);
-    EXPECT_THROW(writeTextLines(fifo, {"1"}), RunError);
-    EXPECT_TRUE(std::filesystem::is_fifo(fifo));
-
-    const auto missing = folder.path() / "mwst.dat";
-    EXPECT_THROW(readTextLines(missing), RunError);
-    writeTextLines(missing, {"19"});
-    EXPECT_EQ(test::readBytes(missing), "19\r\n");
-}
-
 // Leftovers of an earlier run go; one being written by a running program, a newer one, a link and the
 // user's own files, named like ours or not, stay.
 TEST(AtomicFile, StaleTemporaryFilesAreRemovedAndOthersStay)
