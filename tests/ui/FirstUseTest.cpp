@@ -4,7 +4,6 @@
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScrollArea>
@@ -15,8 +14,6 @@
 #include <gtest/gtest.h>
 
 #include "app/SmallFiles.h"
-#include "export/DibFile.h"
-#include "export/ImageFiles.h"
 #include "print/FormFonts.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "tests/ui/ModalCloser.h"
@@ -24,8 +21,6 @@
 #include "ui/receipt/ReceiptFormView.h"
 #include "ui/frame/TextSpinBox.h"
 #include "ui/print/druckmenue2011.h"
-#include "ui/export/jpg_export.h"
-#include "ui/export/png_export.h"
 
 namespace zw {
 namespace {
@@ -176,22 +171,6 @@ TEST_F(FirstUseTest, ALongLabelStaysInsideTheFormsFrameAndShowsWhole)
         EXPECT_GE(shown->font().pointSizeF(), formFont(form, label).pointSizeF() * 0.7 - 0.01) << "still read";
         form.setText(label, "");
     }
-}
-
-TEST_F(FirstUseTest, ThePictureSaveDialogsShowTheirPatternAsTheFileName)
-{
-    const auto handOver = paths.home() / "temp.bmp";
-    saveBitmapFile(surfaceFromImage(capture(form)), handOver);
-    std::vector<QString> names;
-    ModalCloser closer([&names](QDialog* dialog) {
-        if (auto* name = dialog->findChild<QLineEdit*>("fileNameEdit"))
-            names.push_back(name->text());
-    });
-    jpg_export jpg(handOver, window.get());
-    QTest::mouseClick(jpg.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
-    png_export png(handOver, window.get());
-    QTest::mouseClick(png.findChild<QPushButton*>("Command1"), Qt::LeftButton);
-    EXPECT_EQ(names, (std::vector<QString>{"*.jpg", "*.png"}));
 }
 
 TEST_F(FirstUseTest, TheShortcutBarsPanelsFitTheBarAndTheFormAreaGrowsWithTheWindow)

@@ -1,5 +1,6 @@
 #include <QClipboard>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -88,8 +89,14 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveItsLabelFollowsTheBarAndThe
     ASSERT_FALSE(preview.isNull());
     EXPECT_EQ(preview.size(), QSize(380, 286)) << "two thirds of the receipt area";
 
-    // The bar's quality reaches the file.
-    ModalCloser closer;
+    // The file dialog shows the pattern as the name (the closer cancels it), and the bar's quality reaches the file.
+    std::vector<QString> names;
+    ModalCloser closer([&names](QDialog* shown) {
+        if (auto* name = shown->findChild<QLineEdit*>("fileNameEdit"))
+            names.push_back(name->text());
+    });
+    QTest::mouseClick(dialog.findChild<QPushButton*>("xpButton3"), Qt::LeftButton);
+    EXPECT_EQ(names, std::vector<QString>{"*.jpg"});
     DialogAnswer answer;
     dialog.dialog().setPresenter(answer.presenter());
     std::map<int, std::uintmax_t> sizes;
@@ -103,20 +110,26 @@ TEST_F(PictureExportsTest, JpgWindowOpensAtEightyFiveItsLabelFollowsTheBarAndThe
         sizes[quality] = std::filesystem::exists(file) ? std::filesystem::file_size(file) : 0;
     }
     EXPECT_GT(sizes[100], 3 * sizes[0]);
-    EXPECT_TRUE(closer.seen.empty());
+    EXPECT_TRUE(closer.messages.empty());
 }
 
 TEST_F(PictureExportsTest, PngWindowCancelWritesNothingAndAFailureIsReportedTwice)
 {
-    ModalCloser closer;
+    // The file dialog shows the pattern as the name; the closer cancels it.
+    std::vector<QString> names;
+    ModalCloser closer([&names](QDialog* shown) {
+        if (auto* name = shown->findChild<QLineEdit*>("fileNameEdit"))
+            names.push_back(name->text());
+    });
     png_export dialog(handOver(), window.get());
-    DialogAnswer answer;
-    dialog.dialog().setPresenter(answer.presenter());
     const auto before = std::distance(std::filesystem::directory_iterator(folder.path()), {});
     dialog.Command1();
-    EXPECT_EQ(answer.shown, 1);
+    EXPECT_EQ(names, std::vector<QString>{"*.png"});
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), before);
-    EXPECT_TRUE(closer.seen.empty()) << "a cancel says nothing";
+    EXPECT_TRUE(closer.messages.empty()) << "a cancel says nothing";
+
+    DialogAnswer answer;
+    dialog.dialog().setPresenter(answer.presenter());
 
     answer.path = (folder / "fehlt" / "beleg.png").string();
     dialog.Command1();
