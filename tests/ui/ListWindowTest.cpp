@@ -67,9 +67,7 @@ TEST_F(ListWindowTest, TakesARowOverAsGrossEditsAndDeletesWithTheFileFollowingAt
 
 // A row taken over runs the fields' change event as typing does: "Mü" of the payer list completes from the
 // autocompletion's list.
-class TakeOverWithCompletionTest : public test::StartedWindow<installListWindows, installAutocompletion>
-{
-};
+using TakeOverWithCompletionTest = test::StartedWindow<installListWindows, installAutocompletion>;
 
 TEST_F(TakeOverWithCompletionTest, ATakenOverPayerIsCompletedAsTyping)
 {

@@ -20,9 +20,7 @@
 namespace zw {
 namespace {
 
-class ResizingWindowsTest : public test::StartedWindow<installHelpWindow>
-{
-};
+using ResizingWindowsTest = test::StartedWindow<installHelpWindow>;
 
 // Each control's place and size as shares of the window's.
 std::map<QWidget*, QRectF> sharesOf(QDialog& window)

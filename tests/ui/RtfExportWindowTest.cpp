@@ -106,7 +106,6 @@ TEST_F(RtfExportWindowTest, OpensWithTheFreshPictureAtFirstSightAndTheClipboardE
             const rtf::Document document = view.document();
             ASSERT_EQ(runsOf(document).size(), 1u);
             ASSERT_TRUE(runsOf(document)[0]->picture.has_value());
-            const QImage held = QImage::fromData(QByteArray::fromStdString(runsOf(document)[0]->picture->png));
             const QImage expected = capture(form).convertToFormat(QImage::Format_RGB32);
             int same = 0;
             for (int y = 40; y < 400; y += 7)
@@ -115,7 +114,7 @@ TEST_F(RtfExportWindowTest, OpensWithTheFreshPictureAtFirstSightAndTheClipboardE
             EXPECT_GT(same, 72 * 52 * 9 / 10) << "the painted box shows the picture at its size";
             // Saving the unchanged window writes what the command line writes for the same picture.
             EXPECT_EQ(rtf::writeRtf(document), rtf::writeRtf(receiptRtfDocument(bitmapOfImage(capture(form)))));
-            shown.push_back(held);
+            shown.push_back(QImage::fromData(QByteArray::fromStdString(runsOf(document)[0]->picture->png)));
         });
     }
     ASSERT_EQ(shown.size(), 2u);
