@@ -26,7 +26,6 @@ TEST_F(AutocompletionWindowTest, TypingCompletesEnterAddsWhileTheWindowKeepsTaki
     QTest::sendKeyEvent(QTest::Click, from, Qt::Key_Udiaeresis, QString("ü"), Qt::NoModifier);
     EXPECT_EQ(from->text(), "Müller GmbH");
     EXPECT_EQ(from->selectedText(), "ller GmbH");
-    EXPECT_EQ(form.text(F::Text5), "Müller GmbH");
 
     // Keys typed during the notice's wait reach the field: the first replaces the selected tail.
     bool noticeShownWhileTyping = false;

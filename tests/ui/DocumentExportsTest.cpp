@@ -69,9 +69,8 @@ TEST_F(DocumentExportsTest, XmlCommandWritesThroughADialogOfItsOwn)
     const auto target = folder.path() / "q.xml";
     window->fileDialog("alsxml").setPresenter([&](const CommonDialog&, bool) { return target.string(); });
     window->action("alsxml")->trigger();
-    const std::string written = test::readBytes(target);
-    EXPECT_NE(written.find("     Miete & Nebenkosten\r\n"), std::string::npos);
-    EXPECT_NE(written.find("     119,00\r\n"), std::string::npos);
+    // Every field's bytes are the command line's check; here the window's receipt reaches the chosen file.
+    EXPECT_NE(test::readBytes(target).find("     Miete & Nebenkosten\r\n"), std::string::npos);
 
     // The picture export's dialog never saw the XML name.
     EXPECT_EQ(window->fileDialog("bmpdatei").FileName, "");
