@@ -49,7 +49,6 @@ TEST_F(OptionenLogicTest, RateFileDecidesTheChoice)
         int choice;
     };
     const Row rows[] = {
-        {"seven", "7\r\n", "7", 2},
         {"nineteen typed into the open field earlier", "19\r\n", "19", 1},
         {"the main window's empty line", "\r\n", "", 2},
         {"no line at all keeps the preset", "", "19", 1},
