@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <sstream>
 
 #include "mail/MailMessage.h"
 #include "tests/app/PeerProgram.h"
@@ -53,13 +52,7 @@ struct LoggedSession
         smtp.PlainBody = "Anbei.";
     }
     // What the server noted, one entry a line.
-    std::string noted() const
-    {
-        std::ifstream in(log);
-        std::stringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+    std::string noted() const { return test::readBytes(log); }
     test::TempFolder folder;
     std::filesystem::path log = folder / "smtp.log";
     test::Peer server;
