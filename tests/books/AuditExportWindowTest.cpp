@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/books/AuditExportPart.h"
 #include "ui/books/AuditExportWindow.h"
 #include "ui/frame/QtText.h"
@@ -20,7 +20,7 @@ TEST_F(AuditExportWindowTest, TheExportMenuWritesThePeriodAndNamesAReversedOne)
     test::writeBytes(paths.dataFile("belege.dat"),
                      "15.06.2025;7;119,00;;EUR;19;100,00;19,00;;Max;;Beratung;;;Quittung\r\n");
     const auto target = folder.path() / "pruefung";
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     test::inModal(
         [this] { window->action("betriebspruefung")->trigger(); },
         [&](QDialog& dialog) {

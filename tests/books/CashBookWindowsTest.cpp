@@ -7,7 +7,7 @@
 
 #include "books/JournalCheck.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/books/CashBookPart.h"
 #include "ui/books/DailyCloseWindow.h"
 #include "ui/books/JournalWindow.h"
@@ -33,7 +33,7 @@ protected:
 TEST_F(CashBookWindowsTest, TheCountSheetFindsTheDifferenceAndTheCloseNeedsItsNote)
 {
     writeLedger();
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     test::inModal([this] { window->action("tagesabschluss")->trigger(); }, [](QDialog& dialog) {
         auto& close = dynamic_cast<DailyCloseWindow&>(dialog);
         EXPECT_EQ(close.expectedLabel()->text(), "183,50 EUR");
@@ -59,7 +59,7 @@ TEST_F(CashBookWindowsTest, TheJournalWindowListsFiltersAndFindsAHandEdit)
     CashBook book(paths);
     ReceiptLedger ledger;
     book.storno(ledger, "1047");
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     test::inModal([this] { window->action("aenderungsprotokoll")->trigger(); }, [this](QDialog& dialog) {
         auto& journal = dynamic_cast<JournalWindow&>(dialog);
         EXPECT_EQ(journal.table()->model()->rowCount(), 2);
@@ -86,7 +86,7 @@ TEST_F(CashBookStartTest, ALedgerChangedOutsideSinceTheLastRunIsJournaledAndTold
     std::ofstream(paths.dataFile("belege.dat"), std::ios::binary) << "01.01.2020;1;1,00\r\n";
     CashBook(paths).catchUpNow();
     std::ofstream(paths.dataFile("belege.dat"), std::ios::app | std::ios::binary) << "02.01.2020;2;2,00\r\n";
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     join(installCashBook);
     start();
     ASSERT_TRUE(test::waitFor([&] { return !answerer.boxes.empty(); }));

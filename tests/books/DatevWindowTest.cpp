@@ -9,7 +9,7 @@
 #include "tests/app/TempFolder.h"
 #include "tests/ui/FixedClock.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/books/DatevPart.h"
 #include "ui/books/DatevWindow.h"
 
@@ -58,7 +58,7 @@ TEST_F(DatevWindowTest, ExportTellsAMissingNumberFirstThenAsksForTheFileAndKeeps
     DatevWindow datev(window.get(), settings, paths, window->fileDialog("datev"), window->clock());
     datev.fromField()->setDate(QDate(2026, 1, 1));
     datev.toField()->setDate(QDate(2026, 1, 31));
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     datev.exportBatch();
     EXPECT_EQ(asked, 0);
     QTest::keyClicks(datev.consultantField(), "29098");

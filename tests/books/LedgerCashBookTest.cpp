@@ -6,7 +6,7 @@
 
 #include "tests/books/BooksFixture.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/ledger/LedgerCommands.h"
 
 namespace zw {
@@ -29,9 +29,9 @@ protected:
 
 TEST_F(LedgerCashBookTest, StornoFromTheToolbarAndAFilingWithItsArchiveCopyAreJournaled)
 {
-    test::MessageAnswerer answerer;
-    answerer.inspect = [](QDialog& box) {
-        for (auto* key : box.findChildren<QPushButton*>())
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
+    answerer.inspect = [](QDialog* box) {
+        for (auto* key : box->findChildren<QPushButton*>())
             if (key->text() == "&Ja")
                 key->click();
     };
@@ -54,7 +54,7 @@ TEST_F(LedgerCashBookTest, AClosedDayRefusesAFilingOnIt)
 {
     CashBook book(paths);
     ReceiptLedger other;
-    test::MessageAnswerer answerer;
+    test::ModalCloser answerer{{}, /*messagesOnly=*/true};
     book.close(other, {parseGermanDate(today).value(), 11900, std::nullopt, "", {}}, test::TextWriter());
     window->fileReceiptRow({today, "1050", "1,00"});
     ASSERT_FALSE(answerer.boxes.empty());

@@ -6,10 +6,9 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include "tests/ui/MainWindowFixture.h"
-#include "tests/ui/MessageAnswerer.h"
-#include "tests/ui/ModalCloser.h"
 #include "tests/print/PictureProbe.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "tests/ui/ModalCloser.h"
 #include "ui/print/PrintCommands.h"
 
 namespace zw {
