@@ -26,6 +26,7 @@
 #include "ui/frame/RtfBridge.h"
 #include "ui/frame/UserLocale.h"
 #include "ui/mail/MailControls.h"
+#include "ui/mail/hilfesupport.h"
 #include "ui/mail/VendorMail.h"
 #include "ui/mail/frmLog.h"
 
@@ -102,24 +103,7 @@ anregungen_neu::anregungen_neu(const ProgramPaths& paths, frmLog& log, const Clo
     auto* help = button("Command1", "&Hilfe", this);
     auto* forum = button("Command2", "Online-Forum", this);
     auto* cancel = button("cmdCancel", "&Abbrechen", this);
-    connect(help, &QPushButton::clicked, this, [this] {
-        QDialog text(this);
-        text.setObjectName("hilfesupport");
-        text.setWindowTitle("Hilfe zum Abschicken einer Supportnachricht");
-        auto* layout = new QVBoxLayout(&text);
-        auto* explanation = new QLabel("Geben Sie Ihre E-Mail-Adresse an, damit wir Ihnen antworten können, wählen "
-                                       "Sie einen Betreff und schreiben Sie Ihre Nachricht unter den vorgegebenen "
-                                       "Text. Mit \"Senden\" geht sie über unseren Mailserver an den Support.",
-                                       &text);
-        explanation->setObjectName("Label1");
-        explanation->setWordWrap(true); // one line would be wider than a 1024 x 768 screen
-        explanation->setMinimumWidth(420);
-        layout->addWidget(explanation);
-        auto* close = button("xpButton1", "&Schließen", &text);
-        connect(close, &QPushButton::clicked, &text, &QDialog::accept);
-        layout->addWidget(close, 0, Qt::AlignRight);
-        text.exec();
-    });
+    connect(help, &QPushButton::clicked, this, [this] { showHilfesupport(this); });
     connect(forum, &QPushButton::clicked, this,
             [this] { QDesktopServices::openUrl(QUrl(qt(vendorAddresses(m_paths).webHome + "forum/"))); });
     connect(cancel, &QPushButton::clicked, this, [this] {
