@@ -4,7 +4,6 @@
 
 #include "app/AtomicFile.h"
 #include "core/RunError.h"
-#include "export/BitmapFile.h"
 
 namespace zw {
 namespace {
@@ -22,14 +21,6 @@ void put32(std::string& out, std::uint32_t value)
 {
     for (int shift = 0; shift < 32; shift += 8)
         out.push_back(static_cast<char>((value >> shift) & 0xFF));
-}
-
-cDIBSection toSurface(const Bitmap& picture)
-{
-    cDIBSection surface;
-    if (!surface.CreateFromPicture(picture))
-        throw RunError::invalidPicture();
-    return surface;
 }
 
 } // namespace
@@ -64,7 +55,5 @@ void saveBitmapFile(const cDIBSection& surface, const std::filesystem::path& pat
 {
     writeFileAtomically(path, bitmapFileBytes(surface));
 }
-
-cDIBSection loadBitmapFile(const std::filesystem::path& path) { return toSurface(readBitmapFile(path)); }
 
 } // namespace zw

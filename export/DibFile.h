@@ -14,7 +14,4 @@ std::string bitmapFileBytes(const cDIBSection& surface);
 // Writes those bytes whole (temporary file and rename). Throws RunError as writeFileAtomically does.
 void saveBitmapFile(const cDIBSection& surface, const std::filesystem::path& path);
 
-// A bitmap file read into a surface. Throws RunError as readBitmapFile does.
-cDIBSection loadBitmapFile(const std::filesystem::path& path);
-
 } // namespace zw
