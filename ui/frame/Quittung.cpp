@@ -79,8 +79,10 @@ Quittung::Quittung(ReceiptForm& form, Settings& settings, const ProgramPaths& pa
     m_formArea = formArea;
     const int rulerOffset = kRuler2.left / kTwipsPerPixel + 16;
     m_ruler1 = new Ruler(Qt::Horizontal, kFormWidthPixels, formArea);
+    m_ruler1->setObjectName("Ruler1");
     m_ruler1->move(rulerOffset, kRuler1.top / kTwipsPerPixel);
     m_ruler2 = new Ruler(Qt::Vertical, kFormHeightPixels, formArea);
+    m_ruler2->setObjectName("Ruler2");
     m_ruler2->move(kRuler2.left / kTwipsPerPixel, kRuler1.top / kTwipsPerPixel + 16);
     m_formView = new ReceiptFormView(form, paths, formArea);
     m_formView->move(rulerOffset, kRuler1.top / kTwipsPerPixel + 16);
