@@ -57,7 +57,8 @@ ZipStatus statusInto(QLineEdit* box, QProgressBar* bar)
 using servicewindows::button;
 using servicewindows::progressBar;
 
-datensicherung::JobPanel datensicherung::jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names)
+datensicherung::JobPanel datensicherung::jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names,
+                                                  const QString& note)
 {
     JobPanel job{new QGridLayout(panel), readOnlyField(names.path, panel), button(names.start, names.caption, panel),
                  progressBar(names.bar, panel), readOnlyField(names.status, panel), new QLabel(panel)};
@@ -73,6 +74,7 @@ datensicherung::JobPanel datensicherung::jobPanel(QGroupBox* panel, QLabel* intr
     job.grid->addWidget(job.bar, 3, 1);
     job.grid->addWidget(job.status, 4, 0);
     job.grid->addWidget(job.result, 4, 1);
+    job.grid->addWidget(wrapped(note, panel), 6, 0, 1, 2);
     job.grid->setRowStretch(7, 1);
     return job;
 }
@@ -119,21 +121,17 @@ datensicherung::datensicherung(const ProgramPaths& paths, FormHost& host, QWidge
                            "mit Ausnahme der dort enthaltenen Ordner gesichert.",
                            backup);
     label1->setObjectName("Label1");
-    m_packing = jobPanel(backup, label1, {"Text1", "cmdPackIt", "Daten&sicherung starten", "ProgressBar1",
-                                                   "txtStatus", "Label8"});
-    m_packing.grid->addWidget(wrapped("Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann "
-                                    "war die Datensicherung fehlerhaft.",
-                                    backup),
-                            6, 0, 1, 2);
+    m_packing = jobPanel(backup, label1,
+                         {"Text1", "cmdPackIt", "Daten&sicherung starten", "ProgressBar1", "txtStatus", "Label8"},
+                         "Sollte Ihnen am Ende angezeigt werden, dass 0 Dateien gesichert wurden, dann war die "
+                         "Datensicherung fehlerhaft.");
 
     auto* restore = new QGroupBox("  Datenrücksicherung ", this);
     restore->setObjectName("Frames2");
-    m_restoring = jobPanel(restore, nullptr, {"Text2", "Button2", "W&iederherstellung", "ProgressBar2",
-                                                       "txtStatus2", "Label9"});
-    m_restoring.grid->addWidget(wrapped("TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
-                                      "rückgesichert. Sie finden dort ein neues\nVerzeichnis mit allen Dateien.",
-                                      restore),
-                              6, 0, 1, 2);
+    m_restoring = jobPanel(restore, nullptr,
+                           {"Text2", "Button2", "W&iederherstellung", "ProgressBar2", "txtStatus2", "Label9"},
+                           "TIPP: Die Datensicherung wird immer in das zuständige\nProgrammverzeichnis "
+                           "rückgesichert. Sie finden dort ein neues\nVerzeichnis mit allen Dateien.");
     for (QWidget* panel : {static_cast<QWidget*>(welcome), static_cast<QWidget*>(backup),
                            static_cast<QWidget*>(restore)})
         m_panels->addWidget(panel);

@@ -46,7 +46,7 @@ private:
     {
         const char *path, *start, *caption, *bar, *status, *result;
     };
-    static JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names);
+    static JobPanel jobPanel(QGroupBox* panel, QLabel* intro, const JobNames& names, const QString& note);
     // Runs pack or restore with the panel's key disabled meanwhile, its bar fed, and the count shown.
     void runJob(const JobPanel& panel,
                 int (*job)(const ProgramPaths&, const std::string&, const ZipStatus&, const ZipNotice&),
